@@ -1,0 +1,60 @@
+// The grid without its window: columns, splits, selection, where things stand. Geometry in twips.
+// Names are those that hosts of such a grid know (Column::DataField, Split::AllowColMove).
+#pragma once
+
+#include "platform/adodb/Recordset.h"
+#include "platform/runtime/Text.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace norvel::grid {
+
+enum class Alignment { General, Left, Center, Right };
+
+// A column. Its index in the collection is constant; Order is where it is shown.
+struct Column {
+    std::string DataField;
+    std::string Caption;
+    double Width = 1440; // twips
+    int Order = 0;
+    bool Visible = true;
+    Alignment Align = Alignment::General; // General: by the field's type
+    adodb::DataTypeEnum DataType = adodb::adVarWChar;
+    bool FilterCombo = false; // shows a drop-down list of values in the filter cell
+    std::string FilterText;   // what stands in the filter cell
+};
+
+struct Style {
+    std::uint32_t BackColor; // 0x00BBGGRR
+};
+
+struct Split {
+    bool FilterBar = true;
+    bool AllowSizing = true;
+    bool AllowRowSizing = false;
+    bool AllowColMove = false;
+    bool AlternatingRowStyle = false;
+    Style EvenRowStyle{0x00F7F1EB};
+    Style OddRowStyle{0x00FFFFFF};
+};
+
+class NR_API Columns {
+  public:
+    int Count() const { return static_cast<int>(items_.size()); }
+    // By index; Errore 3265-like on a bad index.
+    Column& Item(int index);
+    const Column& Item(int index) const;
+    int IndexOf(std::string_view dataField) const; // case-blind; -1 on a miss
+    void Clear() { items_.clear(); }
+    void Add(Column column);
+    // The indexes of the visible columns from left to right.
+    std::vector<int> Shown() const;
+
+  private:
+    std::vector<Column> items_;
+};
+
+} // namespace norvel::grid

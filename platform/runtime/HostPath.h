@@ -1,0 +1,18 @@
+// Paths as the host writes them, turned into the system's own.
+#pragma once
+
+#include "platform/runtime/Api.h"
+
+#include <filesystem>
+#include <string_view>
+
+namespace norvel {
+
+// Turns a path in the host's notation ("C:\dati\parametri\Clienti.grx", "parametri\", or an
+// ordinary path of this system; UTF-8) into one that the system opens. '\' separates as '/' does;
+// each component is matched against what exists on disk ignoring case, an exact match first, then
+// the first in byte order; components that do not exist are kept as written, so that the result can
+// also be created. Never fails: what cannot be looked at is taken as written.
+NR_API std::filesystem::path percorsoSistema(std::string_view percorsoHost);
+
+} // namespace norvel

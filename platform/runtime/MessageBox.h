@@ -1,0 +1,35 @@
+// Every message box of the system goes through mostraMessaggio.
+#pragma once
+
+#include "platform/runtime/Api.h"
+
+#include <functional>
+#include <string>
+
+namespace norvel {
+
+enum class BoxIcon { None, Critical, Question, Exclamation, Information };
+enum class BoxButtons { Ok, YesNo };
+enum class BoxAnswer { Ok, Yes, No };
+
+inline constexpr const char* titoloPredefinito = "NorvelRicerca";
+
+struct Messaggio {
+    std::string testo;
+    std::string titolo = titoloPredefinito;
+    BoxIcon icona = BoxIcon::None;
+    BoxButtons pulsanti = BoxButtons::Ok;
+    bool operator==(const Messaggio&) const = default;
+};
+
+using BoxHandler = std::function<BoxAnswer(const Messaggio&)>;
+
+// Shows the box and waits for the answer. Without a handler (no toolkit yet, or no display) the
+// text goes to standard error and the answer is Ok, or No to a question.
+NR_API BoxAnswer mostraMessaggio(const Messaggio& messaggio);
+
+// Replaces what shows boxes; returns the handler that was there. The toolkit installs the real one,
+// a test its own.
+NR_API BoxHandler impostaGestoreMessaggi(BoxHandler gestore);
+
+} // namespace norvel
