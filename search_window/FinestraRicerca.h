@@ -44,14 +44,20 @@ class NR_API FinestraRicerca {
 // Error 400, "Form già visualizzato; impossibile visualizzarlo come form a scelta obbligatoria".
 inline constexpr int erroreFormGiaVisualizzato = 400;
 
-// The one search window of the process, loaded if it is not. On first use it brings the toolkit up.
+// Where the one window comes from. The library installs the real one (FrmRicerca) when it is
+// loaded; a test of the public class without a display installs its own.
+struct FonteFinestra {
+    std::function<FinestraRicerca*()> istanza; // loads the window if it is not; never null
+    std::function<bool()> caricata;            // true while it is loaded, shown or not
+};
+// Replaces the source; returns the one that was there.
+NR_API FonteFinestra impostaFinestraRicerca(FonteFinestra nuova);
+
+// The one search window of the process, loaded if it is not. On first use it brings the toolkit up,
+// on the calling thread. Errore 91 where the program has no window at all (no source installed).
 NR_API FinestraRicerca& frmRicerca();
 // True while the window is loaded, shown or not.
 NR_API bool frmRicercaCaricata();
-
-// Replaces what frmRicerca() returns while loaded(): for tests of the public class without a
-// display. An empty function gives the real window back.
-NR_API void impostaFinestraRicerca(std::function<FinestraRicerca*()> finestra);
 
 // Inverts the filter-combo switch of every column: the loop that the public class and the window
 // share.
