@@ -1,0 +1,49 @@
+#include "search_window/Testi.h"
+
+namespace norvel::search_window {
+
+std::string testoTotale(adodb::RowCount record) {
+    return "Totale record " + std::to_string(record);
+}
+
+std::string testoContatore(adodb::RowCount posizione, adodb::RowCount n) {
+    return "Record " + std::to_string(posizione) + " di " + std::to_string(n);
+}
+
+std::string testoSelezionati(adodb::RowCount record) {
+    return "Selezionati " + std::to_string(record);
+}
+
+Messaggio messaggioAssistenza(const Errore& errore) {
+    return {"Errore nel modulo di ricerca, rivolgersi all'assistenza\r\n" + errore.descrizione(),
+            "TAMBORIN", BoxIcon::Information, BoxButtons::Ok};
+}
+
+Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
+                           const std::string& titolo) {
+    return {routine + "\r" + std::to_string(errore.numero()) + " - " + errore.descrizione(), titolo,
+            BoxIcon::Critical, BoxButtons::Ok};
+}
+
+Messaggio messaggioDblClick(const Errore& errore) {
+    return messaggioRoutine("Errore nella libreria NorvelRicerche.Griglia_DblClick", errore,
+                            "Errore");
+}
+
+Messaggio messaggioToolbar(const Errore& errore) {
+    return messaggioRoutine("Si è verificato un errore nel modulo DllRicercaNorvel.Toolbar1",
+                            errore);
+}
+
+Messaggio domandaTuttiRecord() {
+    return {"Inserisco tutti i record?", "Inserimento", BoxIcon::Question, BoxButtons::YesNo};
+}
+
+Messaggio messaggioLetturaInterrotta(const Errore& errore, adodb::RowCount lette) {
+    return {"La lettura dei record si è interrotta: l'elenco non è completo.\r\nRecord letti: " +
+                std::to_string(lette) + "\r\n" + std::to_string(errore.numero()) + " - " +
+                errore.descrizione(),
+            titoloPredefinito, BoxIcon::Exclamation, BoxButtons::Ok};
+}
+
+} // namespace norvel::search_window

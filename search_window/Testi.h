@@ -1,0 +1,34 @@
+// The status line's texts and the boxes of the search window: each fixed text in one place.
+#pragma once
+
+#include "platform/adodb/Recordset.h"
+#include "platform/runtime/Errore.h"
+#include "platform/runtime/MessageBox.h"
+
+#include <string>
+
+namespace norvel::search_window {
+
+// Separator of the values of a multiple choice in a column's value list.
+inline constexpr const char* separatoreValori = " ;§; ";
+
+std::string testoTotale(adodb::RowCount record);                          // "Totale record 125"
+std::string testoContatore(adodb::RowCount posizione, adodb::RowCount n); // "Record 3 di 120"
+std::string testoSelezionati(adodb::RowCount record);                     // "Selezionati 3"
+
+// The usual box: title "TAMBORIN", information icon, the description alone.
+Messaggio messaggioAssistenza(const Errore& errore);
+// A routine that names itself: critical icon, "<routine>", carriage return, number, " - ",
+// description.
+Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
+                           const std::string& titolo = titoloPredefinito);
+// Before a double-click's value is read.
+Messaggio messaggioDblClick(const Errore& errore);
+// Anything the toolbar's handler traps.
+Messaggio messaggioToolbar(const Errore& errore);
+// "Inserisco tutti i record?"
+Messaggio domandaTuttiRecord();
+// A fetch that broke off; lette: the rows that came and stay.
+Messaggio messaggioLetturaInterrotta(const Errore& errore, adodb::RowCount lette);
+
+} // namespace norvel::search_window
