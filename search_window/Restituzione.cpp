@@ -77,6 +77,7 @@ void restituisciSelezione(VariabiliGlobali& sessione, const Scelta& scelta) {
         testo = testoSelezione(sessione, scelta);
     } else if (mostraMessaggio(domandaTuttiRecord()) == BoxAnswer::Yes) {
         if (!scelta.attendiRighe()) return;
+        if (const auto interrotta = scelta.recordset->FetchError()) throw *interrotta;
         testo = testoTutti(sessione, scelta);
     }
     sessione.gRisposta = std::move(testo);

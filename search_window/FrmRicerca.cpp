@@ -1,0 +1,200 @@
+// The window's life: loading, what the public class sets, showing, unloading.
+#include "search_window/FrmRicerca.h"
+
+#include "component/VariabiliGlobali.h"
+#include "platform/controls/StatusBar.h"
+#include "platform/controls/ToolBar.h"
+#include "platform/controls/Toolkit.h"
+#include "platform/grid/Grid.h"
+#include "platform/runtime/Twips.h"
+#include "search_window/Disposizione.h"
+#include "search_window/Misure.h"
+#include "search_window/Testi.h"
+
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/display.h>
+#include <wx/evtloop.h>
+#include <wx/frame.h>
+#include <wx/timer.h>
+
+#include <utility>
+
+namespace norvel::search_window {
+
+namespace {
+
+// Never destroyed: a window left loaded at the end of the process goes with it, not after the toolkit.
+std::unique_ptr<FrmRicerca>& istanza() {
+    static auto* finestra = new std::unique_ptr<FrmRicerca>;
+    return *finestra;
+}
+
+// Lets the display hear that the window is gone, for a host that runs no event loop afterwards.
+// Bounded: the host's own events are its own business.
+void vuotaEventi() {
+    wxGUIEventLoop ciclo;
+    const wxEventLoopActivator attivo(&ciclo);
+    for (int n = 0; n < 100 && ciclo.Pending(); ++n)
+        ciclo.Dispatch();
+}
+
+} // namespace
+
+FrmRicerca::FrmRicerca() : separatore_(separatoreValori) {
+    controls::avviaToolkit();
+    misureFinestra() = {};
+    creaControlli();
+    collegaEventi();
+}
+
+FrmRicerca::~FrmRicerca() {
+    DBRicerca.RemoveObserver(this);
+    Timer1.reset();
+    delete Finestra;
+}
+
+void FrmRicerca::SetStatusBarVisible(bool visible) {
+    StatusBar->wxControl::Show(visible);
+    ridimensiona();
+}
+
+void FrmRicerca::SetBarraBaseVisible(bool visible) {
+    BarraBase->wxControl::Show(visible);
+    CmdChiudi->Show(visible);
+    ridimensiona();
+}
+
+void FrmRicerca::SetCaption(const std::string& caption) {
+    Finestra->SetTitle(wxString::FromUTF8(caption));
+}
+
+void FrmRicerca::SetHeight(float twips) {
+    altezza_ = twips;
+    Finestra->SetSize(wxDefaultCoord, twipsToPixels(twips, scala()));
+}
+
+void FrmRicerca::SetWidth(float twips) {
+    larghezza_ = twips;
+    Finestra->SetSize(twipsToPixels(twips, scala()), wxDefaultCoord);
+}
+
+void FrmRicerca::SetTop(float twips) {
+    Finestra->Move(Finestra->GetPosition().x, twipsToPixels(twips, scala()));
+}
+
+void FrmRicerca::SetLeft(float twips) {
+    Finestra->Move(twipsToPixels(twips, scala()), Finestra->GetPosition().y);
+}
+
+void FrmRicerca::SetWindowState(int state) {
+    Finestra->Maximize(state == 2);
+}
+
+void FrmRicerca::centraForm() {
+    const wxRect schermo = wxDisplay(Finestra).GetGeometry();
+    const Posizione dove = posizioneCentrata(
+        {pixelsToTwips(schermo.width, scala()), pixelsToTwips(schermo.height, scala())},
+        {larghezza_, altezza_});
+    Finestra->Move(schermo.x + twipsToPixels(dove.left, scala()),
+                   schermo.y + twipsToPixels(dove.top, scala()));
+}
+
+void FrmRicerca::SetRecordset(adodb::RecordsetRef recordset) {
+    if (!recordset) throw erroreOggettoNonImpostato();
+    DBRicerca.SetRecordset(std::move(recordset));
+}
+
+// What opening needs and no view decides: the total, the filter bar's switch, the timer. A step
+// that fails ends it without a message, and what was done stays done.
+void FrmRicerca::ImpostaStileGriglia() {
+    try {
+        scriviTotale();
+        if (equalsNumber(variabiliGlobali().gFilterBar, 0)) {
+            Griglia->SplitAt(0).FilterBar = false;
+            Griglia->Changed();
+        }
+        Timer1->StartOnce(intervalloTimer1);
+    } catch (const Errore&) {
+        return;
+    }
+}
+
+void FrmRicerca::CollegaGriglia() {
+    Griglia->SetDataSource(&DBRicerca);
+}
+
+int FrmRicerca::NumeroColonne() const {
+    return Griglia->Columns().Count();
+}
+
+bool FrmRicerca::FilterCombo(int colonna) const {
+    return Griglia->Columns().Item(colonna).FilterCombo;
+}
+
+void FrmRicerca::SetFilterCombo(int colonna, bool value) {
+    Griglia->Columns().Item(colonna).FilterCombo = value;
+    Griglia->Changed();
+}
+
+void FrmRicerca::SetButtonVisible(std::string_view key, bool visible) {
+    BarraBase->Change(key, [&](controls::Button& pulsante) { pulsante.Visible = visible; });
+}
+
+void FrmRicerca::Show(bool modale) {
+    if (!modale) {
+        mostrata_ = true;
+        Finestra->Show();
+        Finestra->Raise();
+        return;
+    }
+    if (mostrata_)
+        throw Errore(
+            erroreFormGiaVisualizzato,
+            "Form già visualizzato; impossibile visualizzarlo come form a scelta obbligatoria");
+    mostrata_ = true;
+    Griglia->SetFocus();
+    std::unique_ptr<FrmRicerca> questa; // keeps the object until nothing of it runs any more
+    {
+        controls::ModalLoop ciclo;
+        modale_ = &ciclo;
+        ciclo.Run(*Finestra);
+        modale_ = nullptr;
+        if (!scaricata_) Scarica(ModoScarico::Codice); // the loop was ended by the toolkit itself
+        questa = std::move(istanza());
+    }
+    questa.reset();
+    vuotaEventi();
+}
+
+void FrmRicerca::Scarica(ModoScarico modo) {
+    if (scaricata_) return;
+    scaricata_ = true;
+    if (modo == ModoScarico::MenuDiControllo) variabiliGlobali().gRisposta = "";
+    Timer1->Stop();
+    Griglia->SetDataSource(nullptr);
+    DBRicerca.SetRecordset(nullptr);
+    if (modale_) {
+        modale_->End(); // Show goes on, and destroys this window
+    } else {
+        Finestra->Hide();
+        // Handlers of the window may be running: it is destroyed from the event loop.
+        auto morente = std::make_shared<std::unique_ptr<FrmRicerca>>(std::move(istanza()));
+        wxTheApp->CallAfter([morente] { morente->reset(); });
+    }
+}
+
+FrmRicerca* frmRicercaReale() {
+    return istanza().get();
+}
+
+void installaFrmRicerca() {
+    impostaFinestraRicerca({[]() -> FinestraRicerca* {
+                                controls::avviaToolkit(); // the right thread, or an error
+                                if (!istanza()) istanza() = std::make_unique<FrmRicerca>();
+                                return istanza().get();
+                            },
+                            [] { return istanza() != nullptr; }});
+}
+
+} // namespace norvel::search_window

@@ -1,0 +1,106 @@
+// The window's controls: making them, placing them, wiring them.
+#include "component/VariabiliGlobali.h"
+#include "platform/controls/StatusBar.h"
+#include "platform/controls/ToolBar.h"
+#include "platform/grid/Grid.h"
+#include "platform/runtime/Twips.h"
+#include "search_window/Disposizione.h"
+#include "search_window/FrmRicerca.h"
+#include "search_window/Misure.h"
+#include "search_window/Pulsanti.h"
+
+#include <wx/button.h>
+#include <wx/frame.h>
+#include <wx/settings.h>
+#include <wx/timer.h>
+
+namespace norvel::search_window {
+
+namespace {
+
+controls::ButtonStyle stile(TipoPulsante tipo) {
+    switch (tipo) {
+    case TipoPulsante::Interruttore:
+        return controls::ButtonStyle::Check;
+    case TipoPulsante::ConMenu:
+        return controls::ButtonStyle::DropDown;
+    case TipoPulsante::Comando:
+        break;
+    }
+    return controls::ButtonStyle::Push;
+}
+
+} // namespace
+
+double FrmRicerca::scala() const {
+    return Finestra->FromDIP(1000) / 1000.0;
+}
+
+void FrmRicerca::creaControlli() {
+    Finestra = new wxFrame(nullptr, wxID_ANY, wxEmptyString);
+    Finestra->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
+    creaBarra();
+    CmdChiudi = new wxButton(Finestra, wxID_ANY, wxString::FromUTF8("Chiudi"));
+    Griglia = new grid::Grid(Finestra);
+    StatusBar = new controls::StatusBar(Finestra, 1);
+    Timer1 = std::make_unique<wxTimer>();
+}
+
+void FrmRicerca::creaBarra() {
+    BarraBase = new controls::ToolBar(Finestra, static_cast<int>(altezzaBarra));
+    for (const Pulsante& p : pulsantiBarra) {
+        controls::Button pulsante;
+        pulsante.Key = p.chiave;
+        pulsante.Description = p.testo;
+        pulsante.Style = stile(p.tipo);
+        pulsante.Visible = p.visibile;
+        pulsante.Enabled = p.attivo;
+        BarraBase->Add(std::move(pulsante));
+    }
+}
+
+void FrmRicerca::collegaEventi() {
+    Finestra->Bind(wxEVT_CLOSE_WINDOW,
+                   [this](wxCloseEvent&) { Scarica(ModoScarico::MenuDiControllo); });
+    Finestra->Bind(wxEVT_SIZE, [this](wxSizeEvent&) { ridimensiona(); });
+    CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Scarica(ModoScarico::Codice); });
+    Timer1->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { suTimer1(); });
+    BarraBase->OnButtonClick = [this](const controls::Button& pulsante) { suClicBarra(pulsante); };
+    Griglia->OnDblClick = [this] { suDoppioClic(); };
+    Griglia->OnKey = [this](int codice, int modificatori, grid::Area area) {
+        return suTasto(codice, modificatori, area == grid::Area::Data);
+    };
+    Griglia->OnClick = [this] { aggiornaContatore(); };
+    Griglia->OnFirstPaint = [](std::int64_t righe) {
+        misureFinestra().primaPittura = std::chrono::steady_clock::now();
+        misureFinestra().righePrimaPittura = righe;
+    };
+    DBRicerca.AddObserver(this);
+}
+
+// Form_Resize. The grid's edges are turned into pixels, not its size, so that rounding never adds
+// up.
+void FrmRicerca::ridimensiona() {
+    if (!StatusBar) return; // a size event while the controls are being made
+    const double s = scala();
+    const wxSize area = Finestra->GetClientSize();
+    const auto altezzaStatus = static_cast<double>(StatusBar->HeightTwips());
+    const int barra = twipsToPixels(altezzaBarra, s);
+    const int status = twipsToPixels(altezzaStatus, s);
+    const int chiudi = CmdChiudi->GetBestSize().x;
+
+    BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi), barra);
+    CmdChiudi->SetSize(area.x - chiudi, 0, chiudi, barra);
+    StatusBar->SetSize(0, area.y - status, area.x, status);
+    const auto misura =
+        misuraGriglia({pixelsToTwips(area.x, s), pixelsToTwips(area.y, s)},
+                      BarraBase->IsShown() ? std::optional<double>(altezzaBarra) : std::nullopt,
+                      StatusBar->IsShown() ? std::optional<double>(altezzaStatus) : std::nullopt);
+    if (misura)
+        Griglia->SetSize(0, barra, area.x,
+                         twipsToPixels(altezzaBarra + misura->altezza, s) - barra);
+    else
+        Griglia->SetSize(0, barra, Griglia->GetSize().x, Griglia->GetSize().y);
+}
+
+} // namespace norvel::search_window

@@ -1,0 +1,127 @@
+// The window's handlers, each a few lines over a named procedure.
+#include "component/VariabiliGlobali.h"
+#include "platform/controls/StatusBar.h"
+#include "platform/controls/ToolBar.h"
+#include "platform/grid/Grid.h"
+#include "search_window/Attesa.h"
+#include "search_window/FrmRicerca.h"
+#include "search_window/Misure.h"
+#include "search_window/Testi.h"
+
+#include <wx/frame.h>
+#include <wx/timer.h>
+
+namespace norvel::search_window {
+
+using namespace adodb;
+
+void FrmRicerca::suTimer1() {
+    Timer1->Stop();
+    variabiliGlobali().gFinestraPronta = true;
+}
+
+void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
+    try {
+        if (equalsText(pulsante.Key, "Apri")) {
+            if (variabiliGlobali().gSelezioneMultipla)
+                restituisciSelezione(variabiliGlobali(), scelta());
+        } else if (equalsText(pulsante.Key, "chiudi")) {
+            variabiliGlobali().gRisposta = "";
+            Scarica(ModoScarico::Codice);
+        }
+    } catch (const Errore& errore) {
+        mostraMessaggio(messaggioToolbar(errore));
+    }
+}
+
+// Enter in the data rows chooses; the grid itself answers it in a filter cell or a cell being
+// edited.
+bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
+    if (!suiDati || modificatori != wxMOD_NONE) return false;
+    if (codice != WXK_RETURN && codice != WXK_NUMPAD_ENTER) return false;
+    if (!variabiliGlobali().gFinestraPronta) return true;
+    try {
+        if (variabiliGlobali().gSelezioneMultipla)
+            restituisciSelezione(variabiliGlobali(), scelta());
+        else
+            suDoppioClic();
+    } catch (const Errore& errore) {
+        mostraMessaggio(messaggioAssistenza(errore));
+    }
+    return true;
+}
+
+void FrmRicerca::suDoppioClic() {
+    restituisciRiga(variabiliGlobali(), scelta());
+}
+
+Scelta FrmRicerca::scelta() {
+    Scelta parti;
+    parti.recordset = DBRicerca.Recordset();
+    parti.selezionate = [this] { return static_cast<RowCount>(Griglia->SelBookmarks().Count()); };
+    parti.primaSelezionata = [this] { return Griglia->SelBookmarks().Item(0); };
+    parti.togliPrima = [this] { Griglia->SelBookmarks().Remove(0); };
+    parti.vaiA = [this](const Variant& bookmark) { Griglia->SetBookmark(bookmark); };
+    parti.stato = [this](const std::string& testo) { scriviStato(testo, Conteggio::Nessuno); };
+    parti.attendiRighe = [this] { return attendiRighe(); };
+    parti.scarica = [this] { Scarica(ModoScarico::Codice); };
+    return parti;
+}
+
+bool FrmRicerca::attendiRighe() {
+    inAttesa_ = true;
+    const bool tutte = attendiLettura(*Finestra, *DBRicerca.Recordset());
+    inAttesa_ = false;
+    return tutte;
+}
+
+// --- status line ---
+
+void FrmRicerca::scriviStato(const std::string& testo, Conteggio conteggio) {
+    StatusBar->SetPanelText(1, testo);
+    conteggio_ = conteggio;
+}
+
+void FrmRicerca::scriviTotale() {
+    const auto& recordset = variabiliGlobali().gRecordset;
+    if (!recordset) throw erroreOggettoNonImpostato();
+    scriviStato(testoTotale(recordset->RecordCount()), Conteggio::Totale);
+}
+
+void FrmRicerca::aggiornaContatore() {
+    const auto& recordset = DBRicerca.Recordset();
+    if (!recordset) return;
+    try {
+        scriviStato(testoContatore(recordset->AbsolutePosition(), recordset->RecordCount()),
+                    Conteggio::Contatore);
+    } catch (const Errore&) {
+        return; // the panel keeps what it shows
+    }
+}
+
+void FrmRicerca::riscriviConteggio() {
+    if (conteggio_ == Conteggio::Contatore) aggiornaContatore();
+    if (conteggio_ == Conteggio::Totale && DBRicerca.Recordset())
+        scriviStato(testoTotale(DBRicerca.Recordset()->RecordCount()), Conteggio::Totale);
+}
+
+// --- the recordset's events ---
+
+void FrmRicerca::MoveComplete(EventReasonEnum, const Errore*, EventStatusEnum, Recordset&) {
+    aggiornaContatore();
+}
+
+void FrmRicerca::FetchProgress(RowCount, RowCount, EventStatusEnum, Recordset&) {
+    riscriviConteggio();
+}
+
+void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& recordset) {
+    misureFinestra().fineLettura = std::chrono::steady_clock::now();
+    misureFinestra().righeLette = recordset.RecordCount();
+    riscriviConteggio();
+    // Whoever waits for the rows shows the error itself.
+    if (error && !inAttesa_)
+        mostraMessaggio(messaggioLetturaInterrotta(*error, recordset.RecordCount()));
+}
+
+} // namespace norvel::search_window

@@ -1,0 +1,41 @@
+// The toolbar as designed: keys, order and texts. One table, walked by the window.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace norvel::search_window {
+
+enum class TipoPulsante { Comando, Interruttore, ConMenu };
+
+struct Pulsante {
+    const char* chiave; // what the window dispatches on, case-blind
+    const char* testo;  // the descriptive text, shown as the tip
+    TipoPulsante tipo;
+    bool visibile; // at the start
+    bool attivo;   // its command is there
+};
+
+// In their designed order. "excel" has no text in the design, so its tip is empty.
+inline constexpr std::array<Pulsante, 17> pulsantiBarra{{
+    {"Apri", "Selezione", TipoPulsante::ConMenu, true, true},
+    {"Facilitata", "Abilita / Disabilita la lettura facilitata", TipoPulsante::Interruttore, true,
+     false},
+    {"Modifica", "Modifica", TipoPulsante::Interruttore, false, false},
+    {"Drop", "Visualizza ricerca avanzata", TipoPulsante::Interruttore, true, false},
+    {"Taglia", "Taglia", TipoPulsante::Comando, true, false},
+    {"copia", "Esporta su clipboard in formato excel", TipoPulsante::Comando, true, false},
+    {"copiaclip", "Copia negli appunti", TipoPulsante::Comando, true, false},
+    {"excel", "", TipoPulsante::Comando, true, false},
+    {"HTML", "Esporta in html", TipoPulsante::Comando, true, false},
+    {"Stampa", "Stampa il documento", TipoPulsante::Comando, true, false},
+    {"primo", "Vai al primo record", TipoPulsante::Comando, true, false},
+    {"indietro", "Vai al record precedente", TipoPulsante::Comando, true, false},
+    {"avanti", "Vai al record successivo", TipoPulsante::Comando, true, false},
+    {"ultimo", "Vai all'ultimo record", TipoPulsante::Comando, true, false},
+    {"Aggiorna", "Aggiorna elenco", TipoPulsante::Comando, true, false},
+    {"configura", "Personalizza Ricerca", TipoPulsante::Comando, true, false},
+    {"Chiudi", "Chiudi Finestra", TipoPulsante::Comando, true, true},
+}};
+
+} // namespace norvel::search_window
