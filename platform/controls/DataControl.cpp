@@ -18,9 +18,13 @@ void DataControl::SetRecordset(RecordsetRef recordset) {
     tell([](Observer& o) { o.RecordsetReplaced(); });
 }
 
-void DataControl::AddObserver(Observer* observer) { observers_.push_back(observer); }
+void DataControl::AddObserver(Observer* observer) {
+    observers_.push_back(observer);
+}
 
-void DataControl::RemoveObserver(Observer* observer) { std::erase(observers_, observer); }
+void DataControl::RemoveObserver(Observer* observer) {
+    std::erase(observers_, observer);
+}
 
 // Over a copy: an observer may remove itself, or another, while it is told.
 template <class Call>

@@ -1,0 +1,215 @@
+#include "tests/support/Robot.h"
+
+#include "tests/support/UnicodeKeys.h"
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/toplevel.h>
+#include <wx/window.h>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+namespace norvel::tests {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+// When the event that is being handled inside a pump began; empty between events.
+std::optional<Clock::time_point> eventBegan;
+
+// One turn of the event loop, whichever is running; one of its own where none is.
+class Turn {
+  public:
+    Turn() {
+        loop_ = wxEventLoopBase::GetActive();
+        if (loop_ != nullptr) return;
+        own_ = std::make_unique<wxGUIEventLoop>();
+        activator_ = std::make_unique<wxEventLoopActivator>(own_.get());
+        loop_ = own_.get();
+    }
+    // Handles what waits; true when there was anything.
+    bool handle() {
+        bool any = false;
+        while (loop_->Pending()) {
+            any = true;
+            const auto outer = eventBegan;
+            eventBegan = Clock::now();
+            loop_->Dispatch();
+            eventBegan = outer;
+        }
+        if (wxTheApp != nullptr && wxTheApp->HasPendingEvents()) {
+            any = true;
+            wxTheApp->ProcessPendingEvents();
+        }
+        return any;
+    }
+    // Lets a little time pass.
+    void rest(milliseconds time) { wxMilliSleep(static_cast<unsigned long>(time.count())); }
+
+  private:
+    wxEventLoopBase* loop_ = nullptr;
+    std::unique_ptr<wxGUIEventLoop> own_;
+    std::unique_ptr<wxEventLoopActivator> activator_;
+};
+
+wxPoint onScreen(const wxWindow& window, wxPoint at) {
+    EXPECT_TRUE(window.IsShownOnScreen()) << "The robot was sent to a window that is not shown";
+    return window.ClientToScreen(at);
+}
+
+// The next character of a UTF-8 text that is known to be valid.
+char32_t nextCharacter(std::string_view& text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+    for (std::size_t i = 1; i < length && i < text.size(); ++i)
+        character = (character << 6) | (static_cast<unsigned char>(text[i]) & 0x3FU);
+    text.remove_prefix(std::min(length, text.size()));
+    return character;
+}
+
+} // namespace
+
+void Robot::press(int key, int modifiers) {
+    EXPECT_TRUE(simulator_.Char(key, modifiers)) << "The key was not pressed: " << key;
+    pump();
+}
+
+void Robot::pressTimes(int times, int key, int modifiers) {
+    for (int i = 0; i < times; ++i)
+        press(key, modifiers);
+}
+
+void Robot::type(std::string_view text) {
+    while (!text.empty()) {
+        const char32_t character = nextCharacter(text);
+        if (character == U'\n')
+            press(WXK_RETURN);
+        else if (character == U'\t')
+            press(WXK_TAB);
+        else
+            EXPECT_TRUE(pressCharacter(character)) << "no key for a character";
+        pump();
+    }
+}
+
+void Robot::moveTo(const wxWindow& window, wxPoint at) {
+    simulator_.MouseMove(onScreen(window, at));
+    pump();
+}
+
+void Robot::click(const wxWindow& window, wxPoint at, int modifiers) {
+    moveTo(window, at);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    simulator_.MouseClick();
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    pump();
+}
+
+void Robot::doubleClick(const wxWindow& window, wxPoint at) {
+    moveTo(window, at);
+    simulator_.MouseDblClick();
+    pump();
+}
+
+void Robot::rightClick(const wxWindow& window, wxPoint at) {
+    moveTo(window, at);
+    simulator_.MouseClick(wxMOUSE_BTN_RIGHT);
+    pump();
+}
+
+void Robot::buttonDown(const wxWindow& window, wxPoint at) {
+    moveTo(window, at);
+    simulator_.MouseDown();
+    pump();
+}
+
+void Robot::buttonUp() {
+    simulator_.MouseUp();
+    pump();
+}
+
+void Robot::drag(const wxWindow& window, wxPoint from, wxPoint to, int modifiers) {
+    moveTo(window, from);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    simulator_.MouseDown();
+    pump();
+    const wxPoint distance = to - from;
+    const int steps = 8;
+    for (int i = 1; i <= steps; ++i) {
+        simulator_.MouseMove(
+            window.ClientToScreen(from + wxPoint(distance.x * i / steps, distance.y * i / steps)));
+        pump();
+    }
+    simulator_.MouseUp();
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    pump();
+}
+
+void Robot::wheel(const wxWindow& window, wxPoint at, int notches, int modifiers) {
+    moveTo(window, at);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    EXPECT_TRUE(turnWheel(notches > 0, std::abs(notches))) << "no wheel";
+    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
+    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    pump();
+}
+
+void Robot::pump() {
+    Turn turn;
+    const auto end = Clock::now() + milliseconds(500);
+    int quiet = 0; // turns in which nothing came
+    while (quiet < 5 && Clock::now() < end) {
+        quiet = turn.handle() ? 0 : quiet + 1;
+        turn.rest(milliseconds(4));
+    }
+}
+
+void Robot::pumpFor(int time) {
+    Turn turn;
+    const auto end = Clock::now() + milliseconds(time);
+    while (Clock::now() < end) {
+        turn.handle();
+        turn.rest(milliseconds(4));
+    }
+}
+
+bool Robot::waitUntil(const std::function<bool()>& condition, int time) {
+    Turn turn;
+    const auto end = Clock::now() + milliseconds(time);
+    while (!condition()) {
+        if (Clock::now() > end) return false;
+        if (!turn.handle()) turn.rest(milliseconds(4));
+    }
+    return true;
+}
+
+void Robot::focus(wxWindow& window) {
+    window.SetFocus();
+    EXPECT_TRUE(waitUntil([&] { return window.HasFocus(); })) << "The window got no focus";
+}
+
+bool Robot::waitForActive(wxWindow& window, int time) {
+    auto* top = wxDynamicCast(wxGetTopLevelParent(&window), wxTopLevelWindow);
+    const bool active =
+        waitUntil([&] { return window.IsShownOnScreen() && (!top || top->IsActive()); }, time);
+    EXPECT_TRUE(active) << "The window did not become active";
+    pump();
+    return active;
+}
+
+bool Robot::blockedInEvent(int time) {
+    return eventBegan && Clock::now() - *eventBegan > milliseconds(time);
+}
+
+} // namespace norvel::tests

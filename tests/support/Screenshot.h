@@ -1,0 +1,21 @@
+// Pictures of what a test sees, for people to look at.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+class wxWindow;
+
+namespace norvel::tests {
+
+// The folder of test output: the environment variable NR_TEST_OUTPUT, else "test-output" under the
+// current folder. Created on first use.
+std::filesystem::path outputFolder();
+
+// Takes a picture of a window's client area, or of the whole display, in physical pixels as they
+// are on screen, popups over it included; writes it as outputFolder()/NAME.png and returns that
+// path. Fails the test when it cannot be taken.
+std::filesystem::path screenshot(const wxWindow& window, std::string_view name);
+std::filesystem::path screenshotOfDisplay(std::string_view name);
+
+} // namespace norvel::tests
