@@ -42,4 +42,6 @@ NR_API Errore erroreArgomento();             // 5, "Chiamata di routine o argome
 NR_API Errore
 erroreOggettoNonImpostato(); // 91, "Variabile oggetto o variabile del blocco With non impostata"
 
+NR_API Errore erroreNull(); // 94, "Utilizzo non valido di Null"
+
 } // namespace norvel

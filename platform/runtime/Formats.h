@@ -24,7 +24,7 @@ struct CivilTime {
 NR_API std::string numberToText(double value);
 NR_API std::string numberToText(float value);
 // "03/05/2011", with " 14.30.00" behind it when the time is not midnight; a pure time (day 0) is
-// the time alone.
+// the time alone. A number of days that is no valid date is shown as the number.
 NR_API std::string dateToText(Date date);
 NR_API std::string booleanToText(bool value); // "True" / "False"
 
@@ -36,7 +36,11 @@ NR_API std::optional<double> textToNumber(std::string_view text);
 // is no date but this one is. nullopt where the text is no date.
 NR_API std::optional<Date> textToDate(std::string_view text);
 
+// True for 1 January 100 to 31 December 9999, the range of an automation host's dates.
+NR_API bool isValidDate(Date date);
+// nullopt where there is no such day or time, or not in that range.
 NR_API std::optional<Date> makeDate(CivilDate date, CivilTime time = {});
+// The nearest valid date's; a time within half a second of midnight is the next day's.
 NR_API CivilDate civilDate(Date date);
 NR_API CivilTime civilTime(Date date); // rounded to whole seconds
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/runtime/Api.h"
+#include "platform/runtime/Errore.h"
 
 #include <functional>
 #include <string>
@@ -13,6 +14,7 @@ enum class BoxButtons { Ok, YesNo };
 enum class BoxAnswer { Ok, Yes, No };
 
 inline constexpr const char* titoloPredefinito = "NorvelRicerca";
+inline constexpr const char* titoloModulo = "TAMBORIN"; // of the usual error box
 
 struct Messaggio {
     std::string testo;
@@ -29,7 +31,11 @@ using BoxHandler = std::function<BoxAnswer(const Messaggio&)>;
 NR_API BoxAnswer mostraMessaggio(const Messaggio& messaggio);
 
 // Replaces what shows boxes; returns the handler that was there. The toolkit installs the real one,
-// a test its own.
+// a test its own. The handler is called on the thread that shows the message, and may show others.
 NR_API BoxHandler impostaGestoreMessaggi(BoxHandler gestore);
+
+// The usual box of a routine that traps an error: "Errore nel modulo di ricerca, rivolgersi
+// all'assistenza", a line break, the error's description.
+NR_API void mostraErroreModulo(const Errore& errore);
 
 } // namespace norvel

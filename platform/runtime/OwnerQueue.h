@@ -13,12 +13,16 @@ namespace norvel {
 // usual box.
 NR_API void postToOwner(std::function<void()> work);
 
-// Runs what is queued, on the calling thread, in order; returns how many ran. The toolkit calls it
-// from its event loop; a program without one calls it, or nothing is ever delivered.
+// Runs what was queued when it was called, on the calling thread, in order; returns how many ran.
+// What the work itself queues waits for the next run. Work that runs an event loop of its own (a
+// box, a modal window) lets that loop run what follows it. The toolkit calls it from its event
+// loop; a program without one calls it, or nothing is ever delivered.
 NR_API std::size_t runOwnerQueue();
 
-// Called (from any thread) whenever the queue stops being empty; the toolkit uses it to wake its
-// loop.
+// Called (from any thread) whenever the queue stops being empty, when a run leaves something in it,
+// and at once if something is there already; the toolkit uses it to wake its loop. It signals only:
+// it must not run the queue, nor wait for another thread that posts. When setOwnerWaker returns,
+// the waker that was there is no longer running and is never called again.
 NR_API void setOwnerWaker(std::function<void()> waker);
 
 } // namespace norvel

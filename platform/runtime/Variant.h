@@ -62,7 +62,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 // One value with its own type. Copies are cheap enough to pass by value; texts are UTF-8.
 // Conversions raise Errore 13 ("Tipo non corrispondente") where the value has no reading of the
-// asked type, 6 ("Overflow") where it does not fit, 94 ("Utilizzo non valido di Null") on Null.
+// asked type, 6 ("Overflow") where it does not fit, 94 ("Utilizzo non valido di Null") on Null, 91
+// on the object Nothing.
 class NR_API Variant {
   public:
     Variant() = default; // Empty
@@ -102,19 +103,23 @@ class NR_API Variant {
     const std::vector<Variant>& array() const;
     const ObjectRef& object() const;
 
-    // Conversions as an automation host makes them (Empty is 0, "" and False; numbers and dates
-    // become text, and text becomes numbers, by Italian conventions).
-    bool toBoolean() const;
+    // Conversions as an automation host makes them: Empty is 0, "" and False; True is -1; a Date is
+    // its number of days; numbers and dates become text, and text becomes numbers and dates, by
+    // Italian conventions; whole numbers are rounded half to even. A text with no number in it, ""
+    // included, has no reading as a number.
+    bool toBoolean() const; // of a text: True, False, Vero, Falso in any case, or a number
     std::int16_t toI2() const;
     std::int32_t toI4() const;
     std::int64_t toI8() const; // rounds half to even
     float toSingle() const;
     double toDouble() const;
     Decimal toDecimal() const;
-    Date toDate() const;
+    Currency toCurrency() const;
+    Date toDate() const; // of a text: a date, or a number of days
     std::string toText() const;
 
-    // The value as a grid or a list shows it: as toText, but Null is "".
+    // The value as a grid or a list shows it: as toText, but Null, objects and arrays are "" and
+    // bytes "(dati binari)". Raises nothing.
     std::string toDisplay() const;
 
     // Same type and same value (texts byte for byte); the comparison of tests, not of hosts.

@@ -1,0 +1,125 @@
+#include "platform/runtime/Utf8.h"
+
+#include "platform/runtime/Text.h"
+
+#include <array>
+
+namespace norvel {
+namespace {
+
+unsigned byteAt(std::string_view text, std::size_t position) {
+    return static_cast<unsigned char>(text[position]);
+}
+
+bool isContinuation(unsigned byte) {
+    return (byte & 0xC0U) == 0x80U;
+}
+
+// Windows-1252, 0x80 to 0x9F; the five bytes it leaves open keep their own number, as Windows
+// itself reads them.
+constexpr std::array<char16_t, 32> windows1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+} // namespace
+
+std::size_t asciiPrefix(std::string_view text) {
+    const char* const data = text.data();
+    const std::size_t size = text.size();
+    std::size_t at = 0;
+    for (; at + 32 <= size; at += 32) {
+        const std::uint64_t any = eightBytes(data + at) | eightBytes(data + at + 8) |
+                                  eightBytes(data + at + 16) | eightBytes(data + at + 24);
+        if ((any & highBits) != 0) break;
+    }
+    for (; at + 8 <= size; at += 8) {
+        if ((eightBytes(data + at) & highBits) != 0) break;
+    }
+    while (at < size && isAscii(data[at]))
+        ++at;
+    return at;
+}
+
+// Unicode 15, table 3-7: the second byte's range depends on the first.
+CodePoint decodeUtf8(std::string_view text, std::size_t position) {
+    const unsigned first = byteAt(text, position);
+    if (first < 0x80U) return {first, 1, true};
+    const CodePoint bad{first, 1, false};
+    const std::size_t left = text.size() - position;
+    if (first < 0xC2U || first > 0xF4U || left < 2) return bad;
+    const unsigned second = byteAt(text, position + 1);
+    if (first < 0xE0U) {
+        if (!isContinuation(second)) return bad;
+        return {((first & 0x1FU) << 6U) | (second & 0x3FU), 2, true};
+    }
+    const unsigned low = first == 0xE0U ? 0xA0U : first == 0xF0U ? 0x90U : 0x80U;
+    const unsigned high = first == 0xEDU ? 0x9FU : first == 0xF4U ? 0x8FU : 0xBFU;
+    if (second < low || second > high || left < 3) return bad;
+    const unsigned third = byteAt(text, position + 2);
+    if (!isContinuation(third)) return bad;
+    const char32_t three = ((second & 0x3FU) << 6U) | (third & 0x3FU);
+    if (first < 0xF0U) return {((first & 0x0FU) << 12U) | three, 3, true};
+    if (left < 4) return bad;
+    const unsigned fourth = byteAt(text, position + 3);
+    if (!isContinuation(fourth)) return bad;
+    return {((first & 0x07U) << 18U) | (three << 6U) | (fourth & 0x3FU), 4, true};
+}
+
+void appendUtf8(std::string& text, char32_t codePoint) {
+    const auto byte = [&text](char32_t value) { text.push_back(static_cast<char>(value)); };
+    if (codePoint < 0x80U) {
+        byte(codePoint);
+    } else if (codePoint < 0x800U) {
+        byte(0xC0U | (codePoint >> 6U));
+        byte(0x80U | (codePoint & 0x3FU));
+    } else if (codePoint < 0x10000U) {
+        byte(0xE0U | (codePoint >> 12U));
+        byte(0x80U | ((codePoint >> 6U) & 0x3FU));
+        byte(0x80U | (codePoint & 0x3FU));
+    } else {
+        byte(0xF0U | (codePoint >> 18U));
+        byte(0x80U | ((codePoint >> 12U) & 0x3FU));
+        byte(0x80U | ((codePoint >> 6U) & 0x3FU));
+        byte(0x80U | (codePoint & 0x3FU));
+    }
+}
+
+bool isValidUtf8(std::string_view text) {
+    std::size_t at = asciiPrefix(text);
+    while (at < text.size()) {
+        const CodePoint point = decodeUtf8(text, at);
+        if (!point.valid) return false;
+        at += point.length;
+        if (at < text.size() && isAscii(text[at])) at += asciiPrefix(text.substr(at));
+    }
+    return true;
+}
+
+std::string toValidUtf8(std::string_view text) {
+    if (isValidUtf8(text)) return std::string(text);
+    std::string result;
+    result.reserve(text.size() + text.size() / 8);
+    for (const char c : text) {
+        const unsigned byte = static_cast<unsigned char>(c);
+        const bool table = byte >= 0x80U && byte < 0xA0U;
+        appendUtf8(result, table ? windows1252[byte - 0x80U] : static_cast<char32_t>(byte));
+    }
+    return result;
+}
+
+std::size_t lengthText(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size(); ++count) {
+        const std::size_t ascii = isAscii(text[at]) ? asciiPrefix(text.substr(at)) : 0;
+        if (ascii > 0) {
+            count += ascii - 1;
+            at += ascii;
+        } else {
+            at += decodeUtf8(text, at).length;
+        }
+    }
+    return count;
+}
+
+} // namespace norvel
