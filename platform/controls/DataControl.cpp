@@ -41,6 +41,21 @@ void DataControl::MoveComplete(EventReasonEnum reason, const Errore* error, Even
                                adodb::Recordset& rs) {
     tell([&](Observer& o) { o.MoveComplete(reason, error, status, rs); });
 }
+void DataControl::WillChangeField(int count, const std::vector<Field*>& fields,
+                                  EventStatusEnum& status, adodb::Recordset& rs) {
+    tell([&](Observer& o) { o.WillChangeField(count, fields, status, rs); });
+}
+void DataControl::WillChangeRecord(EventReasonEnum reason, int count, EventStatusEnum& status,
+                                   adodb::Recordset& rs) {
+    tell([&](Observer& o) { o.WillChangeRecord(reason, count, status, rs); });
+}
+void DataControl::WillChangeRecordset(EventReasonEnum reason, EventStatusEnum& status,
+                                      adodb::Recordset& rs) {
+    tell([&](Observer& o) { o.WillChangeRecordset(reason, status, rs); });
+}
+void DataControl::EndOfRecordset(bool& moreData, EventStatusEnum& status, adodb::Recordset& rs) {
+    tell([&](Observer& o) { o.EndOfRecordset(moreData, status, rs); });
+}
 void DataControl::RecordChangeComplete(EventReasonEnum reason, int count, const Errore* error,
                                        EventStatusEnum status, adodb::Recordset& rs) {
     tell([&](Observer& o) { o.RecordChangeComplete(reason, count, error, status, rs); });

@@ -26,6 +26,8 @@ class NR_API DataControl : public adodb::RecordsetEvents {
       public:
         virtual void RecordsetReplaced() {}
     };
+    // An observer added twice is told twice. One that is removed while the others are told is told
+    // no more; one that is added then is told from the next event on.
     void AddObserver(Observer* observer);
     void RemoveObserver(Observer* observer);
 
@@ -33,6 +35,13 @@ class NR_API DataControl : public adodb::RecordsetEvents {
     void WillMove(adodb::EventReasonEnum, adodb::EventStatusEnum&, adodb::Recordset&) override;
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
                       adodb::Recordset&) override;
+    void WillChangeField(int, const std::vector<adodb::Field*>&, adodb::EventStatusEnum&,
+                         adodb::Recordset&) override;
+    void WillChangeRecord(adodb::EventReasonEnum, int, adodb::EventStatusEnum&,
+                          adodb::Recordset&) override;
+    void WillChangeRecordset(adodb::EventReasonEnum, adodb::EventStatusEnum&,
+                             adodb::Recordset&) override;
+    void EndOfRecordset(bool&, adodb::EventStatusEnum&, adodb::Recordset&) override;
     void RecordChangeComplete(adodb::EventReasonEnum, int, const Errore*, adodb::EventStatusEnum,
                               adodb::Recordset&) override;
     void FieldChangeComplete(int, const std::vector<adodb::Field*>&, const Errore*,

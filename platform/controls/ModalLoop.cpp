@@ -1,4 +1,7 @@
+#include "platform/controls/HostWindows.h"
 #include "platform/controls/Toolkit.h"
+#include "platform/controls/ToolkitThread.h"
+#include "platform/runtime/Errore.h"
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
@@ -36,30 +39,71 @@ class NestedLoop : public wxGUIEventLoop {
 using NestedLoop = wxGUIEventLoop;
 #endif
 
+// Takes a window that was hidden or destroyed off the screen, also in a host that runs no event
+// loop after this.
+void finishPendingWork() {
+    wxTheApp->ProcessPendingEvents();
+    wxTheApp->ProcessIdle(); // deletes what was Destroy()ed
+    wxGUIEventLoop turn;
+    const wxEventLoopActivator activator(&turn);
+    for (int i = 0; i < 100 && turn.Pending(); ++i)
+        turn.Dispatch();
+}
+
 } // namespace
 
 struct ModalLoop::Impl {
     NestedLoop* loop = nullptr; // while Run runs
     wxWeakRef<wxTopLevelWindow> window;
-    wxWeakRef<wxWindow> focusBefore;
-    std::optional<wxWindowDisabler> disabler;
+    std::optional<wxWindowDisabler> disabler; // of the toolkit's windows
+    HostWindows hostWindows;
     bool ending = false;
 
     void onDestroy(wxWindowDestroyEvent& event) {
         event.Skip();
         if (event.GetEventObject() == window.get()) end();
     }
+    void onShow(wxShowEvent& event) {
+        event.Skip();
+        if (!event.IsShown() && event.GetEventObject() == window.get()) end();
+    }
 
-    // The others are enabled before the modal window goes, or the focus would leave the program.
+    void begin(wxTopLevelWindow& shown) {
+        ending = false;
+        window = &shown;
+        disabler.emplace(&shown);
+        hostWindows.disable();
+        shown.Show();
+        shown.Raise();
+        shown.Bind(wxEVT_DESTROY, &Impl::onDestroy, this);
+        shown.Bind(wxEVT_SHOW, &Impl::onShow, this);
+    }
+
+    // The other windows take input again before the modal one goes.
     void end() {
         if (ending) return;
         ending = true;
         disabler.reset();
+        hostWindows.enable();
         if (loop != nullptr) loop->ScheduleExit(0);
+    }
+
+    // The window leaves the screen here when it has not done so by itself.
+    void leave(wxWindow* focusBefore) {
+        if (window) {
+            window->Unbind(wxEVT_DESTROY, &Impl::onDestroy, this);
+            window->Unbind(wxEVT_SHOW, &Impl::onShow, this);
+            window->Hide();
+        }
+        if (focusBefore != nullptr) {
+            wxGetTopLevelParent(focusBefore)->Raise();
+            focusBefore->SetFocus();
+        }
+        finishPendingWork();
     }
 };
 
-ModalLoop::ModalLoop() : impl_(std::make_unique<Impl>()) {}
+ModalLoop::ModalLoop() : impl_(std::make_shared<Impl>()) {}
 ModalLoop::~ModalLoop() = default;
 
 bool ModalLoop::Running() const {
@@ -71,21 +115,18 @@ void ModalLoop::End() {
 }
 
 void ModalLoop::Run(wxTopLevelWindow& window) {
-    Impl& impl = *impl_;
-    impl.ending = false;
-    impl.window = &window;
-    impl.focusBefore = wxWindow::FindFocus();
-    window.Bind(wxEVT_DESTROY, &Impl::onDestroy, impl_.get());
-    impl.disabler.emplace(&window);
-    window.Show();
-    window.Raise();
+    const std::shared_ptr<Impl> impl = impl_; // outlives this object, which may go with the window
+    if (impl->loop != nullptr)
+        throw Errore(400, "Form già visualizzato; impossibile visualizzarlo come form a scelta "
+                          "obbligatoria");
+    const InUse inUse;
+    const wxWeakRef<wxWindow> focusBefore = wxWindow::FindFocus();
     NestedLoop loop;
-    impl.loop = &loop;
+    impl->loop = &loop;
+    impl->begin(window);
     loop.Run();
-    impl.loop = nullptr;
-    impl.disabler.reset();
-    if (impl.window) impl.window->Unbind(wxEVT_DESTROY, &Impl::onDestroy, impl_.get());
-    if (impl.focusBefore) impl.focusBefore->SetFocus();
+    impl->loop = nullptr;
+    impl->leave(focusBefore.get());
 }
 
 } // namespace norvel::controls

@@ -1,5 +1,6 @@
 #include "platform/controls/Toolkit.h"
 
+#include "platform/controls/HostWindows.h"
 #include "platform/controls/ToolkitBoxes.h"
 #include "platform/controls/ToolkitThread.h"
 #include "platform/controls/WxText.h"
@@ -34,8 +35,7 @@ class HostedApp : public wxApp {
         try {
             throw;
         } catch (const Errore& errore) {
-            mostraMessaggio({std::to_string(errore.numero()) + " - " + errore.descrizione(),
-                             titoloPredefinito, BoxIcon::Critical, BoxButtons::Ok});
+            mostraErroreModulo(errore);
             return true;
         }
     }
@@ -71,15 +71,34 @@ bool toolkitRuns() {
     return wxTheApp != nullptr && wxModule::AreInitialized();
 }
 
+// A window that waits for its deletion is not open any more.
 bool aWindowIsOpen() {
-    for (const wxWindow* window : wxTopLevelWindows)
-        if (window->IsShown()) return true;
+    if (toolkitInUse()) return true;
+    for (wxWindow* window : wxTopLevelWindows)
+        if (window->IsShown() && !wxPendingDelete.Member(window)) return true;
     return false;
 }
 
 constexpr int erroreAutomazione = 430;
 
+Errore erroreAltroThread() {
+    return {erroreAutomazione, "La finestra di ricerca è aperta in un altro thread"};
+}
+Errore erroreThreadDelProgramma() {
+    return {erroreAutomazione, "La finestra di ricerca può essere aperta solo dal thread delle "
+                               "finestre del programma"};
+}
+
+// Moves a toolkit of ours to the calling thread; another's stays where it is.
+void moveHere() {
+    if (dynamic_cast<HostedApp*>(wxTheApp) == nullptr) throw erroreThreadDelProgramma();
+    if (aWindowIsOpen()) throw erroreAltroThread();
+    if (eventsRunOnAnotherThread()) throw erroreThreadDelProgramma();
+    adoptCallingThread();
+}
+
 void start() {
+    if (eventsRunOnAnotherThread()) throw erroreThreadDelProgramma();
     const LocaleGuard locale;
     const wxLogNull silence; // the failure is reported by the Errore alone
     wxApp::SetInstance(new HostedApp);
@@ -108,9 +127,7 @@ void avviaToolkit() {
     if (!toolkitRuns()) {
         start();
     } else if (!wxThread::IsMain()) {
-        if (aWindowIsOpen())
-            throw Errore(erroreAutomazione, "La finestra di ricerca è aperta in un altro thread");
-        adoptCallingThread();
+        moveHere();
     }
     connectRuntime();
 }

@@ -4,7 +4,6 @@
 
 #include "platform/runtime/Api.h"
 
-#include <functional>
 #include <memory>
 
 class wxTopLevelWindow;
@@ -13,27 +12,41 @@ namespace norvel::controls {
 
 // Starts the toolkit on the calling thread if it is not running (a host that runs it already keeps
 // its own), installs the message box and the owner queue's waker, and leaves the process's locale
-// as it was. While no window is open a call from another thread moves the toolkit there; while one
-// is open it raises Errore 430-like "La finestra di ricerca è aperta in un altro thread". Without a
-// display: a clear Errore.
+// as it was. Cheap when there is nothing to do: call it before every use.
+//
+// While no window is open a call from another thread moves the toolkit there. A toolkit that the
+// host itself started is never moved. Errore 430: "La finestra di ricerca è aperta in un altro
+// thread"; the host's own toolkit runs on another thread; or there is no display, after which a
+// later call may succeed.
 NR_API void avviaToolkit();
 // True on the thread that owns the toolkit, or when the toolkit is not running.
 NR_API bool threadDelToolkit();
 
-// Shows a top-level window modally: a nested event loop, the toolkit's other windows (and the
-// host's, on Windows) disabled meanwhile, enabled again before the window goes, the focus back
-// where it was. Returns when EndModal was called or the window was destroyed.
+// Shows a top-level window modally: a nested event loop, the other windows of the toolkit and of
+// the host disabled meanwhile, the focus back where it was at the end. Modal windows nest: a second
+// one over the first, a message box over both. Works whether or not the host runs an event loop,
+// and inside one of GTK's that is not the toolkit's.
+//
+// The window ends it by End() and then Destroy(), in this order, so that the other windows take
+// input again before it goes (or the focus would leave the program). A window that is destroyed, or
+// hidden, without End() ends it as well. The object may be a member of the window that it shows.
 class NR_API ModalLoop {
   public:
     ModalLoop();
     ~ModalLoop();
+    ModalLoop(const ModalLoop&) = delete;
+    ModalLoop& operator=(const ModalLoop&) = delete;
+
+    // Returns when it has ended: the window is no longer on screen, and where Destroy() was called
+    // it is gone. Raises nothing of its own; what a handler throws is the handler's affair.
+    // While it runs already: Errore 400.
     void Run(wxTopLevelWindow& window);
     void End();
     bool Running() const;
 
   private:
     struct Impl;
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 } // namespace norvel::controls

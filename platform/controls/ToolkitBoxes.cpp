@@ -1,6 +1,7 @@
 #include "platform/controls/ToolkitBoxes.h"
 
 #include "platform/controls/Toolkit.h"
+#include "platform/controls/ToolkitThread.h"
 #include "platform/controls/WxText.h"
 #include "platform/runtime/MessageBox.h"
 
@@ -52,6 +53,7 @@ wxWindow* activeWindow() {
 
 BoxAnswer showBox(const Messaggio& box) {
     wxMessageDialog dialog(activeWindow(), withLineEnds(box.testo), toWx(box.titolo), styleOf(box));
+    const InUse inUse;
     dialog.SetYesNoLabels(toWx("Sì"), "No");
     dialog.SetOKLabel("OK");
     switch (dialog.ShowModal()) {

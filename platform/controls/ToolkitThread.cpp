@@ -7,9 +7,24 @@
 #include <wx/module.h>
 #include <wx/object.h>
 
+#include <atomic>
 #include <memory>
 
 namespace norvel::controls {
+
+namespace {
+std::atomic<int> uses{0};
+} // namespace
+
+InUse::InUse() {
+    ++uses;
+}
+InUse::~InUse() {
+    --uses;
+}
+bool toolkitInUse() {
+    return uses > 0;
+}
 
 // The toolkit keeps its owner's identity in one module of its own; ending and beginning that module
 // on the new thread makes it the owner. Windows of GTK belong to no thread, only to one at a time.
