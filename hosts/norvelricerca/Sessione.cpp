@@ -16,9 +16,8 @@ namespace norvel::hosts {
 
 namespace {
 
-constexpr int erroreNull = 94;      // "Utilizzo non valido di Null"
-constexpr int erroreInterno = 51;   // "Errore interno"
-constexpr int erroreScrittura = 57; // "Errore di I/O su periferica"
+constexpr int erroreNull = 94;    // "Utilizzo non valido di Null"
+constexpr int erroreInterno = 51; // "Errore interno"
 
 // Hands the data to the component and takes them back, whatever happens meanwhile: no fetch runs
 // and no recordset is held by the session when the program's end comes.
@@ -95,19 +94,17 @@ std::string leggiRisposta(const Ricerca& ricerca, const Argomenti& argomenti,
 
 } // namespace
 
-Esito eseguiRicerca(const Argomenti& argomenti, std::ostream& uscita, std::ostream& errori) {
+std::optional<std::string> cercaRisposta(const Argomenti& argomenti, std::ostream& errori) {
     controls::avviaToolkit(); // first: without a display no query runs
     Ricerca ricerca;
     Misure misure = cerca(ricerca, argomenti);
-    const std::string risposta = leggiRisposta(ricerca, argomenti, errori);
+    std::string risposta = leggiRisposta(ricerca, argomenti, errori);
     if (argomenti.tempi) {
         misure.memoriaMassimaKB = memoriaMassimaKB();
         errori << testoTempi(misure) << std::flush;
     }
-    if (risposta.empty()) return esitoNessuna;
-    uscita << risposta << '\n' << std::flush;
-    if (!uscita) throw Errore(erroreScrittura, "La risposta non si può scrivere sull'uscita");
-    return esitoRisposta;
+    if (risposta.empty()) return std::nullopt;
+    return risposta;
 }
 
 } // namespace norvel::hosts

@@ -17,21 +17,39 @@ namespace {
 using namespace norvel;
 using namespace norvel::hosts;
 
+enum Esito : int {
+    esitoRisposta = 0, // what was asked for is on the standard output
+    esitoNessuna = 1,  // no answer
+    esitoErrore = 2    // usage, connection, query, display: a sentence is on the error output
+};
+
+constexpr int erroreScrittura = 57; // "Errore di I/O su periferica"
+
+// The one place that writes to the standard output; raises an Errore where that takes nothing.
+int scrivi(const std::string& testo) {
+    std::cout << testo << std::flush;
+    if (!std::cout) throw Errore(erroreScrittura, "L'uscita normale non si può scrivere");
+    return esitoRisposta;
+}
+
+int cerca(const Argomenti& argomenti) {
+    const auto risposta = cercaRisposta(argomenti, std::cerr);
+    return risposta ? scrivi(*risposta + '\n') : esitoNessuna;
+}
+
 int esegui(const Argomenti& argomenti) {
     switch (argomenti.azione) {
     case Azione::Aiuto:
-        std::cout << testoAiuto(proprietaDellaRicerca());
-        return esitoRisposta;
+        return scrivi(testoAiuto(proprietaDellaRicerca()));
     case Azione::Versione:
-        std::cout << "norvelricerca " << Ricerca().Ver() << '\n';
-        return esitoRisposta;
+        return scrivi("norvelricerca " + Ricerca().Ver() + "\n");
     case Azione::CreaDemo:
         creaFileDemo(argomenti.fileDemo, argomenti.righe);
         return esitoRisposta;
     case Azione::Ricerca:
         break;
     }
-    return eseguiRicerca(argomenti, std::cout, std::cerr);
+    return cerca(argomenti);
 }
 
 int errore(const std::string& frase) {

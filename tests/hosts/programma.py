@@ -39,10 +39,11 @@ def press(*keys):
 class Run:
     """One run of the program."""
 
-    def __init__(self, arguments, environment=None):
+    def __init__(self, arguments, environment=None, output=None):
+        """output: a file that takes the standard output, for one that the test does not read."""
         self.out = tempfile.TemporaryFile()
         self.err = tempfile.TemporaryFile()
-        self.process = subprocess.Popen([os.environ["NORVELRICERCA"], *arguments], stdout=self.out,
+        self.process = subprocess.Popen([os.environ["NORVELRICERCA"], *arguments], stdout=output or self.out,
                                         stderr=self.err, stdin=subprocess.DEVNULL, env=environment)
 
     def __enter__(self):
@@ -120,8 +121,8 @@ class ProgramTest(unittest.TestCase):
                 "--CampoRicerca", field, "--Caption", CAPTION, "--WindowsState", "1", "--StatusBar", "1",
                 *more]
 
-    def start(self, *more, environment=None, **search):
-        run = Run(self.arguments(*more, **search), environment)
+    def start(self, *more, environment=None, output=None, **search):
+        run = Run(self.arguments(*more, **search), environment, output)
         self.addCleanup(run.__exit__)
         return run
 
