@@ -1,11 +1,11 @@
 #include "platform/runtime/Formats.h"
 #include "platform/runtime/NumberReading.h"
-#include "platform/runtime/Utf8.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace norvel {
@@ -77,6 +77,24 @@ std::optional<std::string> unsignedNumber(std::string_view text) {
     return result->append(minus ? "e-" : "e").append(text);
 }
 
+// Where the first digit that is not 0 stands, the exponent counted in: 1 for units, 2 for tens, 0
+// for tenths. Tells a number too large for a double from one too small.
+std::int64_t firstDigitPlace(std::string_view invariant) {
+    const std::size_t e = std::min(invariant.find('e'), invariant.size());
+    std::string_view digits = invariant.substr(0, e);
+    if (digits.starts_with('-')) digits.remove_prefix(1);
+    std::int64_t exponent = 0;
+    if (e < invariant.size()) {
+        const std::string_view text = invariant.substr(e + 1);
+        if (std::from_chars(text.data(), text.data() + text.size(), exponent).ec != std::errc{})
+            exponent = text.starts_with('-') ? std::numeric_limits<std::int32_t>::min()
+                                             : std::numeric_limits<std::int32_t>::max();
+    }
+    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    return (first < point ? point - first : point - first + 1) + exponent;
+}
+
 template <typename Float>
 std::string floatToText(Float value, int digits) {
     if (std::isnan(value)) return "-1,#IND";
@@ -127,19 +145,13 @@ std::optional<std::string> invariantNumber(std::string_view text) {
 
 double doubleOfInvariant(std::string_view invariant) {
     double value = 0;
-    const auto result =
-        std::from_chars(invariant.data(), invariant.data() + invariant.size(), value);
-    if (result.ec != std::errc::result_out_of_range) return value;
-    // Too large or too small: the two are told apart by the place of the first digit.
-    const std::size_t e = std::min(invariant.find('e'), invariant.size());
-    const bool smallExponent = e + 1 < invariant.size() && invariant[e + 1] == '-';
-    const std::size_t start = invariant.starts_with('-') ? 1 : 0;
-    const std::size_t point = std::min(invariant.find('.'), e);
-    const bool wholePart =
-        invariant.substr(start, point - start).find_first_not_of('0') != std::string_view::npos;
-    const bool tiny = e < invariant.size() ? smallExponent : !wholePart;
-    const double magnitude = tiny ? 0.0 : std::numeric_limits<double>::infinity();
-    return start == 1 ? -magnitude : magnitude;
+    const char* const end = invariant.data() + invariant.size();
+    if (std::from_chars(invariant.data(), end, value).ec != std::errc::result_out_of_range)
+        return value;
+    const bool negative = invariant.starts_with('-');
+    const double magnitude =
+        firstDigitPlace(invariant) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    return negative ? -magnitude : magnitude;
 }
 
 std::string numberToText(double value) {

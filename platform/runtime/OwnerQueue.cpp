@@ -12,10 +12,11 @@ namespace norvel {
 namespace {
 
 struct Queue {
-    std::mutex mutex; // of work, posted and taken
+    std::mutex mutex; // of all down to signalled
     std::deque<std::function<void()>> work;
     std::uint64_t posted = 0;
     std::uint64_t taken = 0;
+    bool signalled = false; // the owner was woken and has not begun a run since
 
     std::recursive_mutex wakerMutex; // taken after mutex is released, never inside it
     std::function<void()> waker;
@@ -33,51 +34,72 @@ void wake() {
     if (waker) waker();
 }
 
-bool somethingQueued() {
+// How much work was posted so far, where a run stops.
+std::uint64_t beginRun() {
     const std::lock_guard lock(queue().mutex);
-    return !queue().work.empty();
+    queue().signalled = false;
+    return queue().posted;
 }
 
-// The next piece of work posted before the given count; empty if there is none.
+// The next piece of work posted before the given count; empty if there is none. What follows it is
+// signalled before it runs, since it may run an event loop of its own.
 std::function<void()> takeWork(std::uint64_t before) {
     Queue& all = queue();
-    const std::lock_guard lock(all.mutex);
-    if (all.work.empty() || all.taken >= before) return {};
-    std::function<void()> next = std::move(all.work.front());
-    all.work.pop_front();
-    ++all.taken;
+    std::function<void()> next;
+    bool signal = false;
+    {
+        const std::lock_guard lock(all.mutex);
+        if (all.work.empty() || all.taken >= before) return {};
+        next = std::move(all.work.front());
+        all.work.pop_front();
+        ++all.taken;
+        signal = !all.work.empty() && !all.signalled;
+        all.signalled = all.signalled || signal;
+    }
+    if (signal) wake();
     return next;
 }
 
-struct WakeIfQueued {
-    ~WakeIfQueued() {
-        if (somethingQueued()) wake();
+// Wakes the owner for what a run has left; an empty queue signals anew at the next post.
+void endRun() {
+    Queue& all = queue();
+    bool signal = false;
+    {
+        const std::lock_guard lock(all.mutex);
+        signal = !all.work.empty() && !all.signalled;
+        all.signalled = !all.work.empty();
     }
+    if (signal) wake();
+}
+
+// Work may end a run by an exception of another kind; the rest must not be forgotten for it.
+struct Run {
+    const std::uint64_t end = beginRun();
+    Run() = default;
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+    ~Run() { endRun(); }
 };
 
 } // namespace
 
 void postToOwner(std::function<void()> work) {
     if (!work) return;
-    bool wasEmpty = false;
+    bool signal = false;
     {
         const std::lock_guard lock(queue().mutex);
-        wasEmpty = queue().work.empty();
         queue().work.push_back(std::move(work));
         ++queue().posted;
+        signal = !queue().signalled;
+        queue().signalled = true;
     }
-    if (wasEmpty) wake();
+    if (signal) wake();
 }
 
 std::size_t runOwnerQueue() {
-    std::uint64_t end = 0;
-    {
-        const std::lock_guard lock(queue().mutex);
-        end = queue().posted;
-    }
-    const WakeIfQueued leftOver;
+    const Run run;
     std::size_t count = 0;
-    while (const std::function<void()> work = takeWork(end)) {
+    while (const std::function<void()> work = takeWork(run.end)) {
         ++count;
         try {
             work();
@@ -93,7 +115,12 @@ void setOwnerWaker(std::function<void()> waker) {
         const std::lock_guard lock(queue().wakerMutex);
         queue().waker = std::move(waker);
     }
-    if (somethingQueued()) wake();
+    bool waiting = false;
+    {
+        const std::lock_guard lock(queue().mutex);
+        waiting = !queue().work.empty();
+    }
+    if (waiting) wake();
 }
 
 } // namespace norvel

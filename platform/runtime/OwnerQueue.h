@@ -19,10 +19,11 @@ NR_API void postToOwner(std::function<void()> work);
 // loop; a program without one calls it, or nothing is ever delivered.
 NR_API std::size_t runOwnerQueue();
 
-// Called (from any thread) whenever the queue stops being empty, when a run leaves something in it,
-// and at once if something is there already; the toolkit uses it to wake its loop. It signals only:
-// it must not run the queue, nor wait for another thread that posts. When setOwnerWaker returns,
-// the waker that was there is no longer running and is never called again.
+// Called (from any thread) when the queue stops being empty, and when a run has more to do than the
+// work that it is about to run; once, until the next run begins. Called at once if something is
+// queued already. The toolkit uses it to wake its loop. It signals only: it must not run the queue,
+// nor wait for another thread that posts. When setOwnerWaker returns, the waker that was there is
+// no longer running and is never called again.
 NR_API void setOwnerWaker(std::function<void()> waker);
 
 } // namespace norvel

@@ -157,6 +157,10 @@ int sign(int value) {
 std::size_t commonAscii(std::string_view a, std::string_view b) {
     const std::size_t shorter = std::min(a.size(), b.size());
     std::size_t at = 0;
+    for (; at + 8 <= shorter; at += 8) { // equal byte for byte, as most of equal texts is
+        const std::uint64_t word = eightBytes(a.data() + at);
+        if (word != eightBytes(b.data() + at) || (word & highBits) != 0) break;
+    }
     while (at < shorter && isAscii(a[at]) && isAscii(b[at]) &&
            lowerAscii(a[at]) == lowerAscii(b[at]))
         ++at;
