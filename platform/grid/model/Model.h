@@ -1,18 +1,21 @@
-// The grid without its window: columns, splits, selection, where things stand. Geometry in twips.
-// Names are those that hosts of such a grid know (Column::DataField, Split::AllowColMove).
+// The grid without its window: what hosts set, columns and splits. Geometry in twips. Names are
+// those that hosts of such a grid know (Column::DataField, Split::AllowColMove).
 #pragma once
 
 #include "platform/adodb/Recordset.h"
 #include "platform/runtime/Text.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace norvel::grid {
 
 enum class Alignment { General, Left, Center, Right };
+
+// Where the keyboard is: in the data rows, in a filter cell, in a data cell being edited.
+enum class Area { Data, FilterCell, CellEdit };
 
 // A column. Its index in the collection is constant; Order is where it is shown.
 struct Column {
@@ -31,30 +34,40 @@ struct Style {
     std::uint32_t BackColor; // 0x00BBGGRR
 };
 
+inline constexpr Style defaultEvenRowStyle{0x00F7F1EB};
+inline constexpr Style defaultOddRowStyle{0x00FFFFFF};
+
 struct Split {
     bool FilterBar = true;
     bool AllowSizing = true;
     bool AllowRowSizing = false;
     bool AllowColMove = false;
     bool AlternatingRowStyle = false;
-    Style EvenRowStyle{0x00F7F1EB};
-    Style OddRowStyle{0x00FFFFFF};
+    Style EvenRowStyle = defaultEvenRowStyle;
+    Style OddRowStyle = defaultOddRowStyle;
 };
 
 class NR_API Columns {
   public:
     int Count() const { return static_cast<int>(items_.size()); }
-    // By index; Errore 3265-like on a bad index.
+    // By index; Errore 3265 on a bad index.
     Column& Item(int index);
     const Column& Item(int index) const;
     int IndexOf(std::string_view dataField) const; // case-blind; -1 on a miss
     void Clear() { items_.clear(); }
     void Add(Column column);
-    // The indexes of the visible columns from left to right.
+    // The indexes of the visible columns from left to right: by Order, equals by index.
     std::vector<int> Shown() const;
 
   private:
     std::vector<Column> items_;
 };
+
+// General alignment resolved by the type of the field: numbers right, dates and Booleans centred,
+// everything else left.
+NR_API Alignment alignmentOf(const Column& column);
+NR_API bool isNumberType(adodb::DataTypeEnum type);
+NR_API bool isDateType(adodb::DataTypeEnum type);
+NR_API bool isBinaryType(adodb::DataTypeEnum type);
 
 } // namespace norvel::grid

@@ -1,0 +1,119 @@
+// A grid over the recordset of a data control: headings, a filter bar, any number of rows.
+#pragma once
+
+#include "platform/controls/DataControl.h"
+#include "platform/grid/model/Model.h"
+#include "platform/grid/model/SelBookmarks.h"
+
+#include <wx/control.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace norvel::grid {
+
+// The grid shows the rows of the recordset that a data control holds. Its current row is the
+// recordset's current record: a click or a key moves the recordset, and a move made elsewhere moves
+// the grid. To paint, it reads through a clone of its own and never moves the recordset.
+//
+// The mouse, in the data rows: a plain click makes the row current and clears the selection; a
+// click on the record selector at the left edge selects the row alone (dragging on selects what it
+// passes); Ctrl+click anywhere in a row selects it or takes it out; Shift+click selects from where
+// the selection began (Ctrl+Shift+click adds to it); the corner above the selectors selects all
+// rows. The keyboard: see KeyCommand in model/Navigation.h.
+//
+// In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
+// and Shift+Tab move among the cells; Down leads back to the rows, as does Esc, which also puts
+// back the text that stood there; Enter calls OnFilterEnter and nothing else.
+//
+// A new filter empties the selection, since what an operator does not see must not be handed back;
+// a new order keeps it. Requery and deleted rows empty it.
+//
+// Row and column numbers count from 0; a column's number is its index in Columns(), wherever it is
+// shown. Rectangles are logical pixels in the grid's client area, empty for what is not on show.
+// The data control must outlive the grid or be unbound first. Callbacks may destroy the grid's
+// window by Destroy().
+class NR_API Grid : public wxControl {
+  public:
+    explicit Grid(wxWindow* parent);
+    ~Grid() override;
+    Grid(const Grid&) = delete;
+    Grid& operator=(const Grid&) = delete;
+
+    // --- data ---
+    // Null unbinds. While there are no columns, or only those that the grid made for itself, it
+    // makes them anew for each recordset: one per field, width from type and the first rows.
+    void SetDataSource(controls::DataControl* source);
+    controls::DataControl* DataSource() const;
+    // The current row of the recordset. Errore 3021 where there is none, 91 without a recordset.
+    Variant Bookmark() const;
+    void SetBookmark(const Variant& bookmark);
+    grid::SelBookmarks& SelBookmarks();
+
+    // --- look ---
+    grid::Columns& Columns();
+    int SplitCount() const { return 1; }
+    Split& SplitAt(int index); // Errore 9 on a bad index
+    // After properties of columns or splits were changed by code. Columns that were changed count
+    // as loaded from then on: they are kept when the recordset is replaced.
+    void Changed();
+
+    // --- where things stand ---
+    Area focusArea() const;
+    adodb::RowCount RowsInView() const;    // at least partly
+    adodb::RowCount FirstRow() const;      // the first row in view; rows count from 0
+    void SetFirstRow(adodb::RowCount row); // scrolls there, as far as the rows reach
+    adodb::RowCount CurrentRow() const;    // -1: none
+    int CurrentColumn() const;             // -1: none
+    void SetCurrentColumn(int column);     // scrolls it into view; one that is not shown is ignored
+    int LeftColumn() const;                // the first column in view, -1: none
+    // rowPosition: among the rows in view, 0 is FirstRow().
+    wxRect CellRect(adodb::RowCount rowPosition, int column) const;
+    wxRect FilterCellRect(int column) const;
+    wxRect FilterButtonRect(int column) const; // empty without FilterCombo
+    wxRect HeadingRect(int column) const;
+    wxRect RecordSelectorRect(adodb::RowCount rowPosition) const;
+    // What a cell shows; row: of all rows, from 0. Reads it when it is not at hand.
+    std::string CellText(adodb::RowCount row, int column);
+    // Logical pixels to one pixel of 96 dpi: what turns twips into the grid's pixels.
+    double Scale() const;
+
+    // --- filter cells ---
+    // Puts the caret into the column's filter cell; false when it has none.
+    bool EnterFilterCell(int column);
+    int FilterColumn() const; // the one being edited, -1: none
+    // Sets a filter cell's text by code, without OnFilterChange.
+    void SetFilterText(int column, const std::string& text);
+
+    // Sizes a column to its heading and the rows in view, as a double-click on its edge does.
+    void FitColumn(int column);
+
+    // --- callbacks ---
+    std::function<void()> OnDblClick; // on a data row, after it became current
+    // keyCode, modifiers: the toolkit's (WXK_…, wxMOD_…); asked before the grid's own handling;
+    // true: handled.
+    std::function<bool(int keyCode, int modifiers, Area area)> OnKey;
+    std::function<void()> OnClick; // any click in the grid, after what it does
+    std::function<void(int column)> OnHeadClick;
+    std::function<void(int column)> OnFilterChange; // at every change of the text by the operator
+    std::function<void(int column)> OnFilterEnter;
+    std::function<void(int column)> OnFilterButton;
+    std::function<void()> OnRowChange;          // the current row is another one
+    std::function<void(int rows)> OnFirstPaint; // once: the first paint that showed data rows
+    // A move that the recordset refused. Without it the grid shows the usual box.
+    std::function<void(const Errore&)> OnError;
+
+    bool AcceptsFocus() const override { return true; }
+
+    class View; // the inside, in this folder's own files
+
+  protected:
+    wxSize DoGetBestClientSize() const override;
+    void DoSetSize(int x, int y, int width, int height, int flags) override;
+
+  private:
+    std::unique_ptr<View> view_;
+};
+
+} // namespace norvel::grid

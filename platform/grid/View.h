@@ -1,0 +1,207 @@
+// The inside of the grid: state, binding, input and painting, split by task over View*.cpp.
+#pragma once
+
+#include "platform/grid/Grid.h"
+#include "platform/grid/Palette.h"
+#include "platform/grid/TextPainter.h"
+#include "platform/grid/model/Geometry.h"
+#include "platform/grid/model/Navigation.h"
+#include "platform/grid/model/RowCache.h"
+#include "platform/grid/model/RowReader.h"
+
+#include <wx/dcclient.h>
+#include <wx/scrolbar.h>
+#include <wx/textctrl.h>
+#include <wx/timer.h>
+#include <wx/weakref.h>
+
+#include <chrono>
+#include <optional>
+
+namespace norvel::grid {
+
+class Grid::View : public controls::DataControl::Observer {
+  public:
+    explicit View(Grid& grid);
+    ~View() override;
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    // --- binding (ViewBinding.cpp) ---
+    void Bind(controls::DataControl* source);
+    controls::DataControl* Source() const { return source_; }
+    adodb::Recordset& Host() const; // Errore 91 without one
+    // The reader of the view on show, made anew if what was there no longer holds; null without
+    // data.
+    RowReader* Reader();
+    adodb::RowCount Rows() const { return geometry_.Rows(); }
+    void ColumnsChanged();
+    std::string Text(adodb::RowCount row, int column);
+    void Fill(adodb::RowCount first, adodb::RowCount count, const std::vector<int>& columns);
+
+    // DataControl::Observer
+    void RecordsetReplaced() override;
+    void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
+                      adodb::Recordset&) override;
+    void RecordChangeComplete(adodb::EventReasonEnum, int, const Errore*, adodb::EventStatusEnum,
+                              adodb::Recordset&) override;
+    void FieldChangeComplete(int, const std::vector<adodb::Field*>&, const Errore*,
+                             adodb::EventStatusEnum, adodb::Recordset&) override;
+    void RecordsetChangeComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
+                                 adodb::Recordset&) override;
+    void FetchProgress(adodb::RowCount, adodb::RowCount, adodb::EventStatusEnum,
+                       adodb::Recordset&) override;
+    void FetchComplete(const Errore*, adodb::EventStatusEnum, adodb::Recordset&) override;
+    void ViewChanged(adodb::Recordset&) override;
+
+    // --- layout and scrolling (ViewScroll.cpp) ---
+    void Layout();
+    void ScrollTo(Pixels x, Pixels y);
+    void ShowCell(adodb::RowCount row, int column);
+    double Scale() const;
+    Geometry& Places() { return geometry_; }
+    void FontChanged();
+    int DefaultHeight() const { return rowHeight() * 12; }
+
+    // --- rows and cells (ViewKeys.cpp) ---
+    adodb::RowCount CurrentRow() const { return current_; }
+    int CurrentColumn() const { return currentColumn_; }
+    void SetCurrentColumn(int column);
+    // Makes the row the recordset's current record; a refusal is reported. False then.
+    bool MoveTo(adodb::RowCount row);
+    bool HandleKey(wxKeyEvent& event); // false: not handled
+
+    // --- filter bar (ViewFilterBar.cpp) ---
+    bool EnterFilter(int column, bool selectAll);
+    void LeaveFilter(bool toRows);
+    int FilterColumn() const { return filterColumn_; }
+    Area FocusArea() const;
+    void SetFilterText(int column, const std::string& text);
+
+    void FitColumn(int column);
+    void Refresh();
+    grid::Columns& TheColumns() { return columns_; }
+    Split& TheSplit() { return split_; }
+    grid::SelBookmarks& Selection() { return selection_; }
+
+  private:
+    // binding
+    void makeColumns();
+    void remapColumns();
+    void syncCurrent(bool show);
+    void rowsChanged();
+    void rowsArrived(bool atOnce);
+    bool ownColumns() const;
+    double textTwips(std::string_view text);
+    double cellMarginTwips() const;
+
+    // scrolling
+    void makeScrollBars();
+    void scrolled(); // after a position changed
+    void onScrollBar(wxScrollEvent& event, bool vertical);
+    void onWheel(wxMouseEvent& event);
+    void updateScrollBars();
+    void placeEditor();
+    Measures measures(const wxSize& area) const;
+    int rowHeight() const;
+    int pixels(double twips) const;
+
+    // mouse (ViewMouse.cpp)
+    enum class Drag { None, Heading, Sizing, Rows };
+    void bindMouse();
+    void onLeftDown(wxMouseEvent& event, bool second);
+    void onLeftUp(wxMouseEvent& event);
+    void onMotion(wxMouseEvent& event);
+    void onDoubleClick(wxMouseEvent& event);
+    void endDrag();
+    void pressRow(const Hit& hit, const wxMouseEvent& event);
+    void pressHeadings(const Hit& hit, const wxPoint& at);
+    void dragRowsTo(int y);
+    void sizeColumn(int x);
+    void updatePointer(const wxPoint& at);
+    void showTip(const Hit& hit);
+    Hit hitAt(const wxPoint& at) const;
+
+    // keyboard
+    void bindKeys();
+    void run(const KeyCommand& command);
+    void moveRow(const KeyCommand& command);
+    void moveCell(Side side);
+    void selectTo(adodb::RowCount row, bool add);
+    bool filterKey(wxKeyEvent& event);
+    void nextFilterCell(bool forward);
+
+    // filter bar
+    void makeEditor();
+    void onEditorText();
+    void onEditorFocusLost();
+
+    // painting (ViewPaint.cpp, ViewPaintBars.cpp)
+    void onPaint();
+    void prepareRows();
+    struct RowLook {
+        wxColour back, text;
+    };
+    RowLook lookOf(adodb::RowCount row, bool focused);
+    void paintRows(wxDC& dc, const wxRect& dirty);
+    void paintRowBacks(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void paintLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void paintTexts(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void paintFocus(wxDC& dc);
+    void paintSelectors(wxDC& dc, const wxRect& dirty);
+    void paintHeadings(wxDC& dc);
+    void paintFilterBar(wxDC& dc);
+    void paintFilterButton(wxDC& dc, const wxRect& box);
+    void paintScrollCorner(wxDC& dc);
+    void paintMessage(wxDC& dc);
+    bool focused() const;
+    void refreshRow(adodb::RowCount row);
+    void report(const Errore& error);
+
+    Grid& grid_;
+    grid::Columns columns_;
+    Split split_;
+    grid::SelBookmarks selection_;
+    Geometry geometry_;
+    Palette palette_;
+    std::unique_ptr<TextPainter> painter_;
+
+    controls::DataControl* source_ = nullptr;
+    std::shared_ptr<RowReader> reader_;
+    bool readerStale_ = true;
+    RowCache cache_;
+    std::vector<int> fieldOf_;         // the recordset's field of each column, -1: none
+    std::vector<std::string> madeFor_; // the fields that the grid's own columns were made for
+    bool widthsSampled_ = false;       // the own columns' widths were taken from rows
+    std::string readError_;            // why rows cannot be read; shown in their place
+    std::chrono::steady_clock::time_point lastArrival_;
+
+    adodb::RowCount current_ = -1;
+    adodb::RowCount lastPlace_ = -1; // current_, or -1 at BOF, the number of rows at EOF
+    adodb::RowCount anchor_ = -1;    // where a selection with Shift begins
+    int currentColumn_ = -1;
+    bool firstPainted_ = false;
+
+    wxScrollBar* vertical_ = nullptr;
+    wxScrollBar* horizontal_ = nullptr;
+    WheelSteps wheelY_, wheelX_;
+    int textHeight_ = 0;
+
+    wxTextCtrl* editor_ = nullptr;
+    int filterColumn_ = -1;
+    std::string textBefore_; // of the filter cell, when its editing began
+
+    Drag drag_ = Drag::None;
+    bool pressed_ = false; // a click began in the grid
+    int dragColumn_ = -1;  // heading pressed, or column being sized
+    int dragStart_ = 0;
+    int dragWidth_ = 0;
+    bool dragAdds_ = false;
+    adodb::RowCount clickedRow_ = -1; // of the last first click, for the double-click
+    wxTimer autoScroll_, arrivals_;
+    wxPoint pointer_;
+    std::string tip_;
+    wxStockCursor pointerShape_ = wxCURSOR_DEFAULT;
+};
+
+} // namespace norvel::grid

@@ -1,0 +1,246 @@
+// What the grid shows: the reader of the host's rows, the columns made for it, and the recordset's
+// events.
+#include "platform/grid/View.h"
+#include "platform/grid/model/DefaultColumns.h"
+#include "platform/runtime/MessageBox.h"
+#include "platform/runtime/Twips.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace norvel::grid {
+
+using namespace adodb;
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto arrivalPause = 50ms; // between two looks at rows that keep arriving
+
+} // namespace
+
+Recordset& Grid::View::Host() const {
+    if (!source_ || !source_->Recordset()) throw erroreOggettoNonImpostato();
+    return *source_->Recordset();
+}
+
+void Grid::View::Bind(controls::DataControl* source) {
+    if (source_) source_->RemoveObserver(this);
+    source_ = source;
+    if (source_) source_->AddObserver(this);
+    RecordsetReplaced();
+}
+
+void Grid::View::RecordsetReplaced() {
+    reader_.reset();
+    readerStale_ = true;
+    cache_.Clear();
+    current_ = lastPlace_ = anchor_ = -1;
+    if (!source_ || !source_->Recordset()) {
+        readError_.clear();
+        selection_.SetView(nullptr, false);
+    }
+    geometry_.Vertical().SetPosition(0);
+    rowsChanged();
+}
+
+// --- the reader ---
+
+RowReader* Grid::View::Reader() {
+    if (!readerStale_) return reader_.get();
+    readerStale_ = false;
+    cache_.Clear();
+    const auto old = std::exchange(reader_, nullptr);
+    readError_.clear();
+    const bool open =
+        source_ && source_->Recordset() && (source_->Recordset()->State() & adStateOpen);
+    try {
+        if (open) reader_ = std::make_shared<RowReader>(*source_->Recordset());
+    } catch (const Errore& error) { // said where the rows would stand
+        readError_ = "Impossibile leggere i record: " + error.descrizione();
+    }
+    const bool sameRows = reader_ && old && old->SameFilter(*source_->Recordset());
+    selection_.SetView(reader_, sameRows);
+    if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
+    remapColumns();
+    return reader_.get();
+}
+
+// Everything that depends on which rows there are.
+void Grid::View::rowsChanged() {
+    Reader();
+    Layout();
+    syncCurrent(true);
+    Refresh();
+}
+
+// --- columns ---
+
+bool Grid::View::ownColumns() const {
+    if (madeFor_.empty() || static_cast<int>(madeFor_.size()) != columns_.Count()) return false;
+    for (int i = 0; i < columns_.Count(); ++i)
+        if (columns_.Item(i).DataField != madeFor_[static_cast<std::size_t>(i)]) return false;
+    return true;
+}
+
+// The same fields keep the columns that the operator may have sized meanwhile; widths are taken
+// from the rows once there are some.
+void Grid::View::makeColumns() {
+    Fields& fields = Host().Fields();
+    std::vector<std::string> names;
+    for (int i = 0; i < fields.Count(); ++i)
+        names.push_back(fields(i).Name());
+    if (names == madeFor_ && widthsSampled_) return;
+    try {
+        columns_ = defaultColumns(
+            fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
+            cellMarginTwips());
+    } catch (const Errore& error) { // without rows to read there is nothing to show
+        readError_ = "Impossibile leggere i record: " + error.descrizione();
+        return;
+    }
+    madeFor_ = std::move(names);
+    widthsSampled_ = reader_->Rows() > 0;
+}
+
+void Grid::View::remapColumns() {
+    fieldOf_.clear();
+    for (int i = 0; i < columns_.Count(); ++i) {
+        Column& column = columns_.Item(i);
+        const int field = reader_ ? reader_->FieldIndex(column.DataField) : -1;
+        fieldOf_.push_back(field);
+        if (field >= 0) column.DataType = Host().Fields()(field).Type();
+    }
+    if (geometry_.PlaceOf(currentColumn_) < 0 || currentColumn_ >= columns_.Count()) {
+        const auto shown = columns_.Shown();
+        currentColumn_ = shown.empty() ? -1 : shown.front();
+    }
+}
+
+void Grid::View::ColumnsChanged() {
+    if (!ownColumns()) madeFor_.clear();
+    remapColumns();
+    if (filterColumn_ >= columns_.Count() || !split_.FilterBar) LeaveFilter(false);
+    Layout();
+    Refresh();
+}
+
+double Grid::View::textTwips(std::string_view text) {
+    return pixelsToTwips(painter_->Width(text), Scale());
+}
+
+// --- cells ---
+
+void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& columns) {
+    RowReader* reader = Reader();
+    if (!reader) return;
+    std::vector<int> fields;
+    for (const int column : columns)
+        if (const int field = fieldOf_[static_cast<std::size_t>(column)]; field >= 0)
+            fields.push_back(field);
+    std::ranges::sort(fields);
+    fields.erase(std::ranges::unique(fields).begin(), fields.end());
+    reader->Fill(cache_, first, count, fields);
+}
+
+std::string Grid::View::Text(RowCount row, int column) {
+    columns_.Item(column);
+    if (row < 0 || row >= Rows()) return {};
+    Fill(row, 1, {column});
+    const std::string* text = cache_.Text(row, fieldOf_[static_cast<std::size_t>(column)]);
+    return text ? *text : std::string();
+}
+
+// --- the recordset's events ---
+
+// Takes over the host's current record. show: scrolls it into view.
+void Grid::View::syncCurrent(bool show) {
+    RowCount place = -1;
+    try {
+        if (reader_) {
+            const RowCount position = Host().AbsolutePosition();
+            place = position >= 1 ? position - 1 : position == adPosEOF ? Rows() : -1;
+        }
+    } catch (const Errore&) { // a closed or busy recordset has no current record
+        place = -1;
+    }
+    const RowCount row = place >= 0 && place < Rows() ? place : -1;
+    lastPlace_ = place;
+    if (row != current_) {
+        refreshRow(current_);
+        current_ = row;
+        anchor_ = row;
+        refreshRow(current_);
+        if (show && row >= 0 && geometry_.ShowRow(row)) scrolled();
+        if (grid_.OnRowChange) grid_.OnRowChange();
+    } else if (show && row >= 0 && geometry_.ShowRow(row)) {
+        scrolled();
+    }
+}
+
+void Grid::View::MoveComplete(EventReasonEnum reason, const Errore*, EventStatusEnum, Recordset&) {
+    if (readerStale_) return; // ViewChanged or the next look will do it
+    if (reason == adRsnAddNew || reason == adRsnRequery || Rows() != reader_->Rows()) Layout();
+    syncCurrent(true);
+}
+
+void Grid::View::RecordChangeComplete(EventReasonEnum reason, int, const Errore*, EventStatusEnum,
+                                      Recordset&) {
+    cache_.Clear();
+    if (reason == adRsnDelete || reason == adRsnUndoAddNew) selection_.Clear();
+    rowsChanged();
+}
+
+void Grid::View::FieldChangeComplete(int, const std::vector<Field*>&, const Errore*,
+                                     EventStatusEnum, Recordset&) {
+    cache_.Clear();
+    Refresh();
+}
+
+void Grid::View::RecordsetChangeComplete(EventReasonEnum reason, const Errore*, EventStatusEnum,
+                                         Recordset& recordset) {
+    if (reason == adRsnRequery || reason == adRsnClose) selection_.Clear();
+    ViewChanged(recordset);
+}
+
+void Grid::View::ViewChanged(Recordset&) {
+    readerStale_ = true;
+    rowsChanged();
+}
+
+void Grid::View::FetchProgress(RowCount, RowCount, EventStatusEnum, Recordset&) {
+    rowsArrived(false);
+}
+
+void Grid::View::FetchComplete(const Errore*, EventStatusEnum, Recordset&) {
+    rowsArrived(true);
+}
+
+// Rows arrive in many small steps; the scroll bar follows in few.
+void Grid::View::rowsArrived(bool atOnce) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!atOnce && now - lastArrival_ < arrivalPause) {
+        if (!arrivals_.IsRunning()) arrivals_.StartOnce(static_cast<int>(arrivalPause.count()));
+        return;
+    }
+    lastArrival_ = now;
+    arrivals_.Stop();
+    if (readerStale_) return rowsChanged();
+    if (!reader_) return;
+    if (ownColumns() && !widthsSampled_) {
+        makeColumns();
+        remapColumns();
+    }
+    const RowCount before = Rows();
+    const bool full = geometry_.FirstRow() + geometry_.WholeRows() < before;
+    Layout();
+    if (!full || Rows() < before) Refresh();
+    syncCurrent(false);
+}
+
+void Grid::View::report(const Errore& error) {
+    if (grid_.OnError) return grid_.OnError(error);
+    mostraMessaggio({.testo = error.descrizione(), .icona = BoxIcon::Exclamation});
+}
+
+} // namespace norvel::grid

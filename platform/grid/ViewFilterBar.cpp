@@ -1,0 +1,131 @@
+// The filter cells: painted texts, and one edit control that stands over the cell being edited.
+#include "platform/grid/View.h"
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+Area Grid::View::FocusArea() const {
+    return filterColumn_ >= 0 && editor_ && editor_->HasFocus() ? Area::FilterCell : Area::Data;
+}
+
+void Grid::View::makeEditor() {
+    editor_ = new wxTextCtrl(&grid_, wxID_ANY, "", wxPoint(-1000, -1000), wxSize(50, 20),
+                             wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
+    editor_->Hide();
+    editor_->SetFont(grid_.GetFont());
+    editor_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { onEditorText(); });
+    editor_->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
+        onEditorFocusLost();
+        e.Skip();
+    });
+}
+
+bool Grid::View::EnterFilter(int column, bool selectAll) {
+    if (!split_.FilterBar || geometry_.PlaceOf(column) < 0) return false;
+    if (!editor_) makeEditor();
+    if (filterColumn_ != column) {
+        LeaveFilter(false);
+        filterColumn_ = column;
+        currentColumn_ = column;
+        textBefore_ = columns_.Item(column).FilterText;
+        editor_->ChangeValue(wxString::FromUTF8(textBefore_));
+    }
+    ShowCell(-1, column);
+    placeEditor();
+    editor_->Show();
+    editor_->SetFocus();
+    if (selectAll)
+        editor_->SelectAll();
+    else
+        editor_->SetInsertionPointEnd();
+    Refresh();
+    return true;
+}
+
+void Grid::View::LeaveFilter(bool toRows) {
+    if (filterColumn_ < 0) return;
+    filterColumn_ = -1;
+    if (toRows) grid_.SetFocus();
+    editor_->Hide();
+    Refresh();
+}
+
+// Over its cell, as far as that is in view.
+void Grid::View::placeEditor() {
+    if (filterColumn_ < 0 || !editor_) return;
+    const Rect cell = geometry_.FilterCell(filterColumn_);
+    const int button =
+        columns_.Item(filterColumn_).FilterCombo ? geometry_.Sizes().filterButtonWidth : 0;
+    const wxRect room(geometry_.Sizes().selectorWidth, 0, geometry_.DataWidth(),
+                      geometry_.Sizes().height);
+    wxRect box(cell.x + 1, cell.y + 1, std::max(0, cell.width - button - 3), cell.height - 3);
+    box.Intersect(room);
+    if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
+    editor_->SetSize(box);
+}
+
+void Grid::View::onEditorText() {
+    if (filterColumn_ < 0) return;
+    columns_.Item(filterColumn_).FilterText = editor_->GetValue().utf8_string();
+    if (grid_.OnFilterChange) grid_.OnFilterChange(filterColumn_);
+}
+
+// Focus that goes to another window of the same program ends the editing; focus that leaves the
+// program comes back to the cell.
+void Grid::View::onEditorFocusLost() {
+    const wxWeakRef<Grid> alive(&grid_);
+    grid_.CallAfter([this, alive] {
+        if (!alive || alive->IsBeingDeleted() || filterColumn_ < 0) return;
+        const wxWindow* now = wxWindow::FindFocus();
+        if (now && now != editor_) LeaveFilter(false);
+    });
+}
+
+void Grid::View::SetFilterText(int column, const std::string& text) {
+    columns_.Item(column).FilterText = text;
+    if (column == filterColumn_) editor_->ChangeValue(wxString::FromUTF8(text));
+    Refresh();
+}
+
+bool Grid::View::filterKey(wxKeyEvent& event) {
+    const int column = filterColumn_;
+    switch (event.GetKeyCode()) {
+    case WXK_RETURN:
+    case WXK_NUMPAD_ENTER:
+        if (grid_.OnFilterEnter) grid_.OnFilterEnter(column);
+        return true;
+    case WXK_ESCAPE:
+        if (columns_.Item(column).FilterText != textBefore_)
+            editor_->SetValue(wxString::FromUTF8(textBefore_));
+        LeaveFilter(true);
+        return true;
+    case WXK_TAB:
+        if (event.ControlDown()) return false;
+        nextFilterCell(!event.ShiftDown());
+        return true;
+    case WXK_DOWN:
+    case WXK_NUMPAD_DOWN:
+        LeaveFilter(true);
+        return true;
+    case WXK_UP:
+    case WXK_NUMPAD_UP:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Past the last cell come the rows, before the first one the control before the grid.
+void Grid::View::nextFilterCell(bool forward) {
+    const int place = geometry_.PlaceOf(filterColumn_) + (forward ? 1 : -1);
+    if (place >= geometry_.ShownCount()) return LeaveFilter(true);
+    if (place >= 0) {
+        EnterFilter(geometry_.ColumnAt(place), true);
+        return;
+    }
+    LeaveFilter(true);
+    grid_.Navigate(wxNavigationKeyEvent::IsBackward);
+}
+
+} // namespace norvel::grid

@@ -1,0 +1,161 @@
+// The keyboard in the data rows, and the moves that mouse and keyboard share.
+#include "platform/grid/View.h"
+
+#include <algorithm>
+#include <array>
+
+namespace norvel::grid {
+
+using adodb::RowCount;
+
+namespace {
+
+Stroke strokeOf(const wxKeyEvent& event) {
+    struct Pair {
+        int code;
+        Key key;
+    };
+    static constexpr std::array pairs{
+        Pair{WXK_UP, Key::Up},
+        Pair{WXK_NUMPAD_UP, Key::Up},
+        Pair{WXK_DOWN, Key::Down},
+        Pair{WXK_NUMPAD_DOWN, Key::Down},
+        Pair{WXK_LEFT, Key::Left},
+        Pair{WXK_NUMPAD_LEFT, Key::Left},
+        Pair{WXK_RIGHT, Key::Right},
+        Pair{WXK_NUMPAD_RIGHT, Key::Right},
+        Pair{WXK_PAGEUP, Key::PageUp},
+        Pair{WXK_NUMPAD_PAGEUP, Key::PageUp},
+        Pair{WXK_PAGEDOWN, Key::PageDown},
+        Pair{WXK_NUMPAD_PAGEDOWN, Key::PageDown},
+        Pair{WXK_HOME, Key::Home},
+        Pair{WXK_NUMPAD_HOME, Key::Home},
+        Pair{WXK_END, Key::End},
+        Pair{WXK_NUMPAD_END, Key::End},
+        Pair{WXK_SPACE, Key::Space},
+        Pair{WXK_NUMPAD_SPACE, Key::Space},
+        Pair{'A', Key::A},
+        Pair{WXK_F2, Key::F2},
+        Pair{WXK_ESCAPE, Key::Escape},
+        Pair{WXK_TAB, Key::Tab},
+    };
+    const auto found = std::ranges::find(pairs, event.GetKeyCode(), &Pair::code);
+    const Key key = found == pairs.end() || event.AltDown() ? Key::Other : found->key;
+    return {key, event.ShiftDown(), event.ControlDown()};
+}
+
+} // namespace
+
+void Grid::View::bindKeys() {
+    grid_.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& e) {
+        if (!HandleKey(e)) e.Skip();
+    });
+    const auto repaint = [this](wxFocusEvent& e) {
+        Refresh();
+        e.Skip();
+    };
+    grid_.Bind(wxEVT_SET_FOCUS, repaint);
+    grid_.Bind(wxEVT_KILL_FOCUS, repaint);
+}
+
+bool Grid::View::HandleKey(wxKeyEvent& event) {
+    const Area area = FocusArea();
+    const wxWeakRef<Grid> alive(&grid_);
+    if (grid_.OnKey && grid_.OnKey(event.GetKeyCode(), event.GetModifiers(), area)) return true;
+    if (!alive || alive->IsBeingDeleted()) return true;
+    if (area == Area::FilterCell) return filterKey(event);
+    const KeyCommand command = commandFor(strokeOf(event));
+    if (command.kind == KeyCommand::Kind::None) return false;
+    if (command.kind == KeyCommand::Kind::ClearSelection && selection_.Count() == 0) return false;
+    if (command.kind == KeyCommand::Kind::NextControl) return grid_.Navigate();
+    run(command);
+    return true;
+}
+
+void Grid::View::run(const KeyCommand& command) {
+    switch (command.kind) {
+    case KeyCommand::Kind::MoveRow:
+        return moveRow(command);
+    case KeyCommand::Kind::MoveCell:
+        return moveCell(command.side);
+    case KeyCommand::Kind::SelectAll:
+        if (Rows() > 0) selection_.AddRows(0, Rows() - 1);
+        return;
+    case KeyCommand::Kind::SelectRow:
+        selection_.Clear();
+        if (current_ >= 0) selection_.AddRows(current_, current_);
+        return;
+    case KeyCommand::Kind::ToggleRow:
+        if (current_ >= 0) selection_.ToggleRow(current_);
+        return;
+    case KeyCommand::Kind::ClearSelection:
+        return selection_.Clear();
+    case KeyCommand::Kind::EnterFilter:
+        if (!EnterFilter(currentColumn_, true)) grid_.Navigate(wxNavigationKeyEvent::IsBackward);
+        return;
+    case KeyCommand::Kind::NextControl:
+    case KeyCommand::Kind::None:
+        return;
+    }
+}
+
+// The filter bar stands above the first row for the arrow keys too.
+void Grid::View::moveRow(const KeyCommand& command) {
+    const bool plainUp = command.step == Step::RowUp && !command.extend && !command.keepSelection;
+    if (plainUp && current_ <= 0 && EnterFilter(currentColumn_, true)) return;
+    const RowCount page = std::max(1, geometry_.WholeRows() - 1);
+    const RowCount target = targetRow(command.step, lastPlace_, Rows(), page);
+    if (target < 0) return;
+    const RowCount from = anchor_ >= 0 ? anchor_ : target;
+    if (!MoveTo(target)) return;
+    if (command.extend) {
+        anchor_ = from;
+        selectTo(target, false);
+    } else if (!command.keepSelection) {
+        selection_.Clear();
+    }
+}
+
+void Grid::View::moveCell(Side side) {
+    const int last = geometry_.ShownCount() - 1;
+    if (last < 0) return;
+    int place = std::max(0, geometry_.PlaceOf(currentColumn_));
+    if (side == Side::First) place = 0;
+    if (side == Side::Last) place = last;
+    if (side == Side::Left) place = std::max(0, place - 1);
+    if (side == Side::Right) place = std::min(last, place + 1);
+    SetCurrentColumn(geometry_.ColumnAt(place));
+    ShowCell(current_, currentColumn_);
+}
+
+void Grid::View::SetCurrentColumn(int column) {
+    if (geometry_.PlaceOf(column) < 0) return;
+    currentColumn_ = column;
+    ShowCell(-1, column);
+    refreshRow(current_);
+}
+
+// The rows from the anchor to this one, in that direction.
+void Grid::View::selectTo(RowCount row, bool add) {
+    if (!add) selection_.Clear();
+    selection_.AddRows(anchor_ >= 0 ? anchor_ : row, row);
+}
+
+bool Grid::View::MoveTo(RowCount row) {
+    try {
+        if (row != current_) Host().SetAbsolutePosition(row + 1);
+        ShowCell(row, -1);
+        anchor_ = row;
+        return true;
+    } catch (const Errore& error) { // a move that a handler or a pending edit refused
+        report(error);
+        return false;
+    }
+}
+
+void Grid::View::refreshRow(RowCount row) {
+    const Rect r = geometry_.RowRect(row);
+    if (!r.Empty()) grid_.RefreshRect({r.x, r.y, r.width, r.height + 1}, false);
+}
+
+} // namespace norvel::grid

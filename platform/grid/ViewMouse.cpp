@@ -1,0 +1,202 @@
+// Clicks, double-clicks, dragging: see the contract in Grid.h.
+#include "platform/grid/View.h"
+#include "platform/runtime/Twips.h"
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+using adodb::RowCount;
+
+namespace {
+
+constexpr int autoScrollPause = 40; // ms
+
+} // namespace
+
+void Grid::View::bindMouse() {
+    grid_.Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& e) { onLeftDown(e, false); });
+    grid_.Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) { onDoubleClick(e); });
+    grid_.Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& e) { onLeftUp(e); });
+    grid_.Bind(wxEVT_MOTION, [this](wxMouseEvent& e) { onMotion(e); });
+    grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { endDrag(); });
+    autoScroll_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { dragRowsTo(pointer_.y); });
+}
+
+Hit Grid::View::hitAt(const wxPoint& at) const {
+    return geometry_.HitTest(at.x, at.y, columns_);
+}
+
+void Grid::View::onLeftDown(wxMouseEvent& event, bool second) {
+    const Hit hit = hitAt(event.GetPosition());
+    pressed_ = true;
+    const bool inFilter = hit.spot == Spot::FilterCell || hit.spot == Spot::FilterButton;
+    if (!inFilter) {
+        LeaveFilter(false);
+        grid_.SetFocus();
+    }
+    if (!second) clickedRow_ = hit.row;
+    if (hit.row >= 0)
+        pressRow(hit, event);
+    else
+        pressHeadings(hit, event.GetPosition());
+}
+
+void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
+    const bool add = event.ControlDown();
+    const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
+    if (hit.column >= 0) SetCurrentColumn(hit.column);
+    if (!MoveTo(hit.row)) return;
+    if (event.ShiftDown()) {
+        anchor_ = from;
+        selectTo(hit.row, add);
+    } else if (add) {
+        selection_.ToggleRow(hit.row);
+    } else {
+        selection_.Clear();
+        if (hit.spot == Spot::RecordSelector) selection_.AddRows(hit.row, hit.row);
+    }
+    if (hit.spot == Spot::RecordSelector && !grid_.HasCapture()) {
+        drag_ = Drag::Rows;
+        dragAdds_ = add;
+        grid_.CaptureMouse();
+    }
+}
+
+void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
+    const bool edge = hit.spot == Spot::HeadingEdge;
+    if (edge && split_.AllowSizing) {
+        drag_ = Drag::Sizing;
+        dragColumn_ = hit.column;
+        dragStart_ = at.x;
+        dragWidth_ = geometry_.ColumnWidth(geometry_.PlaceOf(hit.column));
+        if (!grid_.HasCapture()) grid_.CaptureMouse();
+    } else if (edge || hit.spot == Spot::Heading) {
+        drag_ = Drag::Heading;
+        // Where nothing can be sized, the border between two headings belongs to the one under it.
+        dragColumn_ = hit.column;
+        if (!grid_.HasCapture()) grid_.CaptureMouse();
+        Refresh();
+    } else if (hit.spot == Spot::FilterCell) {
+        EnterFilter(hit.column, false);
+    } else if (hit.spot == Spot::FilterButton) {
+        if (grid_.OnFilterButton) grid_.OnFilterButton(hit.column);
+    } else if (hit.spot == Spot::Corner && Rows() > 0) {
+        selection_.AddRows(0, Rows() - 1);
+    }
+}
+
+// A double-click chooses only where both clicks hit the same data row.
+void Grid::View::onDoubleClick(wxMouseEvent& event) {
+    const Hit hit = hitAt(event.GetPosition());
+    if (hit.spot == Spot::HeadingEdge && split_.AllowSizing) return FitColumn(hit.column);
+    const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
+    onLeftDown(event, true);
+    const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
+    if (!onData || !sameRow || event.HasAnyModifiers() || current_ != hit.row) return;
+    if (grid_.OnDblClick) grid_.OnDblClick();
+}
+
+void Grid::View::onLeftUp(wxMouseEvent& event) {
+    if (!pressed_) return event.Skip();
+    pressed_ = false;
+    const Hit hit = hitAt(event.GetPosition());
+    const bool head = drag_ == Drag::Heading && hit.column == dragColumn_ &&
+                      (hit.spot == Spot::Heading || hit.spot == Spot::HeadingEdge);
+    const int column = dragColumn_;
+    endDrag();
+    const wxWeakRef<Grid> alive(&grid_);
+    if (head && grid_.OnHeadClick) grid_.OnHeadClick(column);
+    if (alive && !alive->IsBeingDeleted() && alive->OnClick) alive->OnClick();
+}
+
+void Grid::View::endDrag() {
+    autoScroll_.Stop();
+    if (grid_.HasCapture()) grid_.ReleaseMouse();
+    if (drag_ != Drag::None) Refresh();
+    drag_ = Drag::None;
+    dragColumn_ = -1;
+}
+
+void Grid::View::onMotion(wxMouseEvent& event) {
+    pointer_ = event.GetPosition();
+    switch (drag_) {
+    case Drag::Sizing:
+        return sizeColumn(pointer_.x);
+    case Drag::Rows: {
+        const Rect data = geometry_.Data();
+        const bool outside = pointer_.y < data.y || pointer_.y >= data.y + data.height;
+        if (outside && !autoScroll_.IsRunning()) autoScroll_.Start(autoScrollPause);
+        if (!outside) autoScroll_.Stop();
+        return dragRowsTo(pointer_.y);
+    }
+    case Drag::Heading:
+        return;
+    case Drag::None:
+        break;
+    }
+    updatePointer(pointer_);
+    event.Skip();
+}
+
+void Grid::View::dragRowsTo(int y) {
+    if (drag_ != Drag::Rows || Rows() == 0) return;
+    const Rect data = geometry_.Data();
+    const int beyond = y < data.y ? y - data.y : std::max(0, y - (data.y + data.height));
+    RowCount row = geometry_.FirstRow();
+    if (beyond < 0) {
+        row -= 1 + -beyond / geometry_.Sizes().rowHeight;
+    } else if (beyond > 0) {
+        row += geometry_.WholeRows() + beyond / geometry_.Sizes().rowHeight;
+    } else {
+        row = (geometry_.Vertical().Position() + y - data.y) / geometry_.Sizes().rowHeight;
+    }
+    row = std::clamp<RowCount>(row, 0, Rows() - 1);
+    if (row == current_) return;
+    const RowCount from = anchor_ >= 0 ? anchor_ : row;
+    if (!MoveTo(row)) return;
+    anchor_ = from;
+    selectTo(row, dragAdds_);
+}
+
+void Grid::View::sizeColumn(int x) {
+    const double width = pixelsToTwips(std::max(0, dragWidth_ + x - dragStart_), Scale());
+    columns_.Item(dragColumn_).Width = std::max(minColumnWidth, width);
+    Layout();
+    Refresh();
+}
+
+void Grid::View::updatePointer(const wxPoint& at) {
+    const Hit hit = hitAt(at);
+    wxStockCursor shape = wxCURSOR_DEFAULT;
+    if (hit.spot == Spot::HeadingEdge && split_.AllowSizing) shape = wxCURSOR_SIZEWE;
+    if (hit.spot == Spot::FilterCell) shape = wxCURSOR_IBEAM;
+    if (shape != pointerShape_) {
+        pointerShape_ = shape;
+        grid_.SetCursor(shape == wxCURSOR_DEFAULT ? wxNullCursor : wxCursor(shape));
+    }
+    showTip(hit);
+}
+
+// A cell or a heading that is cut shows its whole text while the mouse rests on it.
+void Grid::View::showTip(const Hit& hit) {
+    std::string text;
+    int room = 0;
+    if (hit.spot == Spot::Heading) {
+        text = columns_.Item(hit.column).Caption;
+        room = geometry_.Heading(hit.column).width;
+    } else if (hit.spot == Spot::Cell) {
+        const int field = fieldOf_[static_cast<std::size_t>(hit.column)];
+        if (const std::string* cell = cache_.Text(hit.row, field)) text = *cell;
+        room = geometry_.Cell(hit.row, hit.column).width;
+    }
+    if (!text.empty() && painter_->Width(text) <= room - pixels(cellMarginTwips())) text.clear();
+    if (text == tip_) return;
+    tip_ = text;
+    if (text.empty())
+        grid_.UnsetToolTip();
+    else
+        grid_.SetToolTip(wxString::FromUTF8(text));
+}
+
+} // namespace norvel::grid

@@ -1,0 +1,198 @@
+// Painting the data rows. What is not in view costs nothing.
+#include "platform/grid/View.h"
+
+#include <wx/dcbuffer.h>
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+using adodb::RowCount;
+
+Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()) {
+    palette_ = systemPalette();
+    makeScrollBars();
+    bindMouse();
+    bindKeys();
+    grid_.Bind(wxEVT_PAINT, [this](wxPaintEvent&) { onPaint(); });
+    grid_.Bind(wxEVT_SIZE, [this](wxSizeEvent& e) {
+        Layout();
+        e.Skip();
+    });
+    grid_.Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& e) {
+        palette_ = systemPalette();
+        Refresh();
+        e.Skip();
+    });
+    arrivals_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { rowsArrived(true); });
+    selection_.OnChange = [this] { Refresh(); };
+    FontChanged();
+}
+
+Grid::View::~View() {
+    if (source_) source_->RemoveObserver(this);
+    if (grid_.HasCapture()) grid_.ReleaseMouse();
+}
+
+void Grid::View::Refresh() {
+    grid_.wxControl::Refresh(false);
+}
+
+bool Grid::View::focused() const {
+    return grid_.HasFocus() || (editor_ && filterColumn_ >= 0 && editor_->HasFocus());
+}
+
+// Reads what the view shows and is not at hand. A failure takes the place of the rows.
+void Grid::View::prepareRows() {
+    try {
+        Reader();
+        std::vector<int> columns;
+        const auto range = geometry_.PlacesInView();
+        for (int place = range.first; place < range.last; ++place)
+            columns.push_back(geometry_.ColumnAt(place));
+        Fill(geometry_.FirstRow(), geometry_.RowsInView(), columns);
+    } catch (const Errore& error) {
+        readError_ = "Impossibile leggere i record: " + error.descrizione();
+    }
+}
+
+void Grid::View::onPaint() {
+    prepareRows();
+    wxAutoBufferedPaintDC dc(&grid_);
+    const wxRect dirty = grid_.GetUpdateRegion().GetBox();
+    paintRows(dc, dirty);
+    if (dirty.y < geometry_.DataTop()) {
+        paintHeadings(dc);
+        if (split_.FilterBar) paintFilterBar(dc);
+    }
+    paintScrollCorner(dc);
+    if (!readError_.empty()) paintMessage(dc);
+    const int rows = geometry_.ShownCount() > 0 ? geometry_.RowsInView() : 0;
+    if (firstPainted_ || rows == 0 || !readError_.empty()) return;
+    firstPainted_ = true;
+    const wxWeakRef<Grid> alive(&grid_);
+    grid_.CallAfter([alive, rows] {
+        if (alive && alive->OnFirstPaint) alive->OnFirstPaint(rows);
+    });
+}
+
+void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
+    const Measures& sizes = geometry_.Sizes();
+    const Rect data = geometry_.Data();
+    const wxRect area = wxRect(0, data.y, sizes.width, data.height).Intersect(dirty);
+    if (area.IsEmpty()) return;
+    const wxDCClipper clip(dc, area);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.back);
+    dc.DrawRectangle(area);
+    const Pixels top = geometry_.Vertical().Position() - data.y;
+    const RowCount first =
+        std::max<RowCount>(geometry_.FirstRow(), (top + area.y) / sizes.rowHeight);
+    const RowCount last = std::min<RowCount>(geometry_.FirstRow() + geometry_.RowsInView(),
+                                             (top + area.GetBottom()) / sizes.rowHeight + 1);
+    if (first >= last) return;
+    paintRowBacks(dc, first, last);
+    paintLines(dc, first, last);
+    if (area.GetRight() >= sizes.selectorWidth) paintTexts(dc, first, last);
+    if (current_ >= first && current_ < last) paintFocus(dc);
+    paintSelectors(dc, area);
+}
+
+// Selected rows first, then the current one, then the stripes.
+Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
+    if (selection_.Contains(row)) {
+        if (hasFocus) return {palette_.selection, palette_.selectionText};
+        return {palette_.idleSelection, palette_.idleSelectionText};
+    }
+    if (row == current_)
+        return {hasFocus ? palette_.currentBack : palette_.idleCurrentBack, palette_.text};
+    if (!split_.AlternatingRowStyle) return {palette_.back, palette_.text};
+    const RowColours colours = alternateColours(palette_, split_, row % 2 == 1);
+    return {colours.back, colours.text};
+}
+
+void Grid::View::paintRowBacks(wxDC& dc, RowCount first, RowCount last) {
+    const bool hasFocus = focused();
+    const int width =
+        std::min(geometry_.DataWidth(),
+                 geometry_.ColumnsWidth() - static_cast<int>(geometry_.Horizontal().Position()));
+    for (RowCount row = first; row < last; ++row) {
+        const RowLook look = lookOf(row, hasFocus);
+        if (look.back == palette_.back) continue;
+        dc.SetBrush(look.back);
+        dc.DrawRectangle(geometry_.Sizes().selectorWidth, geometry_.RowTop(row), width,
+                         geometry_.Sizes().rowHeight);
+    }
+}
+
+void Grid::View::paintLines(wxDC& dc, RowCount first, RowCount last) {
+    const int top = geometry_.RowTop(first);
+    const int bottom = geometry_.RowTop(last);
+    const int left = geometry_.Sizes().selectorWidth;
+    const int right =
+        std::min(geometry_.Sizes().width, left + geometry_.ColumnsWidth() -
+                                              static_cast<int>(geometry_.Horizontal().Position()));
+    dc.SetBrush(palette_.line);
+    const auto range = geometry_.PlacesInView();
+    for (int place = range.first; place < range.last; ++place)
+        dc.DrawRectangle(geometry_.ColumnLeft(place) + geometry_.ColumnWidth(place) - 1, top, 1,
+                         bottom - top);
+    for (RowCount row = first; row < last; ++row)
+        dc.DrawRectangle(left, geometry_.RowTop(row + 1) - 1, right - left, 1);
+}
+
+void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
+    const Rect data = geometry_.Data();
+    const int margin = pixels(cellMarginTwips() / 2);
+    const bool hasFocus = focused();
+    painter_->Begin(dc, {data.x, data.y, data.width, data.height});
+    const auto range = geometry_.PlacesInView();
+    std::vector<wxColour> colours;
+    for (RowCount row = first; row < last; ++row)
+        colours.push_back(lookOf(row, hasFocus).text);
+    for (int place = range.first; place < range.last; ++place) {
+        const int index = geometry_.ColumnAt(place);
+        const Column& column = columns_.Item(index);
+        const int field = fieldOf_[static_cast<std::size_t>(index)];
+        const Alignment align = alignmentOf(column);
+        const Overflow overflow = isNumberType(column.DataType) || isDateType(column.DataType)
+                                      ? Overflow::Hashes
+                                      : Overflow::Ellipsis;
+        wxRect box(geometry_.ColumnLeft(place) + margin, 0,
+                   geometry_.ColumnWidth(place) - 2 * margin - 1, geometry_.Sizes().rowHeight - 1);
+        for (RowCount row = first; row < last; ++row) {
+            const std::string* text = field >= 0 ? cache_.Text(row, field) : nullptr;
+            if (!text || text->empty()) continue;
+            box.y = geometry_.RowTop(row);
+            painter_->Draw(*text, box, align, overflow,
+                           colours[static_cast<std::size_t>(row - first)]);
+        }
+    }
+    painter_->End();
+}
+
+// The current cell: a frame, strong while the grid has the focus.
+void Grid::View::paintFocus(wxDC& dc) {
+    if (!focused()) return;
+    const Rect cell = geometry_.Cell(current_, currentColumn_);
+    if (cell.Empty()) return;
+    const Rect data = geometry_.Data();
+    const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
+    const bool onSelection = selection_.Contains(current_);
+    dc.SetBrush(*wxTRANSPARENT_BRUSH);
+    dc.SetPen(onSelection ? palette_.selectionText : palette_.focus);
+    dc.DrawRectangle(cell.x, cell.y, cell.width - 1, cell.height - 1);
+    if (onSelection) dc.SetPen(palette_.selection);
+    dc.DrawRectangle(cell.x + 1, cell.y + 1, cell.width - 3, cell.height - 3);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+}
+
+void Grid::View::paintMessage(wxDC& dc) {
+    const Rect data = geometry_.Data();
+    const wxRect box(data.x + 8, data.y + 8, std::max(0, data.width - 16), textHeight_);
+    painter_->Begin(dc, {data.x, data.y, data.width, data.height});
+    painter_->Draw(readError_, box, Alignment::Left, Overflow::Ellipsis, palette_.text);
+    painter_->End();
+}
+
+} // namespace norvel::grid

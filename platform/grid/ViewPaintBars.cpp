@@ -1,0 +1,149 @@
+// Painting what stands around the data rows: headings, filter bar, record selectors.
+#include "platform/grid/View.h"
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+using adodb::RowCount;
+
+namespace {
+
+// A small triangle; down: pointing down, otherwise to the right.
+void drawTriangle(wxDC& dc, const wxPoint& centre, int size, bool down, const wxColour& colour) {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(colour);
+    const int half = size / 2;
+    if (down) {
+        const wxPoint points[] = {{-size, -half}, {size, -half}, {0, size - half}};
+        dc.DrawPolygon(3, points, centre.x, centre.y);
+    } else {
+        const wxPoint points[] = {{-half, -size}, {-half, size}, {size - half, 0}};
+        dc.DrawPolygon(3, points, centre.x, centre.y);
+    }
+}
+
+} // namespace
+
+void Grid::View::paintHeadings(wxDC& dc) {
+    const Measures& sizes = geometry_.Sizes();
+    const int whole = grid_.GetClientSize().x;
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(0, 0, whole, sizes.headingHeight);
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(0, sizes.headingHeight - 1, whole, 1);
+    dc.DrawRectangle(sizes.selectorWidth - 1, 0, 1, sizes.headingHeight);
+    const wxRect room(sizes.selectorWidth, 0, geometry_.DataWidth(), sizes.headingHeight);
+    const int margin = pixels(cellMarginTwips() / 2);
+    const auto range = geometry_.PlacesInView();
+    {
+        const wxDCClipper clip(dc, room);
+        for (int place = range.first; place < range.last; ++place) {
+            const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
+            if (drag_ == Drag::Heading && dragColumn_ == geometry_.ColumnAt(place)) {
+                dc.SetBrush(palette_.facePressed);
+                dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height - 1);
+                dc.SetBrush(palette_.faceLine);
+            }
+            dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
+        }
+    }
+    painter_->Begin(dc, room);
+    for (int place = range.first; place < range.last; ++place) {
+        const Column& column = columns_.Item(geometry_.ColumnAt(place));
+        const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
+        painter_->Draw(column.Caption,
+                       {cell.x + margin, cell.y, cell.width - 2 * margin - 1, cell.height - 1},
+                       alignmentOf(column), Overflow::Ellipsis, palette_.faceText);
+    }
+    painter_->End();
+}
+
+void Grid::View::paintFilterBar(wxDC& dc) {
+    const Measures& sizes = geometry_.Sizes();
+    const int whole = grid_.GetClientSize().x;
+    const int top = sizes.headingHeight;
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.filterBack);
+    dc.DrawRectangle(0, top, whole, sizes.filterHeight);
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(0, top, sizes.selectorWidth, sizes.filterHeight);
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(0, top + sizes.filterHeight - 1, whole, 1);
+    dc.DrawRectangle(sizes.selectorWidth - 1, top, 1, sizes.filterHeight);
+    const wxRect room(sizes.selectorWidth, top, geometry_.DataWidth(), sizes.filterHeight);
+    const int margin = pixels(cellMarginTwips() / 2);
+    const auto range = geometry_.PlacesInView();
+    painter_->Begin(dc, room);
+    for (int place = range.first; place < range.last; ++place) {
+        const int index = geometry_.ColumnAt(place);
+        const Column& column = columns_.Item(index);
+        const Rect cell = geometry_.FilterCell(index);
+        const int button = column.FilterCombo ? sizes.filterButtonWidth : 0;
+        if (index != filterColumn_)
+            painter_->Draw(
+                column.FilterText,
+                {cell.x + margin, cell.y, cell.width - 2 * margin - 1 - button, cell.height - 1},
+                Alignment::Left, Overflow::Ellipsis, palette_.text);
+    }
+    painter_->End();
+    const wxDCClipper clip(dc, room);
+    for (int place = range.first; place < range.last; ++place) {
+        const int index = geometry_.ColumnAt(place);
+        const Rect cell = geometry_.FilterCell(index);
+        dc.SetPen(*wxTRANSPARENT_PEN);
+        dc.SetBrush(palette_.faceLine);
+        dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
+        if (columns_.Item(index).FilterCombo) {
+            const Rect b = geometry_.FilterButton(index);
+            paintFilterButton(dc, {b.x, b.y, b.width - 1, b.height - 1});
+        }
+        if (index == filterColumn_) {
+            dc.SetBrush(*wxTRANSPARENT_BRUSH);
+            dc.SetPen(palette_.focus);
+            dc.DrawRectangle(cell.x, cell.y, cell.width - 1, cell.height - 1);
+        }
+    }
+}
+
+void Grid::View::paintFilterButton(wxDC& dc, const wxRect& box) {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(box);
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(box.x, box.y, 1, box.height);
+    drawTriangle(dc, {box.x + box.width / 2, box.y + box.height / 2}, std::max(3, pixels(60)), true,
+                 palette_.faceText);
+}
+
+// A strip of headings for rows; the current one bears a mark.
+void Grid::View::paintSelectors(wxDC& dc, const wxRect& dirty) {
+    const Measures& sizes = geometry_.Sizes();
+    if (sizes.selectorWidth == 0 || dirty.x >= sizes.selectorWidth) return;
+    const RowCount first = geometry_.FirstRow();
+    const RowCount last = first + geometry_.RowsInView();
+    const int bottom = geometry_.RowTop(last);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(0, geometry_.DataTop(), sizes.selectorWidth, bottom - geometry_.DataTop());
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(sizes.selectorWidth - 1, geometry_.DataTop(), 1, bottom - geometry_.DataTop());
+    for (RowCount row = first; row < last; ++row)
+        dc.DrawRectangle(0, geometry_.RowTop(row + 1) - 1, sizes.selectorWidth, 1);
+    if (current_ < first || current_ >= last) return;
+    drawTriangle(dc, {sizes.selectorWidth / 2, geometry_.RowTop(current_) + sizes.rowHeight / 2},
+                 std::max(3, pixels(75)), false, palette_.faceText);
+}
+
+// Where the two scroll bars meet, and beside the headings above the vertical one.
+void Grid::View::paintScrollCorner(wxDC& dc) {
+    const wxSize client = grid_.GetClientSize();
+    const Measures& sizes = geometry_.Sizes();
+    if (sizes.width >= client.x || sizes.height >= client.y) return;
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(sizes.width, sizes.height, client.x - sizes.width, client.y - sizes.height);
+}
+
+} // namespace norvel::grid

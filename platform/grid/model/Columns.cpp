@@ -1,0 +1,85 @@
+#include "platform/grid/model/Model.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace norvel::grid {
+
+using namespace adodb;
+
+namespace {
+
+Errore badIndex(int index) {
+    return {3265, "Colonna " + std::to_string(index) + " non trovata nell'insieme delle colonne"};
+}
+
+} // namespace
+
+Column& Columns::Item(int index) {
+    if (index < 0 || index >= Count()) throw badIndex(index);
+    return items_[static_cast<std::size_t>(index)];
+}
+
+const Column& Columns::Item(int index) const {
+    if (index < 0 || index >= Count()) throw badIndex(index);
+    return items_[static_cast<std::size_t>(index)];
+}
+
+int Columns::IndexOf(std::string_view dataField) const {
+    const auto found = std::ranges::find_if(
+        items_, [&](const Column& c) { return equalsText(c.DataField, dataField); });
+    return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
+}
+
+void Columns::Add(Column column) {
+    items_.push_back(std::move(column));
+}
+
+std::vector<int> Columns::Shown() const {
+    std::vector<int> shown;
+    for (int i = 0; i < Count(); ++i)
+        if (items_[static_cast<std::size_t>(i)].Visible) shown.push_back(i);
+    std::ranges::stable_sort(shown, {}, [&](int i) { return Item(i).Order; });
+    return shown;
+}
+
+bool isNumberType(DataTypeEnum type) {
+    switch (type) {
+    case adSmallInt:
+    case adInteger:
+    case adSingle:
+    case adDouble:
+    case adCurrency:
+    case adDecimal:
+    case adTinyInt:
+    case adUnsignedTinyInt:
+    case adUnsignedSmallInt:
+    case adUnsignedInt:
+    case adBigInt:
+    case adUnsignedBigInt:
+    case adNumeric:
+    case adVarNumeric:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isDateType(DataTypeEnum type) {
+    return type == adDate || type == adDBDate || type == adDBTime || type == adDBTimeStamp ||
+           type == adFileTime;
+}
+
+bool isBinaryType(DataTypeEnum type) {
+    return type == adBinary || type == adVarBinary || type == adLongVarBinary;
+}
+
+Alignment alignmentOf(const Column& column) {
+    if (column.Align != Alignment::General) return column.Align;
+    if (isNumberType(column.DataType)) return Alignment::Right;
+    if (isDateType(column.DataType) || column.DataType == adBoolean) return Alignment::Center;
+    return Alignment::Left;
+}
+
+} // namespace norvel::grid

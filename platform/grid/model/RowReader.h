@@ -1,0 +1,51 @@
+// Reads the rows of a host's recordset through a clone of its own: the host's current record never
+// moves because something is painted.
+#pragma once
+
+#include "platform/grid/model/RowCache.h"
+#include "platform/grid/model/SelBookmarks.h"
+
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace norvel::grid {
+
+// The view of a recordset as it stood when the reader was made: its filter and its order. A new
+// filter or order needs a new reader; rows that arrive later show up by themselves.
+class NR_API RowReader : public RowIds {
+  public:
+    // Errore: what the recordset raises when it is closed, busy or cannot be cloned.
+    explicit RowReader(adodb::Recordset& host);
+
+    adodb::RowCount Rows() const override;
+    Variant BookmarkAt(adodb::RowCount row) override;
+    std::optional<adodb::RowCount> RowOf(const Variant& bookmark) override;
+    std::shared_ptr<RowIds> StableView() override;
+
+    // The number of a field by its name (case-blind); -1 on a miss.
+    int FieldIndex(std::string_view name) const;
+    int FieldCount() const { return static_cast<int>(fieldNames_.size()); }
+
+    // Brings the cells of the rows [first, first + count) and of the fields into the cache, as far
+    // as they are not there and the rows exist.
+    void Fill(RowCache& cache, adodb::RowCount first, adodb::RowCount count,
+              const std::vector<int>& fields);
+
+    // Whether the host still shows the same rows as this reader, in the same or another order.
+    bool SameFilter(const adodb::Recordset& host) const { return filter_ == host.Filter(); }
+    bool SameSort(const adodb::Recordset& host) const { return sort_ == host.Sort(); }
+
+  private:
+    RowReader() = default;
+    void read(RowCache& cache, const RowCache::Gap& gap);
+    adodb::RecordsetRef clone_;
+    Variant filter_;
+    std::string sort_;
+    std::vector<std::string> fieldNames_; // folded
+    std::unordered_map<std::string, int> fieldNumbers_;
+    std::shared_ptr<RowIds> stable_;
+};
+
+} // namespace norvel::grid
