@@ -24,7 +24,8 @@ namespace norvel::search_window {
 
 namespace {
 
-// Never destroyed: a window left loaded at the end of the process goes with it, not after the toolkit.
+// Never destroyed: a window left loaded at the end of the process goes with it, not after the
+// toolkit.
 std::unique_ptr<FrmRicerca>& istanza() {
     static auto* finestra = new std::unique_ptr<FrmRicerca>;
     return *finestra;
@@ -105,12 +106,26 @@ void FrmRicerca::SetRecordset(adodb::RecordsetRef recordset) {
     DBRicerca.SetRecordset(std::move(recordset));
 }
 
-// What opening needs and no view decides: the total, the filter bar's switch, the timer. A step
-// that fails ends it without a message, and what was done stays done.
+namespace {
+
+// A recordset that is missing (91) or closed (3704) is an error.
+adodb::RowCount righe(const adodb::RecordsetRef& recordset) {
+    if (!recordset) throw erroreOggettoNonImpostato();
+    return recordset->RecordCount();
+}
+
+} // namespace
+
+// What opening needs and no view decides: the total, the filter bar's switch, the timer. It ends,
+// without a message, at the first of the host's three recordsets that is not open, and what was
+// done stays done: a host gives all three, empty ones where it keeps no views.
 void FrmRicerca::ImpostaStileGriglia() {
+    const VariabiliGlobali& sessione = variabiliGlobali();
     try {
-        scriviTotale();
-        if (equalsNumber(variabiliGlobali().gFilterBar, 0)) {
+        righe(sessione.gRecordsetOperatori);
+        righe(sessione.gRecordsetViste);
+        scriviStato(testoTotale(righe(sessione.gRecordset)), Conteggio::Totale);
+        if (equalsNumber(sessione.gFilterBar, 0)) {
             Griglia->SplitAt(0).FilterBar = false;
             Griglia->Changed();
         }

@@ -99,7 +99,6 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     // Which count the first panel shows, so that it is written again as rows arrive.
     enum class Conteggio { Nessuno, Totale, Contatore };
     void scriviStato(const std::string& testo, Conteggio conteggio);
-    void scriviTotale();
     void riscriviConteggio();
 
     Conteggio conteggio_ = Conteggio::Nessuno;

@@ -82,12 +82,6 @@ void FrmRicerca::scriviStato(const std::string& testo, Conteggio conteggio) {
     conteggio_ = conteggio;
 }
 
-void FrmRicerca::scriviTotale() {
-    const auto& recordset = variabiliGlobali().gRecordset;
-    if (!recordset) throw erroreOggettoNonImpostato();
-    scriviStato(testoTotale(recordset->RecordCount()), Conteggio::Totale);
-}
-
 void FrmRicerca::aggiornaContatore() {
     const auto& recordset = DBRicerca.Recordset();
     if (!recordset) return;

@@ -1,6 +1,7 @@
 // The bench of the search window's tests: a host over real rows, an operator at the real window.
 #pragma once
 
+#include "component/DatiHost.h"
 #include "component/Ricerca.h"
 #include "component/VariabiliGlobali.h"
 #include "platform/controls/StatusBar.h"
@@ -24,6 +25,8 @@ class Banco : public ::testing::Test {
     void SetUp() override {
         installaFrmRicerca();
         variabiliGlobali() = {};
+        ricerca.SetRecordsetOperatori(operatoriVuoti());
+        ricerca.SetRecordsetViste(visteVuote());
         ricerca.SetCampoRicerca("codice");
         ricerca.SetCaption("Ricerca clienti");
         ricerca.SetStatusBar("1");

@@ -230,6 +230,23 @@ TEST_F(VitaTest, FilterBarZeroOrUnsetSwitchesTheFilterBarOff) {
     cerca(clienti(5));
 }
 
+TEST_F(VitaTest, StylingEndsAtTheFirstRecordsetThatIsNotOpen) {
+    auto chiuse = visteVuote();
+    chiuse->Close();
+    ricerca.SetRecordsetViste(chiuse);
+    ricerca.SetFilterBar("0");
+    aperta().then("controlla", [&] {
+        EXPECT_EQ(stato(), "") << "no total";
+        EXPECT_TRUE(finestra().Griglia->SplitAt(0).FilterBar) << "the switch was not reached";
+        robot.pumpFor(700);
+        EXPECT_FALSE(variabiliGlobali().gFinestraPronta) << "nor the timer";
+        EXPECT_EQ(finestra().NumeroColonne(), 2) << "the rows are there all the same";
+    });
+    chiudi();
+    cerca(clienti(5));
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
 TEST_F(VitaTest, ASecondSearchStartsFreshAndTheHostsRowIsWhereTheOperatorLeftIt) {
     auto rs = clienti(120);
     pronta().then("giù", [&] {
