@@ -54,7 +54,9 @@ Date putTogether(std::int64_t day, double secondOfDay) {
 }
 
 std::optional<std::int64_t> dayOf(CivilDate date) {
-    if (date.year < firstYear || date.year > lastYear || date.month < 1 || date.day < 1)
+    const auto within = [](int value, int low, int high) { return value >= low && value <= high; };
+    if (!within(date.year, firstYear, lastYear) || !within(date.month, 1, 12) ||
+        !within(date.day, 1, 31))
         return std::nullopt;
     const std::chrono::year_month_day civil{std::chrono::year{date.year},
                                             std::chrono::month(static_cast<unsigned>(date.month)),
