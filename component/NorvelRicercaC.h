@@ -123,10 +123,10 @@ NR_API int nr_member_kinds(size_t place);
 #define NR_LOCK_READ_ONLY 1
 #define NR_LOCK_OPTIMISTIC 3
 
-/* Options of an open: none; hand back control after the first block of rows and bring the rest in
- * the background, reading what has not come yet waits for it (NR_FETCH_BACKGROUND) or finds the end
- * of what has (NR_FETCH_NON_BLOCKING). Any other value of ADO's ExecuteOptionEnum passes through.
- */
+/* Options of an open, bits of ADO's ExecuteOptionEnum. NR_FETCH_BACKGROUND hands control back after
+ * the first block of rows and brings the rest while the host goes on; a move to rows that have not
+ * come yet waits for them, or, with NR_FETCH_NON_BLOCKING beside it, takes those that have come for
+ * all there are. A host that shows the window passes both. */
 #define NR_OPTIONS_NONE (-1)
 #define NR_FETCH_BACKGROUND 0x20
 #define NR_FETCH_NON_BLOCKING 0x40

@@ -11,6 +11,7 @@ namespace {
 
 std::vector<std::string> nomi(adodb::Recordset& righe) {
     std::vector<std::string> elenco;
+    elenco.reserve(righe.Fields().Count());
     for (int campo = 0; campo < righe.Fields().Count(); ++campo)
         elenco.push_back(righe.Fields()(campo).Name());
     return elenco;

@@ -175,6 +175,7 @@ TEST_F(InterfacciaCTest, ARecordsetWithoutRowsRefusesAFieldTwice) {
 TEST_F(InterfacciaCTest, ManyThreadsMakeUseAndReleaseObjectsAtOnce) {
     std::atomic<int> riusciti{0};
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int numero = 0; numero < 4; ++numero)
         threads.emplace_back([&] {
             for (int giro = 0; giro < 200; ++giro) {
