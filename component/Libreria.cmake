@@ -1,7 +1,7 @@
 # libNorvelRicerca.so: every folder in one library, and what a host needs to build against it.
 
 # Whole folders, not what happens to be referred to: a host may use any part that is marked NR_API, and the
-# window makes itself known when the library is loaded.
+# window makes itself known when the library is loaded. A new folder of code joins the list.
 set(folders nr_runtime nr_adodb nr_data_control nr_controls nr_grid_model nr_grid nr_session
             nr_finestra_ricerca nr_search_window nr_component)
 add_library(NorvelRicerca SHARED)
@@ -19,11 +19,13 @@ target_include_directories(NorvelRicerca INTERFACE
   $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/NorvelRicerca>)
-set(exported ${PROJECT_SOURCE_DIR}/cmake/NorvelRicerca.map)
-target_link_options(NorvelRicerca PRIVATE -Wl,--version-script=${exported} -Wl,-z,defs)
+if(NOT WIN32)
+  set(exported ${PROJECT_SOURCE_DIR}/cmake/NorvelRicerca.map)
+  target_link_options(NorvelRicerca PRIVATE -Wl,--version-script=${exported} -Wl,-z,defs)
+  set_target_properties(NorvelRicerca PROPERTIES LINK_DEPENDS ${exported})
+endif()
 set_target_properties(NorvelRicerca PROPERTIES
   LINKER_LANGUAGE CXX
-  LINK_DEPENDS ${exported}
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR})
 

@@ -128,7 +128,8 @@ def main(database, table="clienti", field="codice"):
 
 if __name__ == "__main__":
     if not 2 <= len(sys.argv) <= 4:
-        sys.exit(__doc__)
+        print(__doc__, file=sys.stderr)
+        sys.exit(2)
     try:
         sys.exit(main(*sys.argv[1:]))
     except Errore as error:

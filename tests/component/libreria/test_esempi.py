@@ -98,7 +98,7 @@ class Esempi(unittest.TestCase):
                         ["/usr/bin/python3", PYTHON_HOST]):
             done = subprocess.run(command, capture_output=True, text=True, check=False,
                                   env={**os.environ, "NORVELRICERCA_LIBRARY": os.environ["NR_LIBRARY"]})
-            self.assertNotEqual(done.returncode, 0)
+            self.assertEqual(done.returncode, 2)
             self.assertIn("DATABASE [TABLE [FIELD]]", done.stderr)
 
 
