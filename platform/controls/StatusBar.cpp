@@ -1,5 +1,6 @@
 #include "platform/controls/StatusBar.h"
 
+#include "platform/controls/Icons.h"
 #include "platform/controls/WxText.h"
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/Twips.h"
@@ -7,28 +8,102 @@
 #include <wx/dcbuffer.h>
 #include <wx/settings.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace norvel::controls {
+
+namespace {
+constexpr int verticalPadding = 4; // above and below the text, in 1/96 inch
+constexpr int sidePadding = 8;     // left and right of a panel's text
+} // namespace
 
 StatusBar::StatusBar(wxWindow* parent, int panels)
     : wxControl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_NONE),
-      texts_(static_cast<std::size_t>(panels)) {
+      texts_(static_cast<std::size_t>(std::max(panels, 1))) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        Refresh();
+        event.Skip();
+    });
+    SetInitialSize();
+}
+
+std::size_t StatusBar::indexOf(int panel) const {
+    if (panel < 1 || panel > static_cast<int>(texts_.size()))
+        throw Errore(35600, "Indice fuori dai limiti");
+    return static_cast<std::size_t>(panel) - 1;
 }
 
 const std::string& StatusBar::PanelText(int panel) const {
-    if (panel < 1 || panel > static_cast<int>(texts_.size()))
-        throw Errore(35600, "Indice fuori dai limiti");
-    return texts_[static_cast<std::size_t>(panel) - 1];
+    return texts_[indexOf(panel)];
 }
 
+// Only the first panel's text changes nothing but itself; another's width follows its text.
 void StatusBar::SetPanelText(int panel, const std::string& text) {
-    if (PanelText(panel) == text) return;
-    texts_[static_cast<std::size_t>(panel) - 1] = text;
-    Refresh();
+    std::string& own = texts_[indexOf(panel)];
+    if (own == text) return;
+    own = text;
+    if (panel == 1)
+        RefreshRect(PanelRect(1), false);
+    else
+        Refresh();
+}
+
+double StatusBar::scale() const {
+    return FromDIP(1000) / 1000.0;
+}
+
+int StatusBar::heightPixels() const {
+    return GetCharHeight() + 2 * FromDIP(verticalPadding);
 }
 
 int StatusBar::HeightTwips() const {
-    return (GetCharHeight() + 8) * 15;
+    return static_cast<int>(std::ceil(pixelsToTwips(heightPixels(), scale())));
+}
+
+wxSize StatusBar::DoGetBestClientSize() const {
+    return {FromDIP(100), heightPixels()};
+}
+
+int StatusBar::panelWidth(std::size_t index) const {
+    if (index > 0) return GetTextExtent(toWx(texts_[index])).x + 2 * FromDIP(sidePadding);
+    int room = GetClientSize().x;
+    for (std::size_t other = 1; other < texts_.size(); ++other)
+        room -= panelWidth(other);
+    return std::max(room, 0);
+}
+
+wxRect StatusBar::PanelRect(int panel) const {
+    int x = 0;
+    const std::size_t index = indexOf(panel);
+    for (std::size_t before = 0; before < index; ++before)
+        x += panelWidth(before);
+    return {x, 0, panelWidth(index), GetClientSize().y};
+}
+
+void StatusBar::paint() {
+    wxAutoBufferedPaintDC dc(this);
+    const wxColour face = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+    const wxColour text = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT);
+    const wxSize size = GetClientSize();
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(face));
+    dc.DrawRectangle(size);
+    dc.SetBrush(wxBrush(blend(face, text, 0.22)));
+    dc.DrawRectangle(0, 0, size.x, 1);
+    dc.SetFont(GetFont());
+    dc.SetTextForeground(text);
+    for (int panel = 1; panel <= static_cast<int>(texts_.size()); ++panel) {
+        const wxRect area = PanelRect(panel);
+        if (panel > 1) dc.DrawRectangle(area.x, size.y / 5, 1, size.y - 2 * (size.y / 5));
+        const wxDCClipper clip(dc, area);
+        const wxRect inner = area.Deflate(FromDIP(sidePadding), 0);
+        const wxString shown = wxControl::Ellipsize(toWx(PanelText(panel)), dc, wxELLIPSIZE_END,
+                                                    std::max(inner.width, 1));
+        dc.DrawLabel(shown, inner, wxALIGN_LEFT | wxALIGN_CENTRE_VERTICAL);
+    }
 }
 
 } // namespace norvel::controls

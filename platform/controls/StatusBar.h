@@ -10,6 +10,8 @@
 
 namespace norvel::controls {
 
+// The first panel takes the room that the others leave; they are as wide as their texts. The height
+// follows from the font: give the bar HeightTwips() and no text is clipped, at any scale and font.
 class NR_API StatusBar : public wxControl {
   public:
     explicit StatusBar(wxWindow* parent, int panels = 1);
@@ -18,8 +20,20 @@ class NR_API StatusBar : public wxControl {
     const std::string& PanelText(int panel) const;
     void SetPanelText(int panel, const std::string& text);
     int HeightTwips() const; // from the font
+    // Where a panel stands, in client pixels.
+    wxRect PanelRect(int panel) const;
+
+    bool AcceptsFocus() const override { return false; }
+
+  protected:
+    wxSize DoGetBestClientSize() const override;
 
   private:
+    std::size_t indexOf(int panel) const;
+    double scale() const;
+    int heightPixels() const;
+    int panelWidth(std::size_t index) const;
+    void paint();
     std::vector<std::string> texts_;
 };
 

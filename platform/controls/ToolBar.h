@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,28 +31,50 @@ struct Button {
     std::vector<ButtonMenu> ButtonMenus;
 };
 
-// Events are plain callbacks. All changes go through Change so that the bar repaints itself.
+// A row of buttons with icons of the system's own (Icons.h), found by key. It is heightTwips high
+// at every scale and font: give it that height. Buttons that do not fit go into a menu behind a
+// chevron at the right end.
+//
+// Mouse: a command runs when the button comes up where it went down; a click leaves the keyboard
+// focus where it is. Keyboard: Tab into and out of the bar, Left/Right/Home/End between the enabled
+// buttons, Space or Enter presses, Down opens a drop-down's menu. A Check button changes its Value
+// before its click is told. Description is the tip and the name in the overflow menu.
+//
+// Events are plain callbacks; they may change the bar or destroy the window. All changes go through
+// Change, which repaints only what they show.
 class NR_API ToolBar : public wxControl {
   public:
     ToolBar(wxWindow* parent, int heightTwips);
     ~ToolBar() override;
 
+    // At the end. Errore 35602 ("Chiave non univoca nell'insieme") on a key that is there; empty
+    // keys may repeat.
     void Add(Button button);
     std::size_t Count() const;
-    // By key, case-blind; Errore 35601 ("Elemento non trovato") on a miss.
+    // By key, case-blind; Errore 35601 ("Elemento non trovato") on a miss. By place, from 0;
+    // Errore 35600 ("Indice fuori dai limiti").
     const Button& Item(std::string_view key) const;
     const Button& Item(std::size_t index) const;
+    // What the function throws leaves the button as it was.
     void Change(std::string_view key, const std::function<void(Button&)>& change);
     int HeightTwips() const;
-    // Where a button stands, in the bar's client pixels; empty when it is not visible.
+    // Where a button stands, in the bar's client pixels, the arrow part included; empty when it is
+    // not visible or in the overflow menu.
     wxRect ButtonRect(std::string_view key) const;
+    // Where the chevron of the overflow menu stands; empty when every button fits.
+    wxRect OverflowRect() const;
+    // The button where the keyboard stands; "" while the bar has no focus.
+    std::string FocusedKey() const;
 
     std::function<void(const Button&)> OnButtonClick;
     std::function<void(const Button&, const ButtonMenu&)> OnButtonMenuClick;
 
+  protected:
+    wxSize DoGetBestClientSize() const override;
+
   private:
     struct Impl;
-    Impl* impl_;
+    std::unique_ptr<Impl> impl_;
 };
 
 } // namespace norvel::controls
