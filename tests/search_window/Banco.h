@@ -14,6 +14,8 @@
 #include "tests/support/Script.h"
 
 #include <gtest/gtest.h>
+#include <wx/button.h>
+#include <wx/frame.h>
 
 #include <string>
 

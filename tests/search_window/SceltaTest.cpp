@@ -1,8 +1,6 @@
 // Choosing rows with real keys and a real mouse.
 #include "tests/search_window/Banco.h"
 
-#include <wx/frame.h>
-
 namespace norvel::search_window {
 namespace {
 

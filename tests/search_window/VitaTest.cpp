@@ -4,9 +4,7 @@
 #include "search_window/Pulsanti.h"
 #include "tests/search_window/Banco.h"
 
-#include <wx/button.h>
 #include <wx/display.h>
-#include <wx/frame.h>
 
 #include <locale.h>
 
