@@ -74,4 +74,10 @@ std::unique_ptr<TextPainter> makePlainTextPainter() {
     return std::make_unique<PlainTextPainter>();
 }
 
+#ifndef NR_PANGO
+std::unique_ptr<TextPainter> makeTextPainter() {
+    return makePlainTextPainter();
+}
+#endif
+
 } // namespace norvel::grid
