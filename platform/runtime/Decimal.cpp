@@ -264,7 +264,7 @@ std::string Decimal::toText() const {
 }
 
 bool Decimal::operator==(const Decimal& other) const {
-    return (*this <=> other) == 0;
+    return std::is_eq(*this <=> other);
 }
 
 std::strong_ordering Decimal::operator<=>(const Decimal& other) const {

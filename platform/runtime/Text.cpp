@@ -4,6 +4,7 @@
 #include "platform/runtime/Utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace norvel {
@@ -16,21 +17,27 @@ bool mayCombine(char byte) {
     return static_cast<unsigned char>(byte) >= leadOfFirstCombining;
 }
 
+// The folded forms of the code points below firstCombining, of which most texts are made.
+const std::array<char32_t, firstCombining>& simpleFolds() {
+    static const std::array<char32_t, firstCombining> folds = [] {
+        std::array<char32_t, firstCombining> all{};
+        for (char32_t c = 0; c < firstCombining; ++c)
+            all[c] = system_text::foldCodePoint(c);
+        return all;
+    }();
+    return folds;
+}
+
 void appendLowerAscii(std::string& out, std::string_view ascii) {
     const std::size_t from = out.size();
     out.append(ascii);
     char* data = out.data() + from;
     char* const end = out.data() + out.size();
-    constexpr std::uint64_t ones = 0x0101010101010101U;
     for (; end - data >= 8; data += 8) {
-        std::uint64_t word = eightBytes(data);
-        // The high bit of each byte: set by the first sum from 'A' up, by the second past 'Z'.
-        const std::uint64_t capitals =
-            (word + ones * (0x80U - 'A')) & ~(word + ones * (0x7FU - 'Z')) & highBits;
-        word |= capitals >> 2U;
-        std::memcpy(data, &word, sizeof word);
+        const std::uint64_t low = lowerAscii(eightBytes(data));
+        std::memcpy(data, &low, sizeof low);
     }
-    std::transform(data, end, data, lowerAscii);
+    std::transform(data, end, data, [](char c) { return lowerAscii(c); });
 }
 
 // The end of the segment that begins at start: a code point and all that join it.
@@ -54,6 +61,8 @@ void appendFoldedSegment(std::string& out, std::string_view segment) {
     } else if (first.length < segment.size() ||
                (first.value >= firstCombining && !system_text::isComposed(first.value))) {
         out += system_text::foldSegment(segment);
+    } else if (first.value < firstCombining) {
+        appendUtf8(out, simpleFolds()[first.value]);
     } else {
         appendUtf8(out, system_text::foldCodePoint(first.value));
     }
@@ -88,50 +97,82 @@ struct FoldedMap {
     }
 };
 
-// Looks through the ASCII at the start of text; found tells the match. Returns the position from
-// which the rest has to be folded, npos when the answer is known.
-std::size_t findInAscii(std::string_view text, std::string_view lowNeedle, std::size_t start,
-                        TextMatch& found) {
-    const std::size_t length = lowNeedle.size();
-    const auto equalAt = [&](std::size_t at, std::size_t offset) {
-        return lowerAscii(text[at + offset]) == lowNeedle[offset];
-    };
-    for (std::size_t at = start; at < text.size(); ++at) {
-        if (!isAscii(text[at])) return at;
-        if (!equalAt(at, 0)) continue;
-        std::size_t offset = 1;
-        while (offset < length && at + offset < text.size() && equalAt(at, offset))
-            ++offset;
-        if (at + offset < text.size() && !isAscii(text[at + offset])) return at;
-        if (offset == length) {
-            found = {at, length};
+// A character that is folded by itself: below firstCombining, with nothing behind it that might
+// join it. Length 0 for any other.
+struct SimpleCharacter {
+    char32_t folded = 0;
+    unsigned length = 0;
+};
+
+SimpleCharacter simpleAt(std::string_view text, std::size_t at,
+                         const std::array<char32_t, firstCombining>& folds) {
+    const CodePoint point = decodeUtf8(text, at);
+    const std::size_t behind = at + point.length;
+    if (!point.valid || point.value >= firstCombining) return {};
+    if (behind < text.size() && mayCombine(text[behind])) return {};
+    return {folds[point.value], point.length};
+}
+
+// Searches the simple characters at the start of text; found tells the match. Returns the position
+// from which the rest has to be folded, npos when the answer is known.
+std::size_t findAmongSimple(std::string_view text, std::u32string_view needle, std::size_t start,
+                            TextMatch& found) {
+    const auto& folds = simpleFolds();
+    for (std::size_t at = start; at < text.size();) {
+        const bool amidAscii = at + 1 < text.size() && isAscii(text[at]) && isAscii(text[at + 1]);
+        if (amidAscii && static_cast<char32_t>(lowerAscii(text[at])) != needle[0]) {
+            ++at;
+            continue;
+        }
+        const SimpleCharacter first = simpleAt(text, at, folds);
+        if (first.length == 0) return at;
+        std::size_t end = at;
+        std::size_t matched = 0;
+        while (matched < needle.size() && end < text.size()) {
+            const SimpleCharacter next = simpleAt(text, end, folds);
+            if (next.length == 0) return at;
+            if (next.folded != needle[matched]) break;
+            ++matched;
+            end += next.length;
+        }
+        if (matched == needle.size()) {
+            found = {at, end - at};
             return std::string::npos;
         }
+        at += first.length;
     }
     return std::string::npos;
+}
+
+// The code points of a text; none if it is not UTF-8.
+std::u32string codePoints(std::string_view text) {
+    std::u32string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const CodePoint point = decodeUtf8(text, at);
+        if (!point.valid) return {};
+        result.push_back(point.value);
+        at += point.length;
+    }
+    return result;
 }
 
 // Walks the matches of a needle in a text, folding the text at most once.
 class Matches {
   public:
     Matches(std::string_view text, std::string_view needle)
-        : text_(text), needle_(foldText(needle)),
-          asciiNeedle_(asciiPrefix(needle_) == needle_.size()) {}
+        : text_(text), needle_(foldText(needle)), points_(codePoints(needle_)) {}
 
+    // The first match at or after start, which may not lie before the last one's.
     TextMatch next(std::size_t start) {
         if (needle_.empty() || start > text_.size()) return {};
-        if (!map_ && asciiNeedle_) {
-            TextMatch found;
-            start = findInAscii(text_, needle_, start, found);
-            if (start == std::string::npos) return found;
-        }
         if (!map_) {
+            TextMatch found;
+            if (!points_.empty()) start = findAmongSimple(text_, points_, start, found);
+            if (start == std::string::npos) return found;
             base_ = start;
             map_ = std::make_unique<FoldedMap>(text_.substr(start));
         }
-        const auto& origin = map_->origin;
-        // origin holds rising positions with holes; folded and original offsets differ, so the
-        // position is looked up from where the last search ended.
+        const std::vector<std::size_t>& origin = map_->origin;
         while (cursor_ < origin.size() &&
                (origin[cursor_] == std::string::npos || base_ + origin[cursor_] < start))
             ++cursor_;
@@ -143,32 +184,27 @@ class Matches {
   private:
     std::string_view text_;
     std::string needle_;
-    bool asciiNeedle_;
-    std::unique_ptr<FoldedMap> map_;
+    std::u32string points_;
+    std::unique_ptr<FoldedMap> map_; // of the text from base_ on
     std::size_t base_ = 0;
-    std::size_t cursor_ = 0;
+    std::size_t cursor_ = 0; // in the folded text, where the next match may begin
 };
 
-int sign(int value) {
-    return value < 0 ? -1 : value > 0 ? 1 : 0;
-}
-
-// First position where the two differ in more than ASCII case, or where either stops being ASCII.
+// Length of a beginning that both have but for case, in whole steps of eight bytes of ASCII.
 std::size_t commonAscii(std::string_view a, std::string_view b) {
     const std::size_t shorter = std::min(a.size(), b.size());
     std::size_t at = 0;
-    for (; at + 8 <= shorter; at += 8) { // equal byte for byte, as most of equal texts is
-        const std::uint64_t word = eightBytes(a.data() + at);
-        if (word != eightBytes(b.data() + at) || (word & highBits) != 0) break;
+    for (; at + 8 <= shorter; at += 8) {
+        const std::uint64_t left = eightBytes(a.data() + at);
+        const std::uint64_t right = eightBytes(b.data() + at);
+        if (((left | right) & highBits) != 0 || lowerAscii(left) != lowerAscii(right)) break;
     }
-    while (at < shorter && isAscii(a[at]) && isAscii(b[at]) &&
-           lowerAscii(a[at]) == lowerAscii(b[at]))
-        ++at;
     return at;
 }
 
-bool plainAt(std::string_view text, std::size_t at) {
-    return at >= text.size() || isAscii(text[at]);
+template <typename T>
+int order(T a, T b) {
+    return a < b ? -1 : b < a ? 1 : 0;
 }
 
 } // namespace
@@ -192,15 +228,23 @@ std::string foldText(std::string_view text) {
     return result;
 }
 
+// The order of the folded bytes, which is that of the folded code points.
 int compareText(std::string_view a, std::string_view b) {
-    const std::size_t at = commonAscii(a, b);
-    if (plainAt(a, at) && plainAt(b, at) && plainAt(a, at + 1) && plainAt(b, at + 1)) {
-        if (at >= a.size() || at >= b.size()) return at < b.size() ? -1 : at < a.size() ? 1 : 0;
-        return lowerAscii(a[at]) < lowerAscii(b[at]) ? -1 : 1;
+    const auto& folds = simpleFolds();
+    const std::size_t common = commonAscii(a, b);
+    // The last of the common characters may be the base of a combining mark.
+    a.remove_prefix(common > 0 ? common - 1 : 0);
+    b.remove_prefix(common > 0 ? common - 1 : 0);
+    while (!a.empty() && !b.empty()) {
+        const SimpleCharacter left = simpleAt(a, 0, folds);
+        const SimpleCharacter right = simpleAt(b, 0, folds);
+        if (left.length == 0 || right.length == 0)
+            return order(foldText(a).compare(foldText(b)), 0);
+        if (left.folded != right.folded) return order(left.folded, right.folded);
+        a.remove_prefix(left.length);
+        b.remove_prefix(right.length);
     }
-    // What stands before may be the base of a combining mark.
-    const std::size_t from = at > 0 ? at - 1 : 0;
-    return sign(foldText(a.substr(from)).compare(foldText(b.substr(from))));
+    return order(a.size(), b.size()); // one of them is at its end
 }
 
 bool equalsText(std::string_view a, std::string_view b) {
@@ -208,7 +252,7 @@ bool equalsText(std::string_view a, std::string_view b) {
 }
 
 int collateText(std::string_view a, std::string_view b) {
-    return sign(system_text::collate(a, b));
+    return order(system_text::collate(a, b), 0);
 }
 
 TextMatch matchText(std::string_view text, std::string_view needle, std::size_t start) {

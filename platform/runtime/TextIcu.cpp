@@ -98,6 +98,7 @@ bool startsSegment(char32_t c) {
 }
 
 bool isComposed(char32_t c) {
+    if (unorm2_isInert(composer(), static_cast<UChar32>(c)) != 0) return true; // most, and cheap
     return u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_NFC_QUICK_CHECK) == UNORM_YES;
 }
 

@@ -3,17 +3,10 @@
 #include "platform/runtime/Text.h"
 
 #include <array>
+#include <bit>
 
 namespace norvel {
 namespace {
-
-unsigned byteAt(std::string_view text, std::size_t position) {
-    return static_cast<unsigned char>(text[position]);
-}
-
-bool isContinuation(unsigned byte) {
-    return (byte & 0xC0U) == 0x80U;
-}
 
 // Windows-1252, 0x80 to 0x9F; the five bytes it leaves open keep their own number, as Windows
 // itself reads them.
@@ -34,36 +27,15 @@ std::size_t asciiPrefix(std::string_view text) {
         if ((any & highBits) != 0) break;
     }
     for (; at + 8 <= size; at += 8) {
-        if ((eightBytes(data + at) & highBits) != 0) break;
+        const std::uint64_t high = eightBytes(data + at) & highBits;
+        if (high == 0) continue;
+        if constexpr (std::endian::native == std::endian::little)
+            return at + static_cast<std::size_t>(std::countr_zero(high)) / 8;
+        break;
     }
     while (at < size && isAscii(data[at]))
         ++at;
     return at;
-}
-
-// Unicode 15, table 3-7: the second byte's range depends on the first.
-CodePoint decodeUtf8(std::string_view text, std::size_t position) {
-    const unsigned first = byteAt(text, position);
-    if (first < 0x80U) return {first, 1, true};
-    const CodePoint bad{first, 1, false};
-    const std::size_t left = text.size() - position;
-    if (first < 0xC2U || first > 0xF4U || left < 2) return bad;
-    const unsigned second = byteAt(text, position + 1);
-    if (first < 0xE0U) {
-        if (!isContinuation(second)) return bad;
-        return {((first & 0x1FU) << 6U) | (second & 0x3FU), 2, true};
-    }
-    const unsigned low = first == 0xE0U ? 0xA0U : first == 0xF0U ? 0x90U : 0x80U;
-    const unsigned high = first == 0xEDU ? 0x9FU : first == 0xF4U ? 0x8FU : 0xBFU;
-    if (second < low || second > high || left < 3) return bad;
-    const unsigned third = byteAt(text, position + 2);
-    if (!isContinuation(third)) return bad;
-    const char32_t three = ((second & 0x3FU) << 6U) | (third & 0x3FU);
-    if (first < 0xF0U) return {((first & 0x0FU) << 12U) | three, 3, true};
-    if (left < 4) return bad;
-    const unsigned fourth = byteAt(text, position + 3);
-    if (!isContinuation(fourth)) return bad;
-    return {((first & 0x07U) << 18U) | (three << 6U) | (fourth & 0x3FU), 4, true};
 }
 
 void appendUtf8(std::string& text, char32_t codePoint) {
@@ -86,12 +58,14 @@ void appendUtf8(std::string& text, char32_t codePoint) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    std::size_t at = asciiPrefix(text);
-    while (at < text.size()) {
-        const CodePoint point = decodeUtf8(text, at);
-        if (!point.valid) return false;
-        at += point.length;
-        if (at < text.size() && isAscii(text[at])) at += asciiPrefix(text.substr(at));
+    for (std::size_t at = 0; at < text.size();) {
+        at += asciiPrefix(text.substr(at));
+        // Letters beyond ASCII come in runs.
+        while (at < text.size() && !isAscii(text[at])) {
+            const CodePoint point = decodeUtf8(text, at);
+            if (!point.valid) return false;
+            at += point.length;
+        }
     }
     return true;
 }

@@ -200,6 +200,7 @@ TEST_F(OwnerQueue, ManyThreadsLoseNothingAndKeepTheirOrder) {
     bool onOwner = true;
     Owner loop;
     std::vector<std::thread> posting;
+    posting.reserve(threads);
     for (int thread = 0; thread < threads; ++thread) {
         posting.emplace_back([&, thread] {
             for (int piece = 0; piece < pieces; ++piece) {
@@ -247,6 +248,7 @@ TEST_F(OwnerQueue, BoxesFromManyThreadsReachTheHandler) {
         return BoxAnswer::Ok;
     });
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([] {
             for (int box = 0; box < 100; ++box)
