@@ -1,5 +1,17 @@
 # One function per kind of folder, so that a folder's own CMakeLists.txt is a line or two.
 
+# nr_for_this_system(VARIABLE): takes out of a list of sources what is for the other system. Names tell:
+# TextWindows.cpp is for Windows, TextIcu.cpp and LibraryPathPosix.cpp for the rest.
+function(nr_for_this_system variable)
+  set(sources ${${variable}})
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "(Icu|Posix)(Test)?\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "Windows(Test)?\\.cpp$")
+  endif()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # nr_library(NAME [WX] USES target...): a static library of every .cpp of the calling folder.
 # WX: the folder draws windows; it is skipped where the build has none.
 function(nr_library name)
@@ -10,6 +22,7 @@ function(nr_library name)
   if(NOT ARG_SOURCES)
     file(GLOB ARG_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   endif()
+  nr_for_this_system(ARG_SOURCES)
   if(NOT ARG_SOURCES) # a folder of headers only
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${PROJECT_SOURCE_DIR})
@@ -42,6 +55,7 @@ function(nr_test name)
   if(NOT ARG_SOURCES)
     file(GLOB ARG_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   endif()
+  nr_for_this_system(ARG_SOURCES)
   if(NOT ARG_SOURCES)
     return()
   endif()

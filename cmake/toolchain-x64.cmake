@@ -1,0 +1,4 @@
+set(NR_ARCHITECTURE x64)
+set(NR_TRIPLET x86_64-w64-mingw32)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/toolchain-windows.cmake)
