@@ -22,6 +22,7 @@ StatusBar::StatusBar(wxWindow* parent, int panels)
     : wxControl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_NONE),
       texts_(static_cast<std::size_t>(std::max(panels, 1))) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    SetCanFocus(false);
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         Refresh();

@@ -23,12 +23,12 @@ struct ButtonMenu {
 
 struct Button {
     std::string Key;
-    std::string Description; // shown as the tip
+    std::string Description{}; // shown as the tip
     ButtonStyle Style = ButtonStyle::Push;
     bool Enabled = true;
     bool Visible = true;
     int Value = 0; // 1 pressed, 0 released (Check)
-    std::vector<ButtonMenu> ButtonMenus;
+    std::vector<ButtonMenu> ButtonMenus{};
 };
 
 // A row of buttons with icons of the system's own (Icons.h), found by key. It is heightTwips high

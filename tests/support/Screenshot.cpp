@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <unistd.h>
 
 namespace norvel::tests {
 
@@ -33,20 +34,47 @@ std::filesystem::path outputFolder() {
     return folder;
 }
 
-std::filesystem::path screenshot(const wxWindow& window, std::string_view name) {
+namespace {
+
+// The option that cuts a part of a window's client area out of the display.
+std::string cropTo(const wxWindow& window, wxRect part) {
     const double scale = window.GetContentScaleFactor();
-    const wxPoint origin = window.ClientToScreen(wxPoint(0, 0));
-    const wxSize size = window.GetClientSize();
+    if (part.IsEmpty()) part = wxRect(window.GetClientSize());
+    const wxPoint origin = window.ClientToScreen(part.GetPosition());
     const auto pixels = [scale](int logical) {
         return std::to_string(static_cast<int>(logical * scale));
     };
-    return take("-crop " + pixels(size.x) + "x" + pixels(size.y) + "+" + pixels(origin.x) + "+" +
-                    pixels(origin.y) + " +repage",
-                name);
+    return "-crop " + pixels(part.width) + "x" + pixels(part.height) + "+" + pixels(origin.x) +
+           "+" + pixels(origin.y) + " +repage";
+}
+
+} // namespace
+
+std::filesystem::path screenshot(const wxWindow& window, std::string_view name) {
+    return take(cropTo(window, {}), name);
 }
 
 std::filesystem::path screenshotOfDisplay(std::string_view name) {
     return take("", name);
+}
+
+wxImage imageOf(const wxWindow& window, wxRect part) {
+    if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr) wxImage::AddHandler(new wxPNGHandler);
+    const std::string name = "image-" + std::to_string(getpid());
+    const auto path = take(cropTo(window, part), name);
+    wxImage image(wxString::FromUTF8(path.string()), wxBITMAP_TYPE_PNG);
+    EXPECT_TRUE(image.IsOk()) << path;
+    std::filesystem::remove(path);
+    return image;
+}
+
+double brightnessOf(const wxImage& image) {
+    const auto count = static_cast<std::size_t>(image.GetWidth()) *
+                       static_cast<std::size_t>(image.GetHeight()) * 3;
+    double sum = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        sum += image.GetData()[i];
+    return sum / static_cast<double>(count);
 }
 
 } // namespace norvel::tests

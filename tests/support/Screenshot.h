@@ -1,6 +1,9 @@
 // Pictures of what a test sees, for people to look at.
 #pragma once
 
+#include <wx/gdicmn.h>
+#include <wx/image.h>
+
 #include <filesystem>
 #include <string_view>
 
@@ -17,5 +20,11 @@ std::filesystem::path outputFolder();
 // path. Fails the test when it cannot be taken.
 std::filesystem::path screenshot(const wxWindow& window, std::string_view name);
 std::filesystem::path screenshotOfDisplay(std::string_view name);
+
+// What is on screen now of a part of a window's client area (empty: all of it), for tests that look
+// at pixels. Physical pixels, as screenshot.
+wxImage imageOf(const wxWindow& window, wxRect part = {});
+// The mean brightness of an image, 0 (black) to 255 (white).
+double brightnessOf(const wxImage& image);
 
 } // namespace norvel::tests

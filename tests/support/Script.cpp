@@ -63,7 +63,19 @@ struct Step {
 
 } // namespace
 
-struct Script::Impl : wxTimer {
+struct Script::Impl {
+    // The toolkit does not run a timer again while its own tick lasts, and a step may last as long
+    // as what it opened; so each step that begins leaves the ticking to a new timer.
+    class Ticker : public wxTimer {
+      public:
+        explicit Ticker(Impl& script) : script_(script) {}
+        void Notify() override { script_.tick(); }
+
+      private:
+        Impl& script_;
+    };
+    std::vector<std::unique_ptr<Ticker>> tickers; // the last one ticks
+
     std::vector<Step> steps;
     std::size_t next = 0;
     int running = 0; // steps that have begun and not returned
@@ -75,7 +87,7 @@ struct Script::Impl : wxTimer {
     // waits.
     static constexpr int modalAfter = 200;
 
-    void Notify() override {
+    void tick() {
         if (Clock::now() > deadline) return giveUp("The time is over");
         if (failed || next >= steps.size()) return;
         if (running > 0 && !Robot::blockedInEvent(modalAfter)) return;
@@ -85,7 +97,17 @@ struct Script::Impl : wxTimer {
             checkCondition();
     }
 
+    void startTicking() {
+        stopTicking();
+        tickers.push_back(std::make_unique<Ticker>(*this));
+        tickers.back()->Start(20);
+    }
+    void stopTicking() {
+        if (!tickers.empty()) tickers.back()->Stop();
+    }
+
     void runAction() {
+        startTicking();
         const Step& step = steps[next++];
         ++running;
         try {
@@ -148,14 +170,14 @@ void Script::run(const std::function<void()>& body, int timeout) {
     impl_->failed = false;
     impl_->deadline = Clock::now() + milliseconds(timeout);
     impl_->waitingSince = Clock::now();
-    impl_->Start(20);
+    impl_->startTicking();
     try {
         body();
     } catch (...) {
-        impl_->Stop();
+        impl_->stopTicking();
         throw;
     }
-    impl_->Stop();
+    impl_->stopTicking();
     if (!impl_->failed && impl_->next < impl_->steps.size())
         ADD_FAILURE() << "It ended before step \"" << impl_->steps[impl_->next].name << "\"";
 }
