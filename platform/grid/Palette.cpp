@@ -35,6 +35,15 @@ wxColour readableOn(const wxColour& back, const wxColour& preferred) {
     return contrast(back, *wxBLACK) >= contrast(back, *wxWHITE) ? *wxBLACK : *wxWHITE;
 }
 
+// The colour, moved towards the text's as far as a line needs to be seen.
+wxColour visibleOn(const wxColour& back, const wxColour& preferred, const wxColour& text) {
+    constexpr double lineContrast = 3;
+    double weight = 0;
+    while (weight < 1 && contrast(back, blend(preferred, text, weight)) < lineContrast)
+        weight += 0.1;
+    return blend(preferred, text, std::min(1.0, weight));
+}
+
 } // namespace
 
 wxColour blend(const wxColour& a, const wxColour& b, double weight) {
@@ -64,11 +73,10 @@ Palette systemPalette() {
     p.faceLine = blend(p.face, p.faceText, 0.26);
     p.selection = system(wxSYS_COLOUR_HIGHLIGHT);
     p.selectionText = readableOn(p.selection, system(wxSYS_COLOUR_HIGHLIGHTTEXT));
-    p.focus = p.selection;
-    if (contrast(p.focus, p.back) < 1.5) p.focus = p.text;
+    p.focus = visibleOn(p.back, p.selection, p.text);
     p.idleSelection = blend(p.back, blend(p.selection, p.text, 0.35), 0.3);
     p.idleSelectionText = readableOn(p.idleSelection, p.text);
-    p.currentBack = blend(p.back, p.selection, 0.16);
+    p.currentBack = blend(p.back, p.selection, p.dark ? 0.3 : 0.16);
     p.idleCurrentBack = blend(p.back, p.text, 0.07);
     p.filterBack = p.back;
     p.filterHint = blend(p.back, p.text, 0.4);

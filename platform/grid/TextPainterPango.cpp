@@ -102,10 +102,18 @@ int widthOf(const PangoGlyphString& glyphs) {
     return width;
 }
 
+// As the toolkit lays text out: glyphs keep the fractions of their widths, which do not depend on
+// the surface then.
 PangoTextPainter::PangoTextPainter()
     : context_(pango_font_map_create_context(pango_cairo_font_map_get_default())),
       shaped_(pango_glyph_string_new()), ellipsis_(pango_glyph_string_new()),
-      hash_(pango_glyph_string_new()) {}
+      hash_(pango_glyph_string_new()) {
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context_.get(), options);
+    cairo_font_options_destroy(options);
+    pango_context_set_round_glyph_positions(context_.get(), FALSE);
+}
 
 void PangoTextPainter::SetFont(const wxFont& font, wxWindow& window) {
     description_.reset(pango_font_description_copy(font.GetNativeFontInfo()->description));

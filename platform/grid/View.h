@@ -94,6 +94,7 @@ class Grid::View : public controls::DataControl::Observer {
     bool ownColumns() const;
     double textTwips(std::string_view text);
     double cellMarginTwips() const;
+    double cellFrameTwips() const;
 
     // scrolling
     void makeScrollBars();

@@ -94,7 +94,7 @@ void Grid::View::makeColumns() {
     try {
         columns_ = defaultColumns(
             fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
-            cellMarginTwips());
+            cellFrameTwips());
     } catch (const Errore& error) { // without rows to read there is nothing to show
         readError_ = "Impossibile leggere i record: " + error.descrizione();
         return;

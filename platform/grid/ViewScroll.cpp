@@ -23,8 +23,14 @@ int Grid::View::rowHeight() const {
     return textHeight_ + pixels(90);
 }
 
+// At both sides of a text together.
 double Grid::View::cellMarginTwips() const {
     return 180;
+}
+
+// With the line at the right edge, and a pixel that rounding may take.
+double Grid::View::cellFrameTwips() const {
+    return cellMarginTwips() + pixelsToTwips(2, Scale());
 }
 
 void Grid::View::FontChanged() {
@@ -166,7 +172,7 @@ void Grid::View::FitColumn(int column) {
             texts.push_back(*text);
     sized.Width = fittingWidth(
         sized.Caption, texts, [this](std::string_view t) { return textTwips(t); },
-        cellMarginTwips());
+        cellFrameTwips());
     Layout();
     Refresh();
 }

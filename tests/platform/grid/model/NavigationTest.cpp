@@ -1,0 +1,76 @@
+#include "platform/grid/model/Navigation.h"
+
+#include <gtest/gtest.h>
+
+namespace norvel::grid {
+namespace {
+
+using Kind = KeyCommand::Kind;
+
+TEST(Navigation, ArrowsAndPagesMoveTheRowAndClearTheSelection) {
+    const KeyCommand down = commandFor({Key::Down});
+    EXPECT_EQ(down.kind, Kind::MoveRow);
+    EXPECT_EQ(down.step, Step::RowDown);
+    EXPECT_FALSE(down.extend);
+    EXPECT_FALSE(down.keepSelection);
+    EXPECT_EQ(commandFor({Key::PageUp}).step, Step::PageUp);
+}
+
+TEST(Navigation, ShiftExtendsAndControlKeepsTheSelection) {
+    EXPECT_TRUE(commandFor({Key::Down, true, false}).extend);
+    EXPECT_TRUE(commandFor({Key::Down, false, true}).keepSelection);
+    EXPECT_TRUE(commandFor({Key::End, true, true}).extend);
+    EXPECT_FALSE(commandFor({Key::End, true, true}).keepSelection);
+}
+
+TEST(Navigation, HomeAndEndMoveTheCellAndWithControlTheRow) {
+    EXPECT_EQ(commandFor({Key::Home}).kind, Kind::MoveCell);
+    EXPECT_EQ(commandFor({Key::Home}).side, Side::First);
+    EXPECT_EQ(commandFor({Key::End, false, true}).kind, Kind::MoveRow);
+    EXPECT_EQ(commandFor({Key::End, false, true}).step, Step::LastRow);
+}
+
+TEST(Navigation, SelectionKeysNeedTheirModifier) {
+    EXPECT_EQ(commandFor({Key::A, false, true}).kind, Kind::SelectAll);
+    EXPECT_EQ(commandFor({Key::A}).kind, Kind::None);
+    EXPECT_EQ(commandFor({Key::Space, false, true}).kind, Kind::ToggleRow);
+    EXPECT_EQ(commandFor({Key::Space, true, false}).kind, Kind::SelectRow);
+    EXPECT_EQ(commandFor({Key::Space}).kind, Kind::None);
+}
+
+TEST(Navigation, TabLeavesTheRowsInBothDirections) {
+    EXPECT_EQ(commandFor({Key::Tab}).kind, Kind::NextControl);
+    EXPECT_EQ(commandFor({Key::Tab, true, false}).kind, Kind::EnterFilter);
+    EXPECT_EQ(commandFor({Key::Tab, false, true}).kind, Kind::None);
+}
+
+TEST(Navigation, AnUnknownKeyDoesNothing) {
+    EXPECT_EQ(commandFor({}).kind, Kind::None);
+}
+
+TEST(Navigation, StepsStopAtBothEnds) {
+    EXPECT_EQ(targetRow(Step::RowUp, 0, 10, 5), 0);
+    EXPECT_EQ(targetRow(Step::RowDown, 9, 10, 5), 9);
+    EXPECT_EQ(targetRow(Step::PageDown, 7, 10, 5), 9);
+    EXPECT_EQ(targetRow(Step::PageUp, 3, 10, 5), 0);
+    EXPECT_EQ(targetRow(Step::LastRow, 0, 10'000'000, 5), 9'999'999);
+    EXPECT_EQ(targetRow(Step::FirstRow, 9'999'999, 10'000'000, 5), 0);
+}
+
+TEST(Navigation, BeforeTheFirstAndBehindTheLastRowStepsLeadBackIn) {
+    EXPECT_EQ(targetRow(Step::RowDown, -1, 10, 5), 0);
+    EXPECT_EQ(targetRow(Step::RowUp, 10, 10, 5), 9);
+}
+
+TEST(Navigation, WithoutRowsThereIsNoTarget) {
+    for (const Step step :
+         {Step::RowUp, Step::RowDown, Step::PageUp, Step::FirstRow, Step::LastRow})
+        EXPECT_EQ(targetRow(step, -1, 0, 5), -1);
+}
+
+TEST(Navigation, APageOfNoRowsStillMovesOne) {
+    EXPECT_EQ(targetRow(Step::PageDown, 3, 10, 0), 4);
+}
+
+} // namespace
+} // namespace norvel::grid
