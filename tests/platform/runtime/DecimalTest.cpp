@@ -67,6 +67,13 @@ TEST(Decimal, RoundsHalfToEvenWhatIsTooFine) {
         EXPECT_EQ(of(text).toText(), expected) << text;
 }
 
+TEST(Decimal, ADigitHoweverFarBehindAHalfRoundsUp) {
+    const std::string half = "0.00000000000000000000000000005";
+    const std::string zeros(100'000, '0');
+    EXPECT_EQ(Decimal::fromText(half + zeros)->toText(), "0");
+    EXPECT_EQ(Decimal::fromText(half + zeros + "1")->toText(), "0.0000000000000000000000000001");
+}
+
 TEST(Decimal, RefusesWhatIsNoNumberOrTooLarge) {
     for (const char* text : {"",
                              " ",

@@ -149,6 +149,8 @@ TEST_F(HostPath, LinksAreFollowedAndDanglingOnesAreNames) {
     fs::create_symlink("manca", root_ / "Vuoto");
     EXPECT_EQ(found("LEGAME\\X"), "Legame/x");
     EXPECT_EQ(found("VUOTO"), "Vuoto");
+    file("VUOTO");
+    EXPECT_EQ(found("Vuoto"), "Vuoto");
 }
 
 // Root looks into every folder, so the test looks as somebody else.

@@ -177,6 +177,7 @@ TEST(Text, FindsIgnoringCase) {
         {"la citta bella", "CITTÀ", 0, absent, 0},
         {"è è", "È", 1, 3, 2},
         {"cafe\u0301 e te", "CAFÉ", 0, 0, 6},
+        {"te\u0301", "É", 0, 1, 3},
         {"cafe\u0301 e te", "cafe", 0, absent, 0},
         {"cafe\u0301 e te", "E", 0, 7, 1},
         {"café", "\u0301", 0, absent, 0},
