@@ -134,6 +134,20 @@ enum DataTypeEnum : int {
     adVarBinary = 204,
     adLongVarBinary = 205
 };
+// What Recordset::Supports() is asked about.
+enum CursorOptionEnum : int {
+    adHoldRecords = 0x100,
+    adMovePrevious = 0x200,
+    adBookmark = 0x2000,
+    adApproxPosition = 0x4000,
+    adUpdateBatch = 0x10000,
+    adResync = 0x20000,
+    adNotify = 0x40000,
+    adFind = 0x80000,
+    adAddNew = 0x1000400,
+    adDelete = 0x1000800,
+    adUpdate = 0x1008000
+};
 enum FieldAttributeEnum : int {
     adFldMayDefer = 2,
     adFldUpdatable = 4,

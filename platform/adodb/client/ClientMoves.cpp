@@ -1,0 +1,229 @@
+// The cursor of a ClientRecordset: moves, positions, bookmarks.
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/client/ClientRecordset.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace norvel::adodb {
+
+namespace {
+
+constexpr RowCount everyRow = std::numeric_limits<RowCount>::max();
+
+// base + rows, held within what a RowCount can be.
+RowCount moved(RowCount base, RowCount rows) {
+    if (rows > 0 && base > everyRow - rows - 1) return everyRow - 1;
+    if (rows < 0 && base < std::numeric_limits<RowCount>::min() - rows) return -1;
+    return base + rows;
+}
+
+} // namespace
+
+// The frame of every move: the pending row is posted, the sinks are asked, the step is taken, the
+// sinks are told.
+void ClientRecordset::moveTo(EventReasonEnum reason, const std::function<void()>& step) {
+    const auto self = shared_from_this(); // a sink may drop the last reference of the host
+    commitPending();
+    try {
+        if (!sinks_.ask([&](auto& sink, auto& status) { sink.WillMove(reason, status, *this); }))
+            throw adoError(adErrOperationCancelled);
+        step();
+    } catch (const Errore& error) {
+        tellMoved(reason, &error);
+        throw;
+    }
+    tellMoved(reason, nullptr);
+}
+
+void ClientRecordset::tellMoved(EventReasonEnum reason, const Errore* error) {
+    const auto status = error ? adStatusErrorsOccurred : adStatusOK;
+    sinks_.tell([&](auto& sink) { sink.MoveComplete(reason, error, status, *this); });
+}
+
+// Puts the cursor on the target row, or beyond the edge that lies before it.
+void ClientRecordset::settleAt(RowCount target) {
+    if (target < 0) {
+        cursor_ = {0, true, false};
+        return;
+    }
+    const RowCount have = rows_->reach(target + 1);
+    if (target < have)
+        cursor_ = {target, false, false};
+    else
+        cursor_ = {have, false, true};
+}
+
+// As settleAt, of a move forward: a sink that learns of the end may have added rows.
+void ClientRecordset::settleForward(RowCount target) {
+    settleAt(target);
+    if (!cursor_.eof) return;
+    bool more = false;
+    sinks_.tellFreely([&](auto& sink) {
+        EventStatusEnum status = adStatusOK;
+        bool added = false;
+        sink.EndOfRecordset(added, status, *this);
+        more = more || added;
+    });
+    if (more) settleAt(target);
+}
+
+RowCount ClientRecordset::base() const {
+    if (cursor_.bof) return -1;
+    return cursor_.eof ? shownRows() : cursor_.position;
+}
+
+// ADO's table of moves at the edges: forward is a move by 1 or more, back by -1 or less.
+void ClientRecordset::checkEdges(RowCount rows) const {
+    if (cursor_.eof && rows >= 0)
+        if (const auto broken = rows_->error()) throw *broken;
+    if ((cursor_.bof && rows <= 0) || (cursor_.eof && rows >= 0))
+        throw adoError(adErrNoCurrentRecord);
+    if (cursor_.bof && cursor_.eof) throw adoError(adErrNoCurrentRecord);
+}
+
+void ClientRecordset::Move(RowCount rows, const Variant& start) {
+    refuseInEvent();
+    requireOpen();
+    if (start.isEmpty()) checkEdges(rows);
+    const RowCount from = start.isEmpty() ? base() : startPosition(start);
+    moveTo(adRsnMove, [&] {
+        const RowCount target = moved(from, rows);
+        if (rows > 0)
+            settleForward(target);
+        else
+            settleAt(target);
+    });
+}
+
+void ClientRecordset::MoveNext() {
+    refuseInEvent();
+    requireOpen();
+    checkEdges(1);
+    moveTo(adRsnMoveNext, [&] { settleForward(base() + 1); });
+}
+
+void ClientRecordset::MovePrevious() {
+    refuseInEvent();
+    requireOpen();
+    checkEdges(-1);
+    moveTo(adRsnMovePrevious, [&] { settleAt(base() - 1); });
+}
+
+void ClientRecordset::MoveFirst() {
+    refuseInEvent();
+    requireOpen();
+    if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
+    moveTo(adRsnMoveFirst, [&] { settleAt(0); });
+}
+
+void ClientRecordset::MoveLast() {
+    refuseInEvent();
+    requireOpen();
+    if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
+    moveTo(adRsnMoveLast, [&] { settleAt(rows_->reach(everyRow) - 1); });
+}
+
+RowCount ClientRecordset::RecordCount() const {
+    requireOpen();
+    return shownRows();
+}
+
+bool ClientRecordset::BOF() const {
+    requireOpen();
+    return cursor_.bof;
+}
+
+bool ClientRecordset::EOF_() const {
+    requireOpen();
+    return cursor_.eof;
+}
+
+RowCount ClientRecordset::AbsolutePosition() const {
+    requireOpen();
+    if (shownRows() == 0) return adPosUnknown;
+    if (cursor_.bof) return adPosBOF;
+    return cursor_.eof ? RowCount{adPosEOF} : cursor_.position + 1;
+}
+
+void ClientRecordset::SetAbsolutePosition(RowCount position) {
+    refuseInEvent();
+    requireOpen();
+    if (position < 1) throw adoError(adErrInvalidArgument);
+    moveTo(adRsnMove, [&] {
+        const bool mayCome = rows_->fetching() && !rows_->waits();
+        if (rows_->reach(position) < position && !mayCome) throw adoError(adErrInvalidArgument);
+        settleAt(position - 1);
+    });
+}
+
+Variant ClientRecordset::Bookmark() const {
+    requireRow();
+    return makeBookmark(rows_->generation(), rowAt(cursor_.position));
+}
+
+void ClientRecordset::SetBookmark(const Variant& bookmark) {
+    refuseInEvent();
+    requireOpen();
+    const RowCount position = positionOfBookmark(bookmark);
+    moveTo(adRsnMove, [&] { settleAt(position); });
+}
+
+RowCount ClientRecordset::positionOfBookmark(const Variant& bookmark) const {
+    const BookmarkParts parts = readBookmark(bookmark);
+    if (parts.generation != rows_->generation() || parts.row >= shownRows())
+        throw adoError(dbBadBookmark);
+    return positionOf(parts.row);
+}
+
+// Start of Move and GetRows: a BookmarkEnum number or a bookmark.
+RowCount ClientRecordset::startPosition(const Variant& start) const {
+    if (start.type() == VarType::R8) return positionOfBookmark(start);
+    if (!start.isNumeric()) throw adoError(adErrInvalidArgument);
+    switch (start.toI8()) {
+    case adBookmarkCurrent:
+        requireRow();
+        return cursor_.position;
+    case adBookmarkFirst:
+    case adBookmarkLast:
+        if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
+        return start.toI8() == adBookmarkFirst ? 0 : rows_->reach(everyRow) - 1;
+    default:
+        throw adoError(adErrInvalidArgument);
+    }
+}
+
+// By the order in which the rows show. A bookmark of another recordset is not comparable.
+CompareEnum ClientRecordset::CompareBookmarks(const Variant& a, const Variant& b) const {
+    requireOpen();
+    const BookmarkParts left = readBookmark(a);
+    const BookmarkParts right = readBookmark(b);
+    if (left.generation != rows_->generation() || right.generation != rows_->generation())
+        return adCompareNotComparable;
+    const RowCount l = positionOfBookmark(a);
+    const RowCount r = positionOfBookmark(b);
+    if (l == r) return adCompareEqual;
+    return l < r ? adCompareLessThan : adCompareGreaterThan;
+}
+
+// Leaves the cursor on the row behind the block. Where fewer rows than asked remain because the
+// fetch broke off, it raises the fetch's error and reads nothing.
+RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
+                                  const std::vector<Variant>& fields) {
+    refuseInEvent();
+    requireOpen();
+    if (rows < -1) throw adoError(adErrInvalidArgument);
+    if (start.isEmpty()) requireRow();
+    const RowCount first = start.isEmpty() ? cursor_.position : startPosition(start);
+    const auto columns = columnsOf(fields);
+    RowBlock block;
+    moveTo(adRsnMove, [&] {
+        const RowCount end = rows < 0 ? everyRow : moved(first, rows);
+        const RowCount have = rows_->reach(end);
+        block = readBlock(first, std::min(end, have) - first, columns);
+        settleAt(first + block.rows);
+    });
+    return block;
+}
+
+} // namespace norvel::adodb

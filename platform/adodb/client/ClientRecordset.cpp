@@ -1,0 +1,149 @@
+#include "platform/adodb/client/ClientRecordset.h"
+
+#include "platform/adodb/Errors.h"
+
+#include <utility>
+
+namespace norvel::adodb {
+
+RecordsetEvents::~RecordsetEvents() = default;
+
+RecordsetRef makeClientRecordset() {
+    return std::make_shared<ClientRecordset>();
+}
+
+std::string connectionText(const Recordset& recordset) {
+    const Variant value = recordset.ActiveConnection();
+    if (value.isText()) return value.text();
+    if (!value.isObject()) return {};
+    const auto connection = std::dynamic_pointer_cast<Connection>(value.object());
+    return connection ? connection->ConnectionString() : std::string();
+}
+
+ClientRecordset::ClientRecordset() : fields_(*this) {}
+
+ClientRecordset::~ClientRecordset() = default;
+
+// --- checks ---
+
+void ClientRecordset::requireOpen() const {
+    if (!rows_) throw adoError(adErrObjectClosed);
+}
+
+void ClientRecordset::requireClosed() const {
+    if (rows_) throw adoError(adErrObjectOpen);
+}
+
+void ClientRecordset::refuseInEvent() const {
+    if (sinks_.telling()) throw adoError(adErrNotReentrant);
+}
+
+void ClientRecordset::requireRow() const {
+    requireOpen();
+    if (!cursor_.onRow()) throw adoError(adErrNoCurrentRecord);
+}
+
+// --- properties ---
+
+int ClientRecordset::State() const {
+    if (!rows_) return adStateClosed;
+    int state = adStateOpen;
+    if (rows_->fetching()) return state | adStateFetching;
+    if (rows_->error()) state |= adStateFetchBroken;
+    return state;
+}
+
+std::optional<Errore> ClientRecordset::FetchError() const {
+    return rows_ ? rows_->error() : std::nullopt;
+}
+
+bool ClientRecordset::WaitFetch(int milliseconds) {
+    return !rows_ || rows_->waitForEnd(milliseconds);
+}
+
+Variant ClientRecordset::ActiveConnection() const {
+    return ObjectRef(connection_);
+}
+
+// On an open recordset Nothing (or Null) takes it off its connection, and an open Connection puts
+// it on another, where Requery then goes.
+void ClientRecordset::SetActiveConnection(const Variant& connectionOrText) {
+    refuseInEvent();
+    if (sourceIsCommand_) throw adoError(adErrBoundToCommand);
+    if (connectionOrText.isEmpty()) throw adoError(adErrInvalidArgument);
+    if (!rows_) {
+        takeConnection(connectionOrText);
+        return;
+    }
+    ConnectionRef next;
+    if (connectionOrText.isText()) {
+        next = makeConnection();
+        next->Open(connectionOrText.text());
+    } else {
+        next = connectionOf(connectionOrText);
+        if (next && next->State() == adStateClosed) throw adoError(adErrInvalidConnection);
+    }
+    connection_ = std::move(next);
+    ownsConnection_ = connectionOrText.isText();
+    if (command_) command_->attach(connection_);
+    if (const auto connection = std::dynamic_pointer_cast<ConnectionObject>(connection_))
+        connection->attach(shared_from_this());
+}
+
+Variant ClientRecordset::ActiveCommand() const {
+    return ObjectRef(command_);
+}
+
+void ClientRecordset::SetSource(const Variant& textOrCommand) {
+    requireClosed();
+    if (textOrCommand.isEmpty()) throw adoError(adErrInvalidArgument);
+    takeSource(textOrCommand);
+}
+
+void ClientRecordset::SetCursorType(CursorTypeEnum type) {
+    requireClosed();
+    if (type < adOpenForwardOnly || type > adOpenStatic) throw adoError(adErrInvalidArgument);
+}
+
+void ClientRecordset::SetLockType(LockTypeEnum type) {
+    requireClosed();
+    if (type == adLockUnspecified) throw adoError(adErrInvalidArgument);
+    takeLockType(type);
+}
+
+// Both locations are accepted, as hosts set them; this is a client cursor always.
+void ClientRecordset::SetCursorLocation(CursorLocationEnum location) {
+    requireClosed();
+    if (location != adUseServer && location != adUseClient) throw adoError(adErrInvalidArgument);
+}
+
+// --- view ---
+
+Variant ClientRecordset::Filter() const {
+    return std::int32_t{adFilterNone};
+}
+
+void ClientRecordset::SetFilter(const Variant& criteria) {
+    refuseInEvent();
+    const bool none = criteria.isText()      ? criteria.text().empty()
+                      : criteria.isNumeric() ? criteria.toDouble() == 0.0
+                                             : false;
+    if (criteria.isEmpty() || criteria.isNull()) throw adoError(adErrInvalidArgument);
+    if (!none)
+        throw adoError(adErrFeatureNotAvailable,
+                       "Su questo recordset non si possono porre filtri.");
+    if (rows_ && shownRows() > 0) moveTo(adRsnMove, [&] { settleAt(0); });
+}
+
+std::string ClientRecordset::Sort() const {
+    return {};
+}
+
+void ClientRecordset::SetSort(const std::string& criteria) {
+    refuseInEvent();
+    if (!criteria.empty())
+        throw adoError(adErrFeatureNotAvailable,
+                       "Su questo recordset non si può cambiare l'ordinamento.");
+}
+
+} // namespace norvel::adodb

@@ -1,0 +1,200 @@
+// A recordset over columns in memory: ADO's client cursor, always static.
+#pragma once
+
+#include "platform/adodb/Recordset.h"
+#include "platform/adodb/client/ClientFields.h"
+#include "platform/adodb/client/CommandObject.h"
+#include "platform/adodb/client/ConnectionObject.h"
+#include "platform/adodb/client/EventSinks.h"
+#include "platform/adodb/client/RowSet.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace norvel::adodb {
+
+// Decisions where ADO leaves a choice:
+// - Open and Requery run the statement and read the first block on the calling thread; the options
+//   adAsyncFetch, adAsyncFetchNonBlocking and adAsyncExecute (taken as adAsyncFetch) bring the rest
+//   in the background and always end with a FetchComplete event, also where the first block was
+//   all. Without them every row is there on return, no fetch event comes, and a failure half way
+//   raises: an Open then leaves the recordset closed, a Requery leaves it open on what came.
+// - Requery without options waits for every row. One that fails before its first block leaves rows
+//   and position as they were.
+// - While a fetch runs, a move to a row still to come waits for it under adAsyncFetch; under
+//   adAsyncFetchNonBlocking MoveLast goes to the last known row and other moves beyond it to EOF.
+//   A fetch that broke off makes every move, and GetRows, beyond the rows that came raise its
+//   error.
+// - Handlers of move and change events must not navigate (3710); those of FetchProgress and
+//   FetchComplete may.
+// - Clones share the rows: the fetch goes on while one of them is open. Its events go to the
+//   recordset that was opened only.
+// - A recordset without a source may be filled by AddNew and Update (fields not set become NULL);
+//   other edits raise 3251, as does a Filter or Sort that is not empty.
+// - Closing a Connection closes the recordsets open on it; one whose ActiveConnection was set to
+//   Nothing stays.
+class ClientRecordset final : public Recordset,
+                              public std::enable_shared_from_this<ClientRecordset> {
+  public:
+    ClientRecordset();
+    ~ClientRecordset() override;
+
+    void Open(const Variant& source, const Variant& connection, CursorTypeEnum cursorType,
+              LockTypeEnum lockType, int options) override;
+    void Close() override;
+    void Requery(int options) override;
+    void Cancel() override;
+    int State() const override;
+    RecordsetRef Clone(LockTypeEnum lockType) override;
+
+    Variant ActiveConnection() const override;
+    void SetActiveConnection(const Variant& connectionOrText) override;
+    Variant ActiveCommand() const override;
+    std::string Source() const override { return source_; }
+    void SetSource(const Variant& textOrCommand) override;
+    CursorTypeEnum CursorType() const override { return adOpenStatic; }
+    void SetCursorType(CursorTypeEnum type) override;
+    LockTypeEnum LockType() const override { return lockType_; }
+    void SetLockType(LockTypeEnum type) override;
+    CursorLocationEnum CursorLocation() const override { return adUseClient; }
+    void SetCursorLocation(CursorLocationEnum location) override;
+
+    adodb::Fields& Fields() override { return fields_; }
+    RowCount RecordCount() const override;
+    bool BOF() const override;
+    bool EOF_() const override;
+    RowCount AbsolutePosition() const override;
+    void SetAbsolutePosition(RowCount position) override;
+    Variant Bookmark() const override;
+    void SetBookmark(const Variant& bookmark) override;
+    CompareEnum CompareBookmarks(const Variant& a, const Variant& b) const override;
+
+    void Move(RowCount rows, const Variant& start) override;
+    void MoveFirst() override;
+    void MoveLast() override;
+    void MoveNext() override;
+    void MovePrevious() override;
+    RowBlock GetRows(RowCount rows, const Variant& start,
+                     const std::vector<Variant>& fields) override;
+
+    Variant Filter() const override;
+    void SetFilter(const Variant& criteria) override;
+    std::string Sort() const override;
+    void SetSort(const std::string& criteria) override;
+
+    EditModeEnum EditMode() const override;
+    void AddNew(const std::vector<Variant>& fields, const std::vector<Variant>& values) override;
+    void Update() override;
+    void CancelUpdate() override;
+    void Delete(AffectEnum affect) override;
+    bool Supports(int cursorOptions) const override;
+
+    std::optional<Errore> FetchError() const override;
+    bool WaitFetch(int milliseconds) override;
+
+    void Subscribe(RecordsetEvents* sink) override { sinks_.add(sink); }
+    void Unsubscribe(RecordsetEvents* sink) override { sinks_.remove(sink); }
+
+    // --- for this folder ---
+    Variant currentValue(int column) const;
+    void setCurrentValue(int column, const Variant& value);
+    // Rows that the statement of the last Open inserted, changed or deleted.
+    RowCount affected() const { return affected_; }
+    // What Close does once no one may object any more; nothing where it is closed.
+    void closeNow();
+    const ConnectionRef& connection() const { return connection_; }
+
+  private:
+    // Where the cursor stands: on a row, or before the first, or behind the last, or (no rows)
+    // both.
+    struct Cursor {
+        RowCount position = 0;
+        bool bof = true;
+        bool eof = true;
+        bool onRow() const { return !bof && !eof; }
+    };
+    // The bits of an options argument.
+    struct Options {
+        CommandTypeEnum command = adCmdUnknown;
+        bool background = false;
+        bool waits = true;
+    };
+
+    // Opening (ClientOpen.cpp)
+    static Options readOptions(int options);
+    void takeLockType(LockTypeEnum type);
+    void takeSource(const Variant& source);
+    void takeConnection(const Variant& connection);
+    void openOn(const Options& options);
+    void openWithoutSource();
+    std::shared_ptr<Session> openedSession();
+    void releaseOwnConnection();
+    void makeCommand(const Session& session, CommandTypeEnum type);
+    std::shared_ptr<RowSet> run(Session& session, const Options& options);
+    void show(std::shared_ptr<RowSet> rows);
+    void toStart();
+    void requery(const Options& options);
+    void tellRequeried(const Errore* error);
+    Fetch::Listener fetchListener(std::uint32_t generation);
+    void deliverFetchEvents(std::uint32_t generation);
+
+    // Checks
+    void requireOpen() const;   // 3704
+    void requireClosed() const; // 3705
+    void refuseInEvent() const; // 3710
+    void requireRow() const;    // 3704, 3021
+
+    // Moving (ClientMoves.cpp)
+    void moveTo(EventReasonEnum reason, const std::function<void()>& step);
+    void tellMoved(EventReasonEnum reason, const Errore* error);
+    void settleAt(RowCount target);
+    void settleForward(RowCount target);
+    void checkEdges(RowCount rows) const;
+    RowCount base() const;
+    RowCount startPosition(const Variant& start) const;
+    RowCount positionOfBookmark(const Variant& bookmark) const;
+    // The order in which rows show: a position's row number, and back. The one place that knows.
+    RowCount rowAt(RowCount position) const { return position; }
+    RowCount positionOf(RowCount row) const { return row; }
+    RowCount shownRows() const;
+
+    // Reading (ClientRows.cpp)
+    RowBlock readBlock(RowCount first, RowCount count,
+                       const std::vector<std::size_t>& columns) const;
+    std::vector<std::size_t> columnsOf(const std::vector<Variant>& fields) const;
+    bool onNewRow() const;
+
+    // Editing (ClientEdits.cpp)
+    bool updatable() const;
+    void requireUpdatable() const;
+    void commitPending();
+    void refusePending() const;
+    template <class Change>
+    void changeRecord(EventReasonEnum reason, Change change);
+
+    ClientFields fields_;
+    EventSinks sinks_;
+    std::string source_;
+    bool sourceIsCommand_ = false;
+    std::string statement_;                  // what runs; empty: closed, or no source
+    std::shared_ptr<CommandObject> command_; // null: no source
+    ConnectionRef connection_;
+    bool ownsConnection_ = false; // made from a connection string
+    LockTypeEnum lockType_ = adLockReadOnly;
+    bool explicitReadOnly_ = false;
+    RowCount affected_ = 0;
+
+    std::shared_ptr<RowSet> rows_; // null: closed
+    Cursor cursor_;
+    bool completeTold_ = true;                   // FetchComplete went out
+    RowCount expectedRows_ = 0;                  // a guess: what the last fetch brought
+    std::shared_ptr<GroupBuilder> appender_;     // of a recordset without a source
+    std::optional<std::vector<Variant>> newRow_; // AddNew's, until Update
+    Cursor beforeNew_;
+};
+
+} // namespace norvel::adodb

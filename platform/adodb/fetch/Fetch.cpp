@@ -1,0 +1,257 @@
+#include "platform/adodb/fetch/Fetch.h"
+
+#include "platform/adodb/Errors.h"
+
+#include <exception>
+#include <new>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto publishInterval = 100ms;
+constexpr auto tellInterval = 50ms;
+constexpr auto firstBlockTime = 50ms; // longer, and what is there is the first block
+constexpr int batchCount = 4;
+
+// What stops a thread of the fetch, as the one failure type.
+Errore asErrore(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Errore& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return adoError(oleOutOfMemory);
+    } catch (const std::exception& other) {
+        return adoError(oleFail, other.what());
+    }
+}
+
+} // namespace
+
+Fetch::Fetch(std::unique_ptr<RowSource> source) : source_(std::move(source)) {}
+
+Fetch::~Fetch() {
+    cancel();
+    if (stepper_.joinable()) stepper_.join();
+    if (builderThread_.joinable()) builderThread_.join();
+}
+
+void Fetch::readFirstBlock() {
+    std::vector<ColumnInfo> columns = source_->columns();
+    firstBatch_ = std::make_unique<Batch>(static_cast<int>(columns.size()));
+    const auto until = Clock::now() + firstBlockTime;
+    const auto readMore = [&](std::uint32_t have) {
+        firstBatch_->reset(firstBlockRows - have, until);
+        more_ = source_->read(*firstBatch_);
+        return firstBatch_->ready();
+    };
+    while (readMore(0) == 0 && more_) {
+    }
+    settleTypes(columns, *firstBatch_);
+    store_ = std::make_shared<ColumnStore>(std::move(columns));
+    builder_ = std::make_unique<GroupBuilder>(store_);
+    builder_->take(*firstBatch_);
+    while (more_ && builder_->gathered() < firstBlockRows && Clock::now() < until) {
+        readMore(builder_->gathered());
+        builder_->take(*firstBatch_);
+    }
+    builder_->publish();
+}
+
+void Fetch::start(Listener listener) {
+    if (!more_) {
+        source_.reset();
+        firstBatch_.reset();
+        builder_.reset();
+        return;
+    }
+    listener_ = std::move(listener);
+    lastTold_ = lastPublished_ = Clock::now();
+    batches_.push_back(std::move(firstBatch_));
+    for (int i = 1; i < batchCount; ++i)
+        batches_.push_back(std::make_unique<Batch>(store_->columnCount()));
+    for (const auto& batch : batches_) {
+        batch->reset(batch->capacityLimit());
+        free_.push_back(batch.get());
+    }
+    running_.store(true, std::memory_order_release);
+    stepper_ = std::thread([this] { step(); });
+    builderThread_ = std::thread([this] { build(); });
+}
+
+void Fetch::cancel() noexcept {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (!running()) return;
+        cancelled_.store(true, std::memory_order_release);
+        if (source_) source_->cancel();
+    }
+    batchMoved_.notify_all();
+}
+
+std::optional<Errore> Fetch::error() const {
+    const std::scoped_lock lock(mutex_);
+    return error_;
+}
+
+void Fetch::waitForRows(std::int64_t rows) const {
+    std::unique_lock lock(mutex_);
+    rowsCame_.wait(lock, [&] { return store_->rows() >= rows || !running(); });
+}
+
+bool Fetch::waitForEnd(std::chrono::milliseconds longest) const {
+    std::unique_lock lock(mutex_);
+    return rowsCame_.wait_for(lock, longest, [&] { return !running(); });
+}
+
+// --- the stepping thread ---
+
+void Fetch::step() {
+    try {
+        readAll();
+    } catch (...) {
+        fail(asErrore(std::current_exception()));
+    }
+    const std::scoped_lock lock(mutex_);
+    if (filling_) full_.push_back(std::exchange(filling_, nullptr));
+    read_ = true;
+    batchMoved_.notify_all();
+}
+
+void Fetch::readAll() {
+    bool more = true;
+    while (more) {
+        Batch* batch = freeBatch();
+        if (!batch) throw adoError(adErrOperationCancelled);
+        more = source_->read(*batch);
+        handOver(batch);
+    }
+}
+
+// Null once the fetch is cancelled.
+Batch* Fetch::freeBatch() {
+    std::unique_lock lock(mutex_);
+    batchMoved_.wait(lock, [&] { return !free_.empty() || cancelled_; });
+    if (cancelled_) return nullptr;
+    filling_ = free_.back();
+    free_.pop_back();
+    return filling_;
+}
+
+void Fetch::handOver(Batch* batch) {
+    const std::scoped_lock lock(mutex_);
+    filling_ = nullptr;
+    full_.push_back(batch);
+    batchMoved_.notify_all();
+}
+
+// The first failure counts; after cancel() every failure is the cancellation.
+void Fetch::fail(const Errore& error) {
+    const std::scoped_lock lock(mutex_);
+    if (error_) return;
+    error_ = cancelled_ ? adoError(adErrOperationCancelled, "Il caricamento dei record è stato "
+                                                            "interrotto prima dell'ultimo.")
+                        : error;
+}
+
+// --- the building thread ---
+
+void Fetch::build() {
+    try {
+        bool building = true;
+        while (building) {
+            Batch* batch = waitForBatch(lastPublished_ + publishInterval);
+            if (batch) {
+                if (builder_->take(*batch) > 0) published();
+                recycle(batch);
+            } else if (allRead()) {
+                building = false;
+            } else {
+                takeUnfinished();
+            }
+            if (Clock::now() >= lastPublished_ + publishInterval || !building) {
+                if (builder_->publish()) published();
+                lastPublished_ = Clock::now();
+            }
+        }
+    } catch (...) {
+        fail(asErrore(std::current_exception()));
+        cancel();
+    }
+    finish();
+}
+
+// A full batch; null where none came in time, or the source is at its end.
+Batch* Fetch::waitForBatch(Clock::time_point until) {
+    std::unique_lock lock(mutex_);
+    batchMoved_.wait_until(lock, until, [&] { return !full_.empty() || read_; });
+    if (full_.empty()) return nullptr;
+    Batch* batch = full_.front();
+    full_.pop_front();
+    return batch;
+}
+
+bool Fetch::allRead() const {
+    const std::scoped_lock lock(mutex_);
+    return read_ && full_.empty();
+}
+
+void Fetch::recycle(Batch* batch) {
+    batch->reset(batch->capacityLimit());
+    const std::scoped_lock lock(mutex_);
+    free_.push_back(batch);
+    batchMoved_.notify_all();
+}
+
+// Takes what is ready in the batch that the source is still filling. The batch cannot be filled
+// anew meanwhile: it is this thread that recycles batches.
+void Fetch::takeUnfinished() {
+    Batch* batch = nullptr;
+    {
+        const std::scoped_lock lock(mutex_);
+        if (full_.empty()) batch = filling_;
+    }
+    if (!batch) return;
+    batch->want();
+    if (builder_->take(*batch) > 0) published();
+}
+
+void Fetch::published() {
+    lastPublished_ = Clock::now();
+    {
+        const std::scoped_lock lock(mutex_); // a waiter is either before its look or waiting
+    }
+    rowsCame_.notify_all();
+    if (lastPublished_ - lastTold_ >= tellInterval) tell();
+}
+
+void Fetch::tell() {
+    lastTold_ = Clock::now();
+    if (listener_) listener_();
+}
+
+void Fetch::finish() {
+    stepper_.join();
+    builder_.reset();
+    std::unique_ptr<RowSource> source;
+    {
+        const std::scoped_lock lock(mutex_);
+        source = std::move(source_);
+    }
+    source.reset();
+    {
+        const std::scoped_lock lock(mutex_);
+        free_.clear();
+        full_.clear();
+        batches_.clear();
+        running_.store(false, std::memory_order_release);
+    }
+    rowsCame_.notify_all();
+    tell();
+}
+
+} // namespace norvel::adodb

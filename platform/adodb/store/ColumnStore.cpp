@@ -1,0 +1,47 @@
+#include "platform/adodb/store/ColumnStore.h"
+
+#include <bit>
+#include <utility>
+
+namespace norvel::adodb {
+
+ColumnStore::ColumnStore(std::vector<ColumnInfo> columns) : columns_(std::move(columns)) {}
+
+ColumnStore::~ColumnStore() = default;
+
+ColumnStore::Position ColumnStore::position(std::size_t index) {
+    const std::size_t shifted = index / firstChunk + 1;
+    const auto chunk = static_cast<std::size_t>(std::bit_width(shifted)) - 1;
+    return {chunk, index - firstChunk * ((std::size_t{1} << chunk) - 1)};
+}
+
+void ColumnStore::publish(std::unique_ptr<const RowGroup> group) {
+    const std::size_t index = groups_.load(std::memory_order_relaxed);
+    const std::int64_t first = rows_.load(std::memory_order_relaxed);
+    const Position p = position(index);
+    if (!chunks_[p.chunk]) chunks_[p.chunk] = std::make_unique<Slot[]>(firstChunk << p.chunk);
+    const std::int64_t rows = group->rows();
+    bytes_.fetch_add(group->bytes(), std::memory_order_relaxed);
+    chunks_[p.chunk][p.slot] = {std::move(group), first};
+    // The groups first: whoever sees the rows sees the groups that hold them.
+    groups_.store(index + 1, std::memory_order_release);
+    rows_.store(first + rows, std::memory_order_release);
+}
+
+ColumnStore::Place ColumnStore::find(std::int64_t row) const {
+    std::size_t low = 0;
+    std::size_t high = groups();
+    while (high - low > 1) {
+        const std::size_t middle = low + (high - low) / 2;
+        (firstRow(middle) <= row ? low : high) = middle;
+    }
+    return {&group(low), static_cast<std::uint32_t>(row - firstRow(low))};
+}
+
+Variant ColumnStore::value(int column, std::int64_t row) const {
+    const Place place = find(row);
+    return place.group->segment(column).value(place.row,
+                                              columns_[static_cast<std::size_t>(column)].type);
+}
+
+} // namespace norvel::adodb
