@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 constexpr auto publishInterval = 100ms;
 constexpr auto tellInterval = 50ms;
 constexpr auto firstBlockTime = 50ms; // longer, and what is there is the first block
-constexpr int batchCount = 4;
+constexpr std::size_t batchCount = 8;
+constexpr std::size_t batchesToWake = 4; // a thread is woken for so many, not for each
 
 // What stops a thread of the fetch, as the one failure type.
 Errore asErrore(const std::exception_ptr& failure) {
@@ -72,7 +73,7 @@ void Fetch::start(Listener listener) {
     listener_ = std::move(listener);
     lastTold_ = lastPublished_ = Clock::now();
     batches_.push_back(std::move(firstBatch_));
-    for (int i = 1; i < batchCount; ++i)
+    for (std::size_t i = 1; i < batchCount; ++i)
         batches_.push_back(std::make_unique<Batch>(store_->columnCount()));
     for (const auto& batch : batches_) {
         batch->reset(batch->capacityLimit());
@@ -146,7 +147,7 @@ void Fetch::handOver(Batch* batch) {
     const std::scoped_lock lock(mutex_);
     filling_ = nullptr;
     full_.push_back(batch);
-    batchMoved_.notify_all();
+    if (full_.size() == batchesToWake) batchMoved_.notify_all();
 }
 
 // The first failure counts; after cancel() every failure is the cancellation.
@@ -164,13 +165,12 @@ void Fetch::build() {
     try {
         bool building = true;
         while (building) {
-            Batch* batch = waitForBatch(lastPublished_ + publishInterval);
-            if (batch) {
+            const auto batches = waitForBatches(lastPublished_ + publishInterval);
+            for (Batch* batch : batches)
                 if (builder_->take(*batch) > 0) published();
-                recycle(batch);
-            } else if (allRead()) {
-                building = false;
-            } else {
+            recycle(batches);
+            if (batches.empty()) {
+                building = !allRead();
                 takeUnfinished();
             }
             if (Clock::now() >= lastPublished_ + publishInterval || !building) {
@@ -185,14 +185,12 @@ void Fetch::build() {
     finish();
 }
 
-// A full batch; null where none came in time, or the source is at its end.
-Batch* Fetch::waitForBatch(Clock::time_point until) {
+// The full batches, once they are worth the wake-up, or time is up, or the source is at its end.
+std::vector<Batch*> Fetch::waitForBatches(Clock::time_point until) {
     std::unique_lock lock(mutex_);
-    batchMoved_.wait_until(lock, until, [&] { return !full_.empty() || read_; });
-    if (full_.empty()) return nullptr;
-    Batch* batch = full_.front();
-    full_.pop_front();
-    return batch;
+    batchMoved_.wait_until(lock, until,
+                           [&] { return full_.size() >= batchesToWake || read_; });
+    return std::exchange(full_, {});
 }
 
 bool Fetch::allRead() const {
@@ -200,15 +198,17 @@ bool Fetch::allRead() const {
     return read_ && full_.empty();
 }
 
-void Fetch::recycle(Batch* batch) {
-    batch->reset(batch->capacityLimit());
+void Fetch::recycle(const std::vector<Batch*>& batches) {
+    for (Batch* batch : batches)
+        batch->reset(batch->capacityLimit());
     const std::scoped_lock lock(mutex_);
-    free_.push_back(batch);
-    batchMoved_.notify_all();
+    const bool starved = free_.empty();
+    free_.insert(free_.end(), batches.begin(), batches.end());
+    if (starved) batchMoved_.notify_all();
 }
 
-// Takes what is ready in the batch that the source is still filling. The batch cannot be filled
-// anew meanwhile: it is this thread that recycles batches.
+// Takes what is ready in the batch that the source is still filling, once the batches before it are
+// taken. It cannot be filled anew meanwhile: it is this thread that recycles batches.
 void Fetch::takeUnfinished() {
     Batch* batch = nullptr;
     {

@@ -9,7 +9,6 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -62,9 +61,9 @@ class Fetch {
     void build();
     void readAll();
     Batch* freeBatch();
-    Batch* waitForBatch(Clock::time_point until);
+    std::vector<Batch*> waitForBatches(Clock::time_point until);
     void handOver(Batch* batch);
-    void recycle(Batch* batch);
+    void recycle(const std::vector<Batch*>& batches);
     void takeUnfinished();
     bool allRead() const;
     void fail(const Errore& error);
@@ -86,7 +85,7 @@ class Fetch {
     std::condition_variable batchMoved_;       // what the two threads wait for
     std::vector<std::unique_ptr<Batch>> batches_;
     std::vector<Batch*> free_;
-    std::deque<Batch*> full_;
+    std::vector<Batch*> full_; // in the order of the rows
     Batch* filling_ = nullptr;
     bool read_ = false; // the source is at its end, or failed
     std::optional<Errore> error_;

@@ -6,8 +6,8 @@ namespace norvel::adodb {
 
 namespace {
 
-// Cells of a batch: with their texts they fit the second-level cache of a processor core.
-constexpr std::uint32_t cells = 8192;
+// Cells of a batch: a handful of batches with their texts fit a core's second-level cache.
+constexpr std::uint32_t cells = 4096;
 
 std::uint32_t rowsFor(int columns) {
     return std::clamp(cells / static_cast<std::uint32_t>(std::max(columns, 1)), 16U, 1024U);
