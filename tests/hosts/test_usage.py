@@ -81,18 +81,18 @@ class Connection(ProgramTest):
             self.assert_refused(run, "La connessione non è riuscita", "Nessuno")
 
     def test_a_missing_database_is_told_and_not_made(self):
-        self.assert_refused(self.start(), "La connessione non è riuscita", "prova.db")
+        self.assert_refused(self.start(), "La connessione non è riuscita", "prova.db» non esiste")
         self.assertEqual(os.listdir(self.folder), [])
 
     def test_a_file_that_is_no_database(self):
         with open(self.database, "w", encoding="utf-8") as file:
             file.write("Caro diario, oggi piove. " * 100)
-        self.assert_refused(self.start(), "prova.db")
+        self.assert_refused(self.start(), "prova.db» non è un database")
 
     def test_a_truncated_database(self):
         self.make_people(2000)
         os.truncate(self.database, 4096 + 100)
-        self.assert_refused(self.start())
+        self.assert_refused(self.start(), "danneggiato o incompleto")
 
     def test_a_locked_database(self):
         self.make_people()
@@ -100,7 +100,7 @@ class Connection(ProgramTest):
         self.addCleanup(other.close)
         other.execute("PRAGMA locking_mode=EXCLUSIVE")
         other.execute("BEGIN EXCLUSIVE")
-        self.assert_refused(self.start(), "in uso")
+        self.assert_refused(self.start(), "prova.db» è bloccato da un altro programma")
 
 
 class Query(ProgramTest):
