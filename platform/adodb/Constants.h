@@ -37,6 +37,10 @@ enum ExecuteOptionEnum : int {
     adExecuteNoRecords = 0x80,
     adExecuteStream = 0x400
 };
+// The options of Open are bits of both.
+constexpr int operator|(CommandTypeEnum command, ExecuteOptionEnum option) {
+    return static_cast<int>(command) | static_cast<int>(option);
+}
 
 // State bits. adStateFetchBroken is this engine's own: the fetch ended before the last row; what
 // was fetched stays readable, and Recordset::FetchError() says why.
