@@ -21,17 +21,23 @@ using std::chrono::milliseconds;
 
 // When the event that is being handled inside a pump began; empty between events.
 std::optional<Clock::time_point> eventBegan;
+int pumps = 0; // one inside the other
 
 // One turn of the event loop, whichever is running; one of its own where none is.
 class Turn {
   public:
     Turn() {
+        ++pumps;
         loop_ = wxEventLoopBase::GetActive();
         if (loop_ != nullptr) return;
         own_ = std::make_unique<wxGUIEventLoop>();
         activator_ = std::make_unique<wxEventLoopActivator>(own_.get());
         loop_ = own_.get();
     }
+    ~Turn() { --pumps; }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
     // Handles what waits; true when there was anything.
     bool handle() {
         bool any = false;
@@ -194,6 +200,13 @@ bool Robot::waitUntil(const std::function<bool()>& condition, int time) {
     return true;
 }
 
+// Raised at once: a window manager may place a window that is only shown where it likes.
+void Robot::show(wxTopLevelWindow& window) {
+    window.Show();
+    window.Raise();
+    waitForActive(window);
+}
+
 void Robot::focus(wxWindow& window) {
     window.SetFocus();
     EXPECT_TRUE(waitUntil([&] { return window.HasFocus(); })) << "The window got no focus";
@@ -206,6 +219,10 @@ bool Robot::waitForActive(wxWindow& window, int time) {
     EXPECT_TRUE(active) << "The window did not become active";
     pump();
     return active;
+}
+
+bool Robot::pumping() {
+    return pumps > 0;
 }
 
 bool Robot::blockedInEvent(int time) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string_view>
 
+class wxTopLevelWindow;
 class wxWindow;
 
 namespace norvel::tests {
@@ -47,13 +48,18 @@ class Robot {
     // Handles events until the condition holds; false when it did not within the time.
     bool waitUntil(const std::function<bool()>& condition, int milliseconds = 5000);
 
+    // Shows a top-level window in front, where it was put, and waits until it is active and
+    // painted.
+    void show(wxTopLevelWindow& window);
     // Gives the window the keyboard focus and waits until it has it.
     void focus(wxWindow& window);
     // Waits until the window is shown, active and painted; a failure is reported as a test failure.
     bool waitForActive(wxWindow& window, int milliseconds = 5000);
 
-    // True while a call of pump() has been inside one event for longer than that: the event opened
-    // a menu, a box or a modal window, which waits for the operator. Script uses it.
+    // True while some action of a robot handles events.
+    static bool pumping();
+    // True while it has been inside one event for longer than that: the event opened a menu, a box
+    // or a modal window, which waits for the operator. Script uses it.
     static bool blockedInEvent(int milliseconds);
 
   private:

@@ -7,6 +7,7 @@
 #include <wx/dialog.h>
 #include <wx/timer.h>
 #include <wx/toplevel.h>
+#include <wx/uiaction.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -79,6 +80,7 @@ struct Script::Impl {
     std::vector<Step> steps;
     std::size_t next = 0;
     int running = 0; // steps that have begun and not returned
+    Clock::time_point stepBegan;
     Clock::time_point waitingSince;
     Clock::time_point deadline;
     bool failed = false;
@@ -90,11 +92,18 @@ struct Script::Impl {
     void tick() {
         if (Clock::now() > deadline) return giveUp("The time is over");
         if (failed || next >= steps.size()) return;
-        if (running > 0 && !Robot::blockedInEvent(modalAfter)) return;
+        if (running > 0 && !stepWaits()) return;
         if (steps[next].action)
             runAction();
         else
             checkCondition();
+    }
+
+    // True when the step that runs has opened something modal, in an event that its robot handles
+    // or by itself.
+    bool stepWaits() const {
+        if (Robot::pumping()) return Robot::blockedInEvent(modalAfter);
+        return Clock::now() - stepBegan > milliseconds(modalAfter);
     }
 
     void startTicking() {
@@ -110,6 +119,7 @@ struct Script::Impl {
         startTicking();
         const Step& step = steps[next++];
         ++running;
+        stepBegan = Clock::now();
         try {
             step.action();
         } catch (const std::exception& error) {
@@ -182,7 +192,9 @@ void Script::run(const std::function<void()>& body, int timeout) {
         ADD_FAILURE() << "It ended before step \"" << impl_->steps[impl_->next].name << "\"";
 }
 
+// Menus and native boxes go by Escape only, windows by being closed.
 void closeEverything() {
+    wxUIActionSimulator().Char(WXK_ESCAPE);
     if (wxTopLevelWindows.empty()) return;
     auto* window = static_cast<wxTopLevelWindow*>(wxTopLevelWindows.GetLast()->GetData());
     auto* dialog = wxDynamicCast(window, wxDialog);

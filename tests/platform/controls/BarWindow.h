@@ -98,9 +98,7 @@ class BarTest : public testing::Test {
                                                 const controls::ButtonMenu& menu) {
             told.push_back(button.Key + ">" + menu.Key);
         };
-        window->Show();
-        window->Raise();
-        robot.waitForActive(*window);
+        robot.show(*window);
         robot.focus(*window->field);
     }
     void TearDown() override {
