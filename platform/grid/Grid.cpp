@@ -146,6 +146,12 @@ void Grid::FitColumn(int column) {
     view_->FitColumn(column);
 }
 
+bool Grid::SetFont(const wxFont& font) {
+    const bool changed = wxControl::SetFont(font);
+    if (changed && view_) view_->FontChanged();
+    return changed;
+}
+
 wxSize Grid::DoGetBestClientSize() const {
     return {FromDIP(400), view_ ? view_->DefaultHeight() : FromDIP(200)};
 }

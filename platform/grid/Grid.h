@@ -74,7 +74,8 @@ class NR_API Grid : public wxControl {
     wxRect FilterButtonRect(int column) const; // empty without FilterCombo
     wxRect HeadingRect(int column) const;
     wxRect RecordSelectorRect(adodb::RowCount rowPosition) const;
-    // What a cell shows; row: of all rows, from 0. Reads it when it is not at hand.
+    // What a cell shows; row: of all rows, from 0. Reads it when it is not at hand; what the
+    // recordset raises then.
     std::string CellText(adodb::RowCount row, int column);
     // Logical pixels to one pixel of 96 dpi: what turns twips into the grid's pixels.
     double Scale() const;
@@ -105,6 +106,7 @@ class NR_API Grid : public wxControl {
     std::function<void(const Errore&)> OnError;
 
     bool AcceptsFocus() const override { return true; }
+    bool SetFont(const wxFont& font) override; // rows and headings take their height from it
 
     class View; // the inside, in this folder's own files
 

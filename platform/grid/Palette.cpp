@@ -30,8 +30,9 @@ wxColour system(wxSystemColour which) {
 
 constexpr double readable = 4.5; // the least contrast for text
 
-wxColour readableOn(const wxColour& back, const wxColour& preferred) {
-    if (contrast(back, preferred) >= readable) return preferred;
+// The preferred colour where it can be read; a pair that the theme itself made gets by with less.
+wxColour readableOn(const wxColour& back, const wxColour& preferred, double least = readable) {
+    if (contrast(back, preferred) >= least) return preferred;
     return contrast(back, *wxBLACK) >= contrast(back, *wxWHITE) ? *wxBLACK : *wxWHITE;
 }
 
@@ -72,7 +73,7 @@ Palette systemPalette() {
     p.line = blend(p.back, p.text, 0.13);
     p.faceLine = blend(p.face, p.faceText, 0.26);
     p.selection = system(wxSYS_COLOUR_HIGHLIGHT);
-    p.selectionText = readableOn(p.selection, system(wxSYS_COLOUR_HIGHLIGHTTEXT));
+    p.selectionText = readableOn(p.selection, system(wxSYS_COLOUR_HIGHLIGHTTEXT), 2.5);
     p.focus = visibleOn(p.back, p.selection, p.text);
     p.idleSelection = blend(p.back, blend(p.selection, p.text, 0.35), 0.3);
     p.idleSelectionText = readableOn(p.idleSelection, p.text);

@@ -139,6 +139,7 @@ class Grid::View : public controls::DataControl::Observer {
 
     // painting (ViewPaint.cpp, ViewPaintBars.cpp)
     void onPaint();
+    void tellFirstPaint();
     void prepareRows();
     struct RowLook {
         wxColour back, text;
@@ -154,7 +155,7 @@ class Grid::View : public controls::DataControl::Observer {
     void paintFilterBar(wxDC& dc);
     void paintFilterButton(wxDC& dc, const wxRect& box);
     void paintScrollCorner(wxDC& dc);
-    void paintMessage(wxDC& dc);
+    void paintMessage(wxDC& dc, const std::string& message);
     bool focused() const;
     void refreshRow(adodb::RowCount row);
     void report(const Errore& error);
@@ -174,7 +175,8 @@ class Grid::View : public controls::DataControl::Observer {
     std::vector<int> fieldOf_;         // the recordset's field of each column, -1: none
     std::vector<std::string> madeFor_; // the fields that the grid's own columns were made for
     bool widthsSampled_ = false;       // the own columns' widths were taken from rows
-    std::string readError_;            // why rows cannot be read; shown in their place
+    std::string openError_;            // why there is no reader; shown in the rows' place
+    std::string readError_;            // why what is in view could not be read; likewise
     std::chrono::steady_clock::time_point lastArrival_;
 
     adodb::RowCount current_ = -1;

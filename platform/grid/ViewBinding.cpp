@@ -17,6 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 constexpr auto arrivalPause = 50ms; // between two looks at rows that keep arriving
 
+std::string unreadable(const Errore& error) {
+    return "Impossibile leggere i record: " + error.descrizione();
+}
+
 } // namespace
 
 Recordset& Grid::View::Host() const {
@@ -36,10 +40,7 @@ void Grid::View::RecordsetReplaced() {
     readerStale_ = true;
     cache_.Clear();
     current_ = lastPlace_ = anchor_ = -1;
-    if (!source_ || !source_->Recordset()) {
-        readError_.clear();
-        selection_.SetView(nullptr, false);
-    }
+    if (!source_ || !source_->Recordset()) selection_.SetView(nullptr, false);
     geometry_.Vertical().SetPosition(0);
     rowsChanged();
 }
@@ -51,13 +52,13 @@ RowReader* Grid::View::Reader() {
     readerStale_ = false;
     cache_.Clear();
     const auto old = std::exchange(reader_, nullptr);
-    readError_.clear();
+    openError_.clear();
     const bool open =
         source_ && source_->Recordset() && (source_->Recordset()->State() & adStateOpen);
     try {
         if (open) reader_ = std::make_shared<RowReader>(*source_->Recordset());
     } catch (const Errore& error) { // said where the rows would stand
-        readError_ = "Impossibile leggere i record: " + error.descrizione();
+        openError_ = unreadable(error);
     }
     const bool sameRows = reader_ && old && old->SameFilter(*source_->Recordset());
     selection_.SetView(reader_, sameRows);
@@ -96,7 +97,7 @@ void Grid::View::makeColumns() {
             fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
             cellFrameTwips());
     } catch (const Errore& error) { // without rows to read there is nothing to show
-        readError_ = "Impossibile leggere i record: " + error.descrizione();
+        openError_ = unreadable(error);
         return;
     }
     madeFor_ = std::move(names);
@@ -141,6 +142,20 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
     std::ranges::sort(fields);
     fields.erase(std::ranges::unique(fields).begin(), fields.end());
     reader->Fill(cache_, first, count, fields);
+}
+
+// Reads what the view shows and is not at hand. A failure takes the place of the rows.
+void Grid::View::prepareRows() {
+    std::vector<int> columns;
+    const auto range = geometry_.PlacesInView();
+    for (int place = range.first; place < range.last; ++place)
+        columns.push_back(geometry_.ColumnAt(place));
+    readError_.clear();
+    try {
+        Fill(geometry_.FirstRow(), geometry_.RowsInView(), columns);
+    } catch (const Errore& error) {
+        readError_ = unreadable(error);
+    }
 }
 
 std::string Grid::View::Text(RowCount row, int column) {

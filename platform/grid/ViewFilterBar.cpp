@@ -59,7 +59,9 @@ void Grid::View::placeEditor() {
         columns_.Item(filterColumn_).FilterCombo ? geometry_.Sizes().filterButtonWidth : 0;
     const wxRect room(geometry_.Sizes().selectorWidth, 0, geometry_.DataWidth(),
                       geometry_.Sizes().height);
-    wxRect box(cell.x + 1, cell.y + 1, std::max(0, cell.width - button - 3), cell.height - 3);
+    const int margin = pixels(cellMarginTwips() / 2) - 1; // the text stays where it is painted
+    wxRect box(cell.x + margin, cell.y + 1, std::max(0, cell.width - margin - button - 2),
+               cell.height - 3);
     box.Intersect(room);
     if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
     editor_->SetSize(box);

@@ -102,7 +102,7 @@ void Grid::View::run(const KeyCommand& command) {
 // The filter bar stands above the first row for the arrow keys too.
 void Grid::View::moveRow(const KeyCommand& command) {
     const bool plainUp = command.step == Step::RowUp && !command.extend && !command.keepSelection;
-    if (plainUp && current_ <= 0 && EnterFilter(currentColumn_, true)) return;
+    if (plainUp && lastPlace_ <= 0 && EnterFilter(currentColumn_, true)) return;
     const RowCount page = std::max(1, geometry_.WholeRows() - 1);
     const RowCount target = targetRow(command.step, lastPlace_, Rows(), page);
     if (target < 0) return;

@@ -24,6 +24,10 @@ Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()) {
         Refresh();
         e.Skip();
     });
+    grid_.Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& e) {
+        FontChanged();
+        e.Skip();
+    });
     arrivals_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { rowsArrived(true); });
     selection_.OnChange = [this] { Refresh(); };
     FontChanged();
@@ -42,20 +46,6 @@ bool Grid::View::focused() const {
     return grid_.HasFocus() || (editor_ && filterColumn_ >= 0 && editor_->HasFocus());
 }
 
-// Reads what the view shows and is not at hand. A failure takes the place of the rows.
-void Grid::View::prepareRows() {
-    try {
-        Reader();
-        std::vector<int> columns;
-        const auto range = geometry_.PlacesInView();
-        for (int place = range.first; place < range.last; ++place)
-            columns.push_back(geometry_.ColumnAt(place));
-        Fill(geometry_.FirstRow(), geometry_.RowsInView(), columns);
-    } catch (const Errore& error) {
-        readError_ = "Impossibile leggere i record: " + error.descrizione();
-    }
-}
-
 void Grid::View::onPaint() {
     prepareRows();
     wxAutoBufferedPaintDC dc(&grid_);
@@ -66,9 +56,13 @@ void Grid::View::onPaint() {
         if (split_.FilterBar) paintFilterBar(dc);
     }
     paintScrollCorner(dc);
-    if (!readError_.empty()) paintMessage(dc);
+    if (!firstPainted_ && readError_.empty()) tellFirstPaint();
+}
+
+// Once the picture is on its way to the screen.
+void Grid::View::tellFirstPaint() {
     const int rows = geometry_.ShownCount() > 0 ? geometry_.RowsInView() : 0;
-    if (firstPainted_ || rows == 0 || !readError_.empty()) return;
+    if (rows == 0) return;
     firstPainted_ = true;
     const wxWeakRef<Grid> alive(&grid_);
     grid_.CallAfter([alive, rows] {
@@ -85,6 +79,8 @@ void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.back);
     dc.DrawRectangle(area);
+    const std::string& message = openError_.empty() ? readError_ : openError_;
+    if (!message.empty()) return paintMessage(dc, message);
     const Pixels top = geometry_.Vertical().Position() - data.y;
     const RowCount first =
         std::max<RowCount>(geometry_.FirstRow(), (top + area.y) / sizes.rowHeight);
@@ -173,7 +169,7 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
 
 // The current cell: a frame, strong while the grid has the focus.
 void Grid::View::paintFocus(wxDC& dc) {
-    if (!focused()) return;
+    if (!grid_.HasFocus()) return;
     const Rect cell = geometry_.Cell(current_, currentColumn_);
     if (cell.Empty()) return;
     const Rect data = geometry_.Data();
@@ -187,11 +183,11 @@ void Grid::View::paintFocus(wxDC& dc) {
     dc.SetPen(*wxTRANSPARENT_PEN);
 }
 
-void Grid::View::paintMessage(wxDC& dc) {
+void Grid::View::paintMessage(wxDC& dc, const std::string& message) {
     const Rect data = geometry_.Data();
     const wxRect box(data.x + 8, data.y + 8, std::max(0, data.width - 16), textHeight_);
     painter_->Begin(dc, {data.x, data.y, data.width, data.height});
-    painter_->Draw(readError_, box, Alignment::Left, Overflow::Ellipsis, palette_.text);
+    painter_->Draw(message, box, Alignment::Left, Overflow::Ellipsis, palette_.text);
     painter_->End();
 }
 

@@ -23,6 +23,17 @@ void drawTriangle(wxDC& dc, const wxPoint& centre, int size, bool down, const wx
     }
 }
 
+// A funnel, the sign of a filter, in a box.
+void drawFunnel(wxDC& dc, const wxRect& box, const wxColour& colour) {
+    const int half = std::max(3, std::min(box.width, box.height) / 4);
+    const int stem = std::max(1, half / 3);
+    const wxPoint points[] = {{-half, -half}, {half, -half},        {stem, stem - 1},
+                              {stem, half},   {-stem, half - stem}, {-stem, stem - 1}};
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(colour);
+    dc.DrawPolygon(6, points, box.x + box.width / 2, box.y + box.height / 2);
+}
+
 } // namespace
 
 void Grid::View::paintHeadings(wxDC& dc) {
@@ -72,6 +83,7 @@ void Grid::View::paintFilterBar(wxDC& dc) {
     dc.SetBrush(palette_.faceLine);
     dc.DrawRectangle(0, top + sizes.filterHeight - 1, whole, 1);
     dc.DrawRectangle(sizes.selectorWidth - 1, top, 1, sizes.filterHeight);
+    drawFunnel(dc, {0, top, sizes.selectorWidth - 1, sizes.filterHeight - 1}, palette_.filterHint);
     const wxRect room(sizes.selectorWidth, top, geometry_.DataWidth(), sizes.filterHeight);
     const int margin = pixels(cellMarginTwips() / 2);
     const auto range = geometry_.PlacesInView();

@@ -36,6 +36,7 @@ double Grid::View::cellFrameTwips() const {
 void Grid::View::FontChanged() {
     painter_->SetFont(grid_.GetFont(), grid_);
     textHeight_ = painter_->Height();
+    if (editor_) editor_->SetFont(grid_.GetFont());
     Layout();
     Refresh();
 }

@@ -20,7 +20,8 @@ std::string_view typicalText(DataTypeEnum type) {
     if (type == adDBTime) return "00.00.00";
     if (isDateType(type)) return "00/00/0000";
     if (type == adBoolean) return "False";
-    if (isNumberType(type)) return "000000";
+    if (type == adSmallInt || type == adTinyInt || type == adUnsignedTinyInt) return "00000";
+    if (isNumberType(type)) return "00000000";
     return "abcdefgh";
 }
 
@@ -51,7 +52,9 @@ Columns defaultColumns(Fields& fields, RowReader& rows, RowCache& cache, const M
     std::vector<int> all(static_cast<std::size_t>(fields.Count()));
     std::iota(all.begin(), all.end(), 0);
     rows.Fill(cache, 0, sampledRows, all);
+    // Numbers grow towards the end: the last row is looked at too.
     const RowCount sampled = std::min(sampledRows, rows.Rows());
+    rows.Fill(cache, rows.Rows() - 1, 1, all);
     Columns columns;
     for (const int i : all) {
         Field& field = fields(i);
@@ -63,6 +66,7 @@ Columns defaultColumns(Fields& fields, RowReader& rows, RowCache& cache, const M
         std::vector<std::string> texts;
         for (RowCount row = 0; row < sampled; ++row)
             if (const std::string* text = cache.Text(row, i)) texts.push_back(*text);
+        if (const std::string* text = cache.Text(rows.Rows() - 1, i)) texts.push_back(*text);
         const bool isText = alignmentOf(column) == Alignment::Left;
         if (texts.empty() && isText && !isBinaryType(column.DataType))
             texts.push_back(emptyText(field));

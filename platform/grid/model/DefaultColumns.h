@@ -17,8 +17,8 @@ using MeasureText = std::function<double(std::string_view)>;
 inline constexpr adodb::RowCount sampledRows = 32;
 
 // One column per field: caption = field name, no filter combo, the field's type, and a width from
-// the caption, the type and the cells of the first rows (which stay in the cache). margin: what a
-// cell adds to its text, twips.
+// the caption, the type and the cells of the first rows and the last one (which stay in the cache).
+// margin: what a cell adds to its text, twips.
 NR_API Columns defaultColumns(adodb::Fields& fields, RowReader& rows, RowCache& cache,
                               const MeasureText& measure, double margin);
 
