@@ -16,6 +16,15 @@
 #include <string>
 #include <vector>
 
+namespace norvel {
+
+// How a failed expectation shows an Errore.
+inline void PrintTo(const Errore& errore, std::ostream* uscita) {
+    *uscita << errore.numero() << " - " << errore.descrizione();
+}
+
+} // namespace norvel
+
 namespace norvel::tests {
 
 // A search window without a display. Each call is a line of the record; a call may have something

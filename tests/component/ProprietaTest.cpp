@@ -47,8 +47,8 @@ TEST_F(ProprietaTest, EveryPropertyReadsEmptyBeforeItIsSet) {
 // A text property, the session's variable behind it.
 struct CasoTesto {
     const char* nome;
-    void (Ricerca::*scrivi)(const std::string&);
-    std::string (Ricerca::*leggi)() const;
+    void (*scrivi)(Ricerca&, const std::string&);
+    std::string (*leggi)(const Ricerca&);
     Variant VariabiliGlobali::*variabile;
 };
 
@@ -58,9 +58,9 @@ TEST_P(TestoTest, KeepsTheTextAsGivenInItsSessionVariable) {
     const CasoTesto& caso = GetParam();
     Ricerca ricerca;
     for (const std::string testo : {"C:\\Dati\\città\\", "", "007", "non un numero", " 1 "}) {
-        (ricerca.*caso.scrivi)(testo);
+        caso.scrivi(ricerca, testo);
         EXPECT_EQ(sessione().*caso.variabile, Variant(testo));
-        EXPECT_EQ((ricerca.*caso.leggi)(), testo);
+        EXPECT_EQ(caso.leggi(ricerca), testo);
     }
     EXPECT_TRUE(registro.empty()) << "no property of these may load the window";
 }
@@ -69,11 +69,17 @@ TEST_P(TestoTest, ReadsWhateverTypeTheSessionHolds) {
     const CasoTesto& caso = GetParam();
     const Ricerca ricerca;
     sessione().*caso.variabile = 11355;
-    EXPECT_EQ((ricerca.*caso.leggi)(), "11355");
+    EXPECT_EQ(caso.leggi(ricerca), "11355");
     sessione().*caso.variabile = 1.5;
-    EXPECT_EQ((ricerca.*caso.leggi)(), "1,5");
+    EXPECT_EQ(caso.leggi(ricerca), "1,5");
     sessione().*caso.variabile = Variant::null();
-    EXPECT_EQ(numeroErrore([&] { (ricerca.*caso.leggi)(); }), 94);
+    EXPECT_EQ(numeroErrore([&] { caso.leggi(ricerca); }), 94);
+}
+
+template <auto Lettore, auto Scrittore>
+CasoTesto caso(const char* nome, Variant VariabiliGlobali::*variabile) {
+    return {nome, [](Ricerca& r, const std::string& testo) { (r.*Scrittore)(testo); },
+            [](const Ricerca& r) { return (r.*Lettore)(); }, variabile};
 }
 
 using R = Ricerca;
@@ -81,21 +87,20 @@ using V = VariabiliGlobali;
 INSTANTIATE_TEST_SUITE_P(
     Ogni, TestoTest,
     ::testing::Values(
-        CasoTesto{"PercorsoPers", &R::SetPercorsoPers, &R::PercorsoPers, &V::gPercorsoPers},
-        CasoTesto{"Percorso", &R::SetPercorso, &R::Percorso, &V::gPercorso},
-        CasoTesto{"User", &R::SetUser, &R::User, &V::gUser},
-        CasoTesto{"Modulo", &R::SetModulo, &R::Modulo, &V::gModulo},
-        CasoTesto{"Caption", &R::SetCaption, &R::Caption, &V::gCaption},
-        CasoTesto{"StatusBar", &R::SetStatusBar, &R::StatusBar, &V::gStatusBar},
-        CasoTesto{"Toolbar", &R::SetToolbar, &R::Toolbar, &V::gToolbar},
-        CasoTesto{"Top", &R::SetTop, &R::Top, &V::gTop},
-        CasoTesto{"Left", &R::SetLeft, &R::Left, &V::gLeft},
-        CasoTesto{"Height", &R::SetHeight, &R::Height, &V::gHeight},
-        CasoTesto{"Width", &R::SetWidth, &R::Width, &V::gWidth},
-        CasoTesto{"WindowsState", &R::SetWindowsState, &R::WindowsState, &V::gWindowsState},
-        CasoTesto{"FilterBar", &R::SetFilterBar, &R::FilterBar, &V::gFilterBar},
-        CasoTesto{"CampoRicerca", &R::SetCampoRicerca, &R::CampoRicerca, &V::gCampoRicerca}),
-    [](const auto& caso) { return std::string(caso.param.nome); });
+        caso<&R::PercorsoPers, &R::SetPercorsoPers>("PercorsoPers", &V::gPercorsoPers),
+        caso<&R::Percorso, &R::SetPercorso>("Percorso", &V::gPercorso),
+        caso<&R::User, &R::SetUser>("User", &V::gUser),
+        caso<&R::Modulo, &R::SetModulo>("Modulo", &V::gModulo),
+        caso<&R::Caption, &R::SetCaption>("Caption", &V::gCaption),
+        caso<&R::StatusBar, &R::SetStatusBar>("StatusBar", &V::gStatusBar),
+        caso<&R::Toolbar, &R::SetToolbar>("Toolbar", &V::gToolbar),
+        caso<&R::Top, &R::SetTop>("Top", &V::gTop), caso<&R::Left, &R::SetLeft>("Left", &V::gLeft),
+        caso<&R::Height, &R::SetHeight>("Height", &V::gHeight),
+        caso<&R::Width, &R::SetWidth>("Width", &V::gWidth),
+        caso<&R::WindowsState, &R::SetWindowsState>("WindowsState", &V::gWindowsState),
+        caso<&R::FilterBar, &R::SetFilterBar>("FilterBar", &V::gFilterBar),
+        caso<&R::CampoRicerca, &R::SetCampoRicerca>("CampoRicerca", &V::gCampoRicerca)),
+    [](const auto& uno) { return std::string(uno.param.nome); });
 
 TEST_F(ProprietaTest, TwoObjectsShareEverySetting) {
     Ricerca uno;

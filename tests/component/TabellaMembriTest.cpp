@@ -202,7 +202,7 @@ TEST_F(ChiamataTest, ValuesWithoutAReadingAreRefusedAndNothingChanges) {
     ricerca.SetCaption("prima");
     EXPECT_EQ(caduta("Caption", modoLet, {Variant::null()}).numero(), 94);
     EXPECT_EQ(caduta("Caption", modoLet, {righe}), tipo);
-    EXPECT_EQ(caduta("Caption", modoLet, {std::vector<Variant>{1, 2}}), tipo);
+    EXPECT_EQ(caduta("Caption", modoLet, {Variant(std::vector<Variant>{1, 2})}), tipo);
     EXPECT_EQ(ricerca.Caption(), "prima");
     EXPECT_EQ(caduta("SoloRicerca", modoLet, {Variant::null()}).numero(), 94);
     EXPECT_EQ(caduta("SoloRicerca", modoLet, {righe}), tipo);
