@@ -212,4 +212,11 @@ void installaFrmRicerca() {
                             [] { return istanza() != nullptr; }});
 }
 
+namespace {
+
+// The library that holds the window makes it known as soon as it is loaded.
+[[maybe_unused]] const bool installata = (installaFrmRicerca(), true);
+
+} // namespace
+
 } // namespace norvel::search_window

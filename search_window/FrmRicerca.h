@@ -110,7 +110,8 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     std::string separatore_; // between the values of a multiple choice
 };
 
-// The real window as the process's window: the shared library calls it once, when it is loaded.
+// The real window as the process's window. The shared library does it when it is loaded; a program
+// that links the folder statically, or a test that gave the process a window of its own, calls it.
 NR_API void installaFrmRicerca();
 // The loaded window, or null: for tests that drive it.
 NR_API FrmRicerca* frmRicercaReale();
