@@ -3,26 +3,33 @@
 
 #include <vector>
 
+class wxTopLevelWindow;
+
 namespace norvel::controls {
 
-// Takes the input away from the calling thread's other windows and gives it back: on GTK the
-// top-level windows that are not the toolkit's; on Windows the thread's top-level windows belong
-// here as well, enabled again in enable(), before the modal window goes.
+// For the length of a modal window: puts it over the window that was active, which becomes its
+// owner, and takes the input away from the calling thread's windows that are not the toolkit's. On
+// GTK these are its other top-level windows; on Windows the thread's belong here as well.
 class HostWindows {
   public:
     HostWindows() = default;
-    ~HostWindows() { enable(); }
+    ~HostWindows() { giveBack(); }
     HostWindows(const HostWindows&) = delete;
     HostWindows& operator=(const HostWindows&) = delete;
 
-    void disable();
-    void enable();
+    // Before the window is shown.
+    void takeInputFor(wxTopLevelWindow& modal);
+    // Once it is shown.
+    void markModal(wxTopLevelWindow& modal);
+    // Before it goes.
+    void giveBack();
 
   private:
     struct Disabled {
         void* window;
         unsigned long closeGuard; // what keeps its close box from closing it
     };
+    static Disabled disable(void* window);
     std::vector<Disabled> disabled_;
 };
 

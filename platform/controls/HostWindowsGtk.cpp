@@ -25,6 +25,11 @@ struct GtkCalls {
     int (*isSensitive)(void*);
     void (*setSensitive)(void*, int);
     int (*windowType)(void*);
+    int (*isActive)(void*);
+    void* (*transientFor)(void*);
+    void (*setTransientFor)(void*, void*);
+    void* (*surface)(void*);
+    void (*setModalHint)(void*, int);
     void* (*ref)(void*);
     void (*unref)(void*);
     unsigned long (*connect)(void*, const char*, Callback, void*, void*, int);
@@ -43,7 +48,12 @@ struct GtkCalls {
                load(isVisible, "gtk_widget_get_visible") &&
                load(isSensitive, "gtk_widget_get_sensitive") &&
                load(setSensitive, "gtk_widget_set_sensitive") &&
-               load(windowType, "gtk_window_get_window_type") && load(ref, "g_object_ref") &&
+               load(windowType, "gtk_window_get_window_type") &&
+               load(isActive, "gtk_window_is_active") &&
+               load(transientFor, "gtk_window_get_transient_for") &&
+               load(setTransientFor, "gtk_window_set_transient_for") &&
+               load(surface, "gtk_widget_get_window") &&
+               load(setModalHint, "gdk_window_set_modal_hint") && load(ref, "g_object_ref") &&
                load(unref, "g_object_unref") && load(connect, "g_signal_connect_data") &&
                load(isConnected, "g_signal_handler_is_connected") &&
                load(disconnect, "g_signal_handler_disconnect") &&
@@ -74,25 +84,40 @@ constexpr int topLevelType = 0; // GTK_WINDOW_TOPLEVEL; the others are menus and
 
 } // namespace
 
-void HostWindows::disable() {
+// Of a window that is the host's alone.
+HostWindows::Disabled HostWindows::disable(void* window) {
+    const GtkCalls* calls = gtk();
+    calls->ref(window);
+    calls->setSensitive(window, 0);
+    return {window, calls->connect(window, "delete-event",
+                                   reinterpret_cast<Callback>(refuseToClose), nullptr, nullptr, 0)};
+}
+
+// The modal window stays over the active one, wherever the operator clicks.
+void HostWindows::takeInputFor(wxTopLevelWindow& modal) {
     const GtkCalls* calls = gtk();
     if (calls == nullptr) return;
     List* all = calls->listToplevels();
     for (const List* each = all; each != nullptr; each = each->next) {
         void* window = each->data;
-        if (isToolkits(window) || calls->windowType(window) != topLevelType ||
-            !calls->isVisible(window) || !calls->isSensitive(window))
+        if (window == modal.GetHandle() || calls->windowType(window) != topLevelType ||
+            !calls->isVisible(window))
             continue;
-        calls->ref(window);
-        calls->setSensitive(window, 0);
-        disabled_.push_back({window, calls->connect(window, "delete-event",
-                                                    reinterpret_cast<Callback>(refuseToClose),
-                                                    nullptr, nullptr, 0)});
+        if (calls->isActive(window) && calls->transientFor(modal.GetHandle()) == nullptr)
+            calls->setTransientFor(modal.GetHandle(), window);
+        if (!isToolkits(window) && calls->isSensitive(window)) disabled_.push_back(disable(window));
     }
     calls->freeList(all);
 }
 
-void HostWindows::enable() {
+// The window manager gives the focus to a modal window when its owner is clicked.
+void HostWindows::markModal(wxTopLevelWindow& modal) {
+    const GtkCalls* calls = gtk();
+    void* surface = calls != nullptr ? calls->surface(modal.GetHandle()) : nullptr;
+    if (surface != nullptr) calls->setModalHint(surface, 1);
+}
+
+void HostWindows::giveBack() {
     const GtkCalls* calls = gtk();
     for (const Disabled& each : disabled_) {
         if (calls->isConnected(each.window, each.closeGuard) != 0) // the host may destroy it

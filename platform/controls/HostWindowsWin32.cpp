@@ -23,18 +23,29 @@ BOOL CALLBACK collect(HWND window, LPARAM list) {
 
 } // namespace
 
-void HostWindows::disable() {
+HostWindows::Disabled HostWindows::disable(void* window) {
+    EnableWindow(static_cast<HWND>(window), FALSE);
+    return {window, 0};
+}
+
+// The active window is one of this thread's or none. An owned window stays over its owner, goes to
+// the icon with it and gives the focus back to it.
+void HostWindows::takeInputFor(wxTopLevelWindow& modal) {
+    const HWND owner = GetActiveWindow();
+    if (owner != nullptr && owner != modal.GetHandle())
+        SetWindowLongPtrW(modal.GetHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
     std::vector<HWND> windows;
     EnumThreadWindows(GetCurrentThreadId(), collect, reinterpret_cast<LPARAM>(&windows));
-    for (HWND window : windows) {
-        EnableWindow(window, FALSE);
-        disabled_.push_back({window, 0});
-    }
+    for (HWND window : windows)
+        disabled_.push_back(disable(window));
 }
+
+// To Windows a window is modal when the others are disabled.
+void HostWindows::markModal(wxTopLevelWindow&) {}
 
 // A window that the host closed meanwhile is left alone, even where its handle stands for another
 // thread's by now.
-void HostWindows::enable() {
+void HostWindows::giveBack() {
     for (const Disabled& each : disabled_) {
         const HWND window = static_cast<HWND>(each.window);
         if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId())

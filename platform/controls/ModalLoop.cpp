@@ -72,9 +72,10 @@ struct ModalLoop::Impl {
         ending = false;
         window = &shown;
         disabler.emplace(&shown);
-        hostWindows.disable();
+        hostWindows.takeInputFor(shown);
         shown.Show();
-        shown.Raise();
+        shown.Raise(); // at once: a window manager may place a window that is only shown
+        hostWindows.markModal(shown);
         shown.Bind(wxEVT_DESTROY, &Impl::onDestroy, this);
         shown.Bind(wxEVT_SHOW, &Impl::onShow, this);
     }
@@ -84,7 +85,7 @@ struct ModalLoop::Impl {
         if (ending) return;
         ending = true;
         disabler.reset();
-        hostWindows.enable();
+        hostWindows.giveBack();
         if (loop != nullptr) loop->ScheduleExit(0);
     }
 

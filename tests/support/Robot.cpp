@@ -1,14 +1,17 @@
 #include "tests/support/Robot.h"
 
-#include "tests/support/UnicodeKeys.h"
+#include "tests/support/Devices.h"
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/toplevel.h>
+#include <wx/utils.h>
 #include <wx/window.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -63,10 +66,22 @@ class Turn {
     std::unique_ptr<wxEventLoopActivator> activator_;
 };
 
-wxPoint onScreen(const wxWindow& window, wxPoint at) {
+// Puts the mouse into the middle of a logical pixel of a window's client area.
+void putMouse(const wxWindow& window, wxPoint at) {
     EXPECT_TRUE(window.IsShownOnScreen()) << "The robot was sent to a window that is not shown";
-    return window.ClientToScreen(at);
+    const wxPoint place = window.ClientToScreen(at);
+    const double scale = window.GetContentScaleFactor();
+    EXPECT_TRUE(moveMouse(static_cast<int>((place.x + 0.5) * scale),
+                          static_cast<int>((place.y + 0.5) * scale)))
+        << "no mouse";
 }
+
+// Two presses at about one place within this time are a double click (GTK's defaults are 400 ms
+// and 5 pixels).
+constexpr milliseconds doubleClickTime{450};
+constexpr int doubleClickDistance = 8;
+Clock::time_point lastPress;
+wxPoint lastPressAt;
 
 // The next character of a UTF-8 text that is known to be valid.
 char32_t nextCharacter(std::string_view& text) {
@@ -104,23 +119,47 @@ void Robot::type(std::string_view text) {
     }
 }
 
+void Robot::holdModifiers(int modifiers, bool down) {
+    for (const auto& [bit, key] :
+         {std::pair{wxMOD_CONTROL, WXK_CONTROL}, std::pair{wxMOD_SHIFT, WXK_SHIFT},
+          std::pair{wxMOD_ALT, WXK_ALT}}) {
+        if ((modifiers & bit) == 0) continue;
+        if (down)
+            simulator_.KeyDown(key);
+        else
+            simulator_.KeyUp(key);
+    }
+}
+
+// Lets the time go in which a press here would make a double click of the last one.
+void Robot::separatePresses() {
+    const auto since = std::chrono::duration_cast<milliseconds>(Clock::now() - lastPress);
+    const wxPoint place = wxGetMousePosition();
+    const wxPoint distance = place - lastPressAt;
+    if (since < doubleClickTime && std::abs(distance.x) <= doubleClickDistance &&
+        std::abs(distance.y) <= doubleClickDistance)
+        pumpFor(static_cast<int>((doubleClickTime - since).count()));
+    lastPress = Clock::now();
+    lastPressAt = place;
+}
+
 void Robot::moveTo(const wxWindow& window, wxPoint at) {
-    simulator_.MouseMove(onScreen(window, at));
+    putMouse(window, at);
     pump();
 }
 
 void Robot::click(const wxWindow& window, wxPoint at, int modifiers) {
     moveTo(window, at);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    separatePresses();
+    holdModifiers(modifiers, true);
     simulator_.MouseClick();
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    holdModifiers(modifiers, false);
     pump();
 }
 
 void Robot::doubleClick(const wxWindow& window, wxPoint at) {
     moveTo(window, at);
+    separatePresses();
     simulator_.MouseDblClick();
     pump();
 }
@@ -133,6 +172,7 @@ void Robot::rightClick(const wxWindow& window, wxPoint at) {
 
 void Robot::buttonDown(const wxWindow& window, wxPoint at) {
     moveTo(window, at);
+    separatePresses();
     simulator_.MouseDown();
     pump();
 }
@@ -144,30 +184,26 @@ void Robot::buttonUp() {
 
 void Robot::drag(const wxWindow& window, wxPoint from, wxPoint to, int modifiers) {
     moveTo(window, from);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    separatePresses();
+    holdModifiers(modifiers, true);
     simulator_.MouseDown();
     pump();
     const wxPoint distance = to - from;
     const int steps = 8;
     for (int i = 1; i <= steps; ++i) {
-        simulator_.MouseMove(
-            window.ClientToScreen(from + wxPoint(distance.x * i / steps, distance.y * i / steps)));
+        putMouse(window, from + wxPoint(distance.x * i / steps, distance.y * i / steps));
         pump();
     }
     simulator_.MouseUp();
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    holdModifiers(modifiers, false);
     pump();
 }
 
 void Robot::wheel(const wxWindow& window, wxPoint at, int notches, int modifiers) {
     moveTo(window, at);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyDown(WXK_CONTROL);
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyDown(WXK_SHIFT);
+    holdModifiers(modifiers, true);
     EXPECT_TRUE(turnWheel(notches > 0, std::abs(notches))) << "no wheel";
-    if ((modifiers & wxMOD_SHIFT) != 0) simulator_.KeyUp(WXK_SHIFT);
-    if ((modifiers & wxMOD_CONTROL) != 0) simulator_.KeyUp(WXK_CONTROL);
+    holdModifiers(modifiers, false);
     pump();
 }
 

@@ -29,6 +29,7 @@ class Robot {
 
     // --- mouse ---
     void moveTo(const wxWindow& window, wxPoint at);
+    // Never the second half of a double click, however fast it follows another.
     void click(const wxWindow& window, wxPoint at, int modifiers = wxMOD_NONE);
     void doubleClick(const wxWindow& window, wxPoint at);
     void rightClick(const wxWindow& window, wxPoint at);
@@ -63,6 +64,8 @@ class Robot {
     static bool blockedInEvent(int milliseconds);
 
   private:
+    void separatePresses();
+    void holdModifiers(int modifiers, bool down);
     wxUIActionSimulator simulator_;
 };
 

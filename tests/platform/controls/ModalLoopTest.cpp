@@ -109,6 +109,25 @@ TEST_F(ModalLoopTest, TheOtherWindowsTakeNoInputMeanwhileAndDoAfterwards) {
     EXPECT_EQ(host->clicks, 1);
 }
 
+TEST_F(ModalLoopTest, AClickOnAWindowAroundItLeavesItInFrontAndWithTheKeyboard) {
+    auto* host = new Form("Ospite", {40, 40});
+    host->SetSize(900, 700);
+    robot.show(*host);
+    auto* form = new Form("Modale", {300, 300});
+    script.waitFor("active", [&] { return form->IsActive() && form->field->HasFocus(); });
+    script.then("clicks on the host", [&] { robot.click(*host, {600, 100}); });
+    script.waitFor("active again", [&] { return form->IsActive(); });
+    script.then("types", [&] {
+        robot.type("davanti");
+        screenshotOfDisplay("modal-over-host");
+        EXPECT_EQ(form->field->GetValue(), "davanti");
+        robot.click(*form->button, middle(*form->button));
+        EXPECT_EQ(form->clicks, 1) << "the host covers it";
+        form->unload();
+    });
+    script.run([&] { form->modal.Run(*form); });
+}
+
 TEST_F(ModalLoopTest, TheOthersAreEnabledBeforeTheWindowGoes) {
     auto* host = new Form("Ospite", {500, 80});
     robot.show(*host);

@@ -1,4 +1,4 @@
-#include "tests/support/UnicodeKeys.h"
+#include "tests/support/Devices.h"
 
 #include <array>
 #include <chrono>
@@ -24,6 +24,7 @@ struct XCalls {
     int (*free)(void*) = nullptr;
     int (*fakeKeyEvent)(void*, unsigned, int, unsigned long) = nullptr;
     int (*fakeButtonEvent)(void*, unsigned, int, unsigned long) = nullptr;
+    int (*fakeMotionEvent)(void*, int, int, int, unsigned long) = nullptr;
 
     template <class Function>
     static bool load(Function& function, const char* library, const char* name) {
@@ -39,15 +40,16 @@ struct XCalls {
                load(changeKeyboardMapping, x11, "XChangeKeyboardMapping") &&
                load(sync, x11, "XSync") && load(free, x11, "XFree") &&
                load(fakeKeyEvent, "libXtst.so.6", "XTestFakeKeyEvent") &&
-               load(fakeButtonEvent, "libXtst.so.6", "XTestFakeButtonEvent");
+               load(fakeButtonEvent, "libXtst.so.6", "XTestFakeButtonEvent") &&
+               load(fakeMotionEvent, "libXtst.so.6", "XTestFakeMotionEvent");
     }
 };
 
-// The spare keys of the display's keyboard and what has been put on them. They keep it until all
-// are in use, so that the application looks a key up while it still means what it meant.
-class SpareKeys {
+// A connection of its own to the display. The spare keys of the keyboard keep what is put on them
+// until all are in use, so that the application looks a key up while it still means what it meant.
+class Devices {
   public:
-    SpareKeys() {
+    Devices() {
         if (!x_.loadAll()) return;
         display_ = x_.openDisplay(nullptr);
         if (display_ != nullptr) findSpares();
@@ -58,6 +60,13 @@ class SpareKeys {
         const unsigned key = keyFor(character);
         x_.fakeKeyEvent(display_, key, 1, 0);
         x_.fakeKeyEvent(display_, key, 0, 0);
+        x_.sync(display_, 0);
+        return true;
+    }
+
+    bool moveMouse(int x, int y) {
+        if (display_ == nullptr) return false;
+        x_.fakeMotionEvent(display_, -1, x, y, 0); // -1: the screen it is on
         x_.sync(display_, 0);
         return true;
     }
@@ -120,21 +129,23 @@ class SpareKeys {
     std::map<char32_t, unsigned> assigned_;
 };
 
-} // namespace
-
-namespace {
-SpareKeys& keyboard() {
-    static SpareKeys keys;
-    return keys;
+Devices& devices() {
+    static Devices only;
+    return only;
 }
+
 } // namespace
 
 bool pressCharacter(char32_t character) {
-    return keyboard().press(character);
+    return devices().press(character);
+}
+
+bool moveMouse(int x, int y) {
+    return devices().moveMouse(x, y);
 }
 
 bool turnWheel(bool towards, int notches) {
-    return keyboard().turnWheel(towards, notches);
+    return devices().turnWheel(towards, notches);
 }
 
 } // namespace norvel::tests
