@@ -17,8 +17,7 @@ struct Voce {
 
 constexpr Voce vociProprie[] = {
     {"connessione", "STRINGA",
-     "stringa di connessione: Provider=SQLite;Data Source=FILE, oppure quella di un server "
-     "(obbligatoria)"},
+     "stringa di connessione, come Provider=SQLite;Data Source=FILE (obbligatoria)"},
     {"operatori", "SQL",
      "dati degli operatori, con i campi codiceutente e ricerchepers; senza, nessun operatore"},
     {"viste", "SQL",

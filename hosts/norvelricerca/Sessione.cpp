@@ -5,7 +5,8 @@
 #include "hosts/norvelricerca/Dati.h"
 #include "hosts/norvelricerca/Tempi.h"
 #include "platform/controls/Toolkit.h"
-#include "search_window/FinestraRicerca.h"
+#include "platform/runtime/MessageBox.h"
+#include "platform/runtime/Text.h"
 #include "search_window/Misure.h"
 
 #include <ostream>
@@ -44,6 +45,30 @@ class DatiInUso {
     Dati dati_;
 };
 
+// Hears the message box with which the component ends a search whose window could not be prepared:
+// the call itself tells nothing. The box is shown all the same.
+class AscoltoApertura {
+  public:
+    AscoltoApertura()
+        : mostra_(impostaGestoreMessaggi([this](const Messaggio& box) { return ascolta(box); })) {}
+    ~AscoltoApertura() { impostaGestoreMessaggi(mostra_); }
+    AscoltoApertura(const AscoltoApertura&) = delete;
+    AscoltoApertura& operator=(const AscoltoApertura&) = delete;
+
+    void verifica() const {
+        if (fallita_) throw Errore(erroreInterno, replaceText(*fallita_, "\r", ": "));
+    }
+
+  private:
+    BoxAnswer ascolta(const Messaggio& box) {
+        if (box.testo.starts_with("Errore nella funzione NorvelRicerca.Ricerca"))
+            fallita_ = box.testo;
+        return mostra_(box);
+    }
+    BoxHandler mostra_; // the toolkit's, which has been started
+    std::optional<std::string> fallita_;
+};
+
 void assegna(Ricerca& ricerca, const Argomenti& argomenti) {
     for (const auto& [nome, testo] : argomenti.proprieta) {
         const Variant valore(testo);
@@ -70,10 +95,10 @@ Misure cerca(Ricerca& ricerca, const Argomenti& argomenti) {
     const Istante apertura = std::chrono::steady_clock::now();
     const bool completa = (dati.righe().State() & adodb::adStateFetching) == 0;
 
+    const AscoltoApertura ascolto;
     assegna(ricerca, argomenti);
     ricerca.Cerca();
-    if (search_window::frmRicercaCaricata())
-        throw Errore(erroreInterno, "La finestra di ricerca non si è aperta");
+    ascolto.verifica();
     misuraLettura(misure, dati.righe(), completa, apertura);
     return misure;
 }
