@@ -68,6 +68,7 @@ void Fetch::start(Listener listener) {
         source_.reset();
         firstBatch_.reset();
         builder_.reset();
+        if (listener) listener();
         return;
     }
     listener_ = std::move(listener);
@@ -188,8 +189,7 @@ void Fetch::build() {
 // The full batches, once they are worth the wake-up, or time is up, or the source is at its end.
 std::vector<Batch*> Fetch::waitForBatches(Clock::time_point until) {
     std::unique_lock lock(mutex_);
-    batchMoved_.wait_until(lock, until,
-                           [&] { return full_.size() >= batchesToWake || read_; });
+    batchMoved_.wait_until(lock, until, [&] { return full_.size() >= batchesToWake || read_; });
     return std::exchange(full_, {});
 }
 
@@ -235,11 +235,11 @@ void Fetch::tell() {
 }
 
 void Fetch::finish() {
-    stepper_.join();
     builder_.reset();
     std::unique_ptr<RowSource> source;
     {
-        const std::scoped_lock lock(mutex_);
+        std::unique_lock lock(mutex_);
+        batchMoved_.wait(lock, [&] { return read_; }); // the stepping thread is done with it
         source = std::move(source_);
     }
     source.reset();
