@@ -261,6 +261,13 @@ TEST_F(AdoRecordsetTest, NamesAreLookedUpOnceAnObject) {
 
 // --- a fetch that goes on ---
 
+RecordsetHost* waiting = nullptr;
+
+void CALLBACK rowsArrived(HWND, UINT, UINT_PTR timer, DWORD) {
+    waiting->state = adStateOpen;
+    KillTimer(nullptr, timer);
+}
+
 TEST_F(AdoRecordsetTest, WaitingForRowsDeliversMessagesAndIsBounded) {
     host->state = adStateOpen | adStateFetching;
     EXPECT_FALSE(adapter->WaitFetch(0));
@@ -269,13 +276,8 @@ TEST_F(AdoRecordsetTest, WaitingForRowsDeliversMessagesAndIsBounded) {
     EXPECT_GE(GetTickCount64() - start, 50U);
     EXPECT_LT(GetTickCount64() - start, 2000U);
 
-    static RecordsetHost* waiting = nullptr;
     waiting = host.get();
-    const auto timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR id, DWORD) {
-        waiting->state = adStateOpen;
-        KillTimer(nullptr, id);
-    });
-    ASSERT_NE(timer, 0U);
+    ASSERT_NE(SetTimer(nullptr, 0, 20, rowsArrived), 0U);
     EXPECT_TRUE(adapter->WaitFetch(5000));
     EXPECT_TRUE(adapter->WaitFetch(0));
 }

@@ -35,6 +35,12 @@ HRESULT throwing(Call& call, HRESULT code, const wchar_t* text) {
     return DISP_E_EXCEPTION;
 }
 
+HRESULT STDMETHODCALLTYPE fillInLate(EXCEPINFO* info) {
+    info->scode = ado3021;
+    info->bstrDescription = SysAllocString(L"Tardi");
+    return S_OK;
+}
+
 TEST(Failures, AdosCodesShowTheirLowWordAndTheirOwnText) {
     const Errore error = errorOf([](Call& call, OwnedVariant&) {
         return throwing(call, ado3021, L"BOF o EOF \u00E8 True.");
@@ -59,11 +65,7 @@ TEST(Failures, AnExceptionOfAWordOnlyIsAControlsNumber) {
 
 TEST(Failures, TextsThatAreFilledInLateAreAsked) {
     const Errore error = errorOf([](Call& call, OwnedVariant&) {
-        call.exception->pfnDeferredFillIn = [](EXCEPINFO* info) -> HRESULT {
-            info->scode = ado3021;
-            info->bstrDescription = SysAllocString(L"Tardi");
-            return S_OK;
-        };
+        call.exception->pfnDeferredFillIn = fillInLate;
         return DISP_E_EXCEPTION;
     });
     EXPECT_EQ(error, Errore(3021, "Tardi"));
