@@ -1,5 +1,6 @@
 #include "component/com/Oggetto.h"
 
+#include "component/com/Aspetto.h"
 #include "component/com/Bordo.h"
 #include "component/com/Identificatori.h"
 #include "component/com/LibreriaTipi.h"
@@ -119,6 +120,7 @@ STDMETHODIMP Oggetto::Invoke(DISPID id, REFIID, LCID, WORD modo, DISPPARAMS* arg
 // What is stored, and what a method does, must outlive the object.
 Variant Oggetto::usa(const Membro& membro, unsigned modo, std::span<const Variant> argomenti) {
     if (membro.chiama != nullptr || (modo & modiDiScrittura) != 0) trattieniModulo();
+    const Aspetto aspetto;
     return norvel::Invoke(ricerca_, membro.id, modo, argomenti);
 }
 
