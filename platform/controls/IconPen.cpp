@@ -143,11 +143,14 @@ void IconPen::arc(Point centre, double radius, double from, double to, Tone tone
     usePen(tone);
     const Point at = exactPoint(centre);
     const double degree = std::numbers::pi / 180;
+    const double r = length(radius);
     wxGraphicsPath shape = context_.CreatePath();
-    if (to - from >= 360)
-        shape.AddCircle(at.x, at.y, length(radius));
-    else
-        shape.AddArc(at.x, at.y, length(radius), from * degree, to * degree, true);
+    if (to - from >= 360) {
+        shape.AddCircle(at.x, at.y, r);
+    } else { // on Windows an arc without a current point begins with a line from the origin
+        shape.MoveToPoint(at.x + r * std::cos(from * degree), at.y + r * std::sin(from * degree));
+        shape.AddArc(at.x, at.y, r, from * degree, to * degree, true);
+    }
     context_.StrokePath(shape);
 }
 
