@@ -40,7 +40,9 @@ void FrmRicerca::creaControlli() {
     Finestra = new wxFrame(nullptr, wxID_ANY, wxEmptyString);
     Finestra->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     creaBarra();
-    CmdChiudi = new wxButton(Finestra, wxID_ANY, wxString::FromUTF8("Chiudi"));
+    CmdChiudi =
+        new wxButton(Finestra, wxID_ANY, "Chiudi", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    CmdChiudi->SetWindowVariant(wxWINDOW_VARIANT_SMALL);
     Griglia = new grid::Grid(Finestra);
     StatusBar = new controls::StatusBar(Finestra, 1);
     Timer1 = std::make_unique<wxTimer>();
@@ -87,10 +89,11 @@ void FrmRicerca::ridimensiona() {
     const auto altezzaStatus = static_cast<double>(StatusBar->HeightTwips());
     const int barra = twipsToPixels(altezzaBarra, s);
     const int status = twipsToPixels(altezzaStatus, s);
-    const int chiudi = CmdChiudi->GetBestSize().x;
+    const int bordo = Finestra->FromDIP(2);
+    const int chiudi = CmdChiudi->GetBestSize().x + 2 * bordo;
 
     BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi), barra);
-    CmdChiudi->SetSize(area.x - chiudi, 0, chiudi, barra);
+    CmdChiudi->SetSize(area.x - chiudi, 0, chiudi - bordo, barra - bordo);
     StatusBar->SetSize(0, area.y - status, area.x, status);
     const auto misura =
         misuraGriglia({pixelsToTwips(area.x, s), pixelsToTwips(area.y, s)},
