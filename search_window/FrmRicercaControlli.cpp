@@ -90,7 +90,7 @@ void FrmRicerca::ridimensiona() {
     const int barra = twipsToPixels(altezzaBarra, s);
     const int status = twipsToPixels(altezzaStatus, s);
     const int bordo = Finestra->FromDIP(2);
-    const int chiudi = CmdChiudi->GetBestSize().x + 2 * bordo;
+    const int chiudi = CmdChiudi->GetBestSize().x + 8 * bordo;
 
     BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi), barra);
     CmdChiudi->SetSize(area.x - chiudi, 0, chiudi - bordo, barra - bordo);
