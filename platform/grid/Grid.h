@@ -25,7 +25,8 @@ namespace norvel::grid {
 //
 // In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
 // and Shift+Tab move among the cells; Down leads back to the rows, as does Esc, which also puts
-// back the text that stood there; Enter calls OnFilterEnter and nothing else.
+// back the text that stood there; F4 and Alt+Down stand for the cell's button; Enter calls
+// OnFilterEnter and nothing else.
 //
 // A new filter empties the selection, since what an operator does not see must not be handed back;
 // a new order keeps it. Requery and deleted rows empty it.

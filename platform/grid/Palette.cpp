@@ -69,6 +69,7 @@ Palette systemPalette() {
     p.face = system(wxSYS_COLOUR_BTNFACE);
     if (contrast(p.face, p.back) < 1.04) p.face = blend(p.back, p.text, 0.07);
     p.faceText = readableOn(p.face, system(wxSYS_COLOUR_BTNTEXT));
+    p.faceHot = blend(p.face, p.faceText, 0.06);
     p.facePressed = blend(p.face, p.faceText, 0.16);
     p.line = blend(p.back, p.text, 0.13);
     p.faceLine = blend(p.face, p.faceText, 0.26);

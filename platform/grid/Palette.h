@@ -9,10 +9,10 @@
 namespace norvel::grid {
 
 struct Palette {
-    wxColour back, text, greyText;        // of a data cell
-    wxColour face, faceText, facePressed; // headings, record selectors
-    wxColour line, faceLine, focus;       // between cells, between headings, of the focus ring
-    wxColour selection, selectionText;    // with focus
+    wxColour back, text, greyText;                 // of a data cell
+    wxColour face, faceText, faceHot, facePressed; // headings, record selectors
+    wxColour line, faceLine, focus;    // between cells, between headings, of the focus ring
+    wxColour selection, selectionText; // with focus
     wxColour idleSelection, idleSelectionText;
     wxColour currentBack, idleCurrentBack; // the current row
     wxColour filterBack, filterHint;

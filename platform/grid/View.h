@@ -92,6 +92,7 @@ class Grid::View : public controls::DataControl::Observer {
     void rowsChanged();
     void rowsArrived(bool atOnce);
     bool ownColumns() const;
+    adodb::RowCount readableRows();
     double textTwips(std::string_view text);
     double cellMarginTwips() const;
     double cellFrameTwips() const;
@@ -120,6 +121,7 @@ class Grid::View : public controls::DataControl::Observer {
     void dragRowsTo(int y);
     void sizeColumn(int x);
     void updatePointer(const wxPoint& at);
+    void setHotColumn(int column);
     void showTip(const Hit& hit);
     Hit hitAt(const wxPoint& at) const;
 
@@ -150,6 +152,7 @@ class Grid::View : public controls::DataControl::Observer {
     void paintLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
     void paintTexts(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
     void paintFocus(wxDC& dc);
+    static void paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour);
     void paintSelectors(wxDC& dc, const wxRect& dirty);
     void paintHeadings(wxDC& dc);
     void paintFilterBar(wxDC& dc);
@@ -190,7 +193,9 @@ class Grid::View : public controls::DataControl::Observer {
     WheelSteps wheelY_, wheelX_;
     int textHeight_ = 0;
 
+    wxWindow* editorFrame_ = nullptr;
     wxTextCtrl* editor_ = nullptr;
+    int hotColumn_ = -1; // the heading under the mouse
     int filterColumn_ = -1;
     std::string textBefore_; // of the filter cell, when its editing began
 

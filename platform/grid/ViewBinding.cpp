@@ -100,6 +100,7 @@ void Grid::View::makeColumns() {
         openError_ = unreadable(error);
         return;
     }
+    LeaveFilter(false);
     madeFor_ = std::move(names);
     widthsSampled_ = reader_->Rows() > 0;
 }
@@ -112,7 +113,9 @@ void Grid::View::remapColumns() {
         fieldOf_.push_back(field);
         if (field >= 0) column.DataType = Host().Fields()(field).Type();
     }
-    if (geometry_.PlaceOf(currentColumn_) < 0 || currentColumn_ >= columns_.Count()) {
+    const bool shownStill = currentColumn_ >= 0 && currentColumn_ < columns_.Count() &&
+                            columns_.Item(currentColumn_).Visible;
+    if (!shownStill) {
         const auto shown = columns_.Shown();
         currentColumn_ = shown.empty() ? -1 : shown.front();
     }
@@ -121,7 +124,14 @@ void Grid::View::remapColumns() {
 void Grid::View::ColumnsChanged() {
     if (!ownColumns()) madeFor_.clear();
     remapColumns();
-    if (filterColumn_ >= columns_.Count() || !split_.FilterBar) LeaveFilter(false);
+    if (filterColumn_ >= 0) {
+        const bool there = split_.FilterBar && filterColumn_ < columns_.Count() &&
+                           columns_.Item(filterColumn_).Visible;
+        if (there)
+            SetFilterText(filterColumn_, columns_.Item(filterColumn_).FilterText);
+        else
+            LeaveFilter(false);
+    }
     Layout();
     Refresh();
 }
@@ -195,7 +205,7 @@ void Grid::View::syncCurrent(bool show) {
 
 void Grid::View::MoveComplete(EventReasonEnum reason, const Errore*, EventStatusEnum, Recordset&) {
     if (readerStale_) return; // ViewChanged or the next look will do it
-    if (reason == adRsnAddNew || reason == adRsnRequery || Rows() != reader_->Rows()) Layout();
+    if (reason == adRsnAddNew || reason == adRsnRequery || Rows() != readableRows()) Layout();
     syncCurrent(true);
 }
 
@@ -253,7 +263,21 @@ void Grid::View::rowsArrived(bool atOnce) {
     syncCurrent(false);
 }
 
+// How many rows there are to show. A connection that was closed takes the reader with it.
+RowCount Grid::View::readableRows() {
+    if (!reader_ || readerStale_) return 0;
+    try {
+        return reader_->Rows();
+    } catch (const Errore& error) {
+        openError_ = unreadable(error);
+        selection_.SetView(nullptr, false);
+        reader_.reset();
+        return 0;
+    }
+}
+
 void Grid::View::report(const Errore& error) {
+    endDrag();
     if (grid_.OnError) return grid_.OnError(error);
     mostraMessaggio({.testo = error.descrizione(), .icona = BoxIcon::Exclamation});
 }

@@ -10,9 +10,13 @@ Area Grid::View::FocusArea() const {
 }
 
 void Grid::View::makeEditor() {
-    editor_ = new wxTextCtrl(&grid_, wxID_ANY, "", wxPoint(-1000, -1000), wxSize(50, 20),
+    // The frame cuts off the border that themes draw around a text control even without one: the
+    // cell has its own.
+    editorFrame_ = new wxWindow(&grid_, wxID_ANY, wxPoint(-1000, -1000), wxSize(50, 20),
+                                wxBORDER_NONE | wxTAB_TRAVERSAL);
+    editorFrame_->Hide();
+    editor_ = new wxTextCtrl(editorFrame_, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
-    editor_->Hide();
     editor_->SetFont(grid_.GetFont());
     editor_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { onEditorText(); });
     editor_->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
@@ -33,7 +37,7 @@ bool Grid::View::EnterFilter(int column, bool selectAll) {
     }
     ShowCell(-1, column);
     placeEditor();
-    editor_->Show();
+    editorFrame_->Show();
     editor_->SetFocus();
     if (selectAll)
         editor_->SelectAll();
@@ -47,7 +51,7 @@ void Grid::View::LeaveFilter(bool toRows) {
     if (filterColumn_ < 0) return;
     filterColumn_ = -1;
     if (toRows) grid_.SetFocus();
-    editor_->Hide();
+    editorFrame_->Hide();
     Refresh();
 }
 
@@ -59,12 +63,15 @@ void Grid::View::placeEditor() {
         columns_.Item(filterColumn_).FilterCombo ? geometry_.Sizes().filterButtonWidth : 0;
     const wxRect room(geometry_.Sizes().selectorWidth, 0, geometry_.DataWidth(),
                       geometry_.Sizes().height);
-    const int margin = pixels(cellMarginTwips() / 2) - 1; // the text stays where it is painted
-    wxRect box(cell.x + margin, cell.y + 1, std::max(0, cell.width - margin - button - 2),
+    const int margin = pixels(cellMarginTwips() / 2);
+    const int border = pixels(15);
+    wxRect box(cell.x + margin + 1, cell.y + 1, std::max(0, cell.width - margin - button - 3),
                cell.height - 3);
     box.Intersect(room);
     if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
-    editor_->SetSize(box);
+    editorFrame_->SetSize(box);
+    editor_->SetSize(-border, -border, box.width + 2 * border, box.height + 2 * border,
+                     wxSIZE_ALLOW_MINUS_ONE);
 }
 
 void Grid::View::onEditorText() {
@@ -92,6 +99,12 @@ void Grid::View::SetFilterText(int column, const std::string& text) {
 
 bool Grid::View::filterKey(wxKeyEvent& event) {
     const int column = filterColumn_;
+    const int code = event.GetKeyCode();
+    const bool down = code == WXK_DOWN || code == WXK_NUMPAD_DOWN;
+    if (columns_.Item(column).FilterCombo && (code == WXK_F4 || (down && event.AltDown()))) {
+        if (grid_.OnFilterButton) grid_.OnFilterButton(column);
+        return true;
+    }
     switch (event.GetKeyCode()) {
     case WXK_RETURN:
     case WXK_NUMPAD_ENTER:

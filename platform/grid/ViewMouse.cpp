@@ -19,6 +19,10 @@ void Grid::View::bindMouse() {
     grid_.Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) { onDoubleClick(e); });
     grid_.Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& e) { onLeftUp(e); });
     grid_.Bind(wxEVT_MOTION, [this](wxMouseEvent& e) { onMotion(e); });
+    grid_.Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& e) {
+        setHotColumn(-1);
+        e.Skip();
+    });
     grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { endDrag(); });
     autoScroll_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { dragRowsTo(pointer_.y); });
 }
@@ -175,7 +179,16 @@ void Grid::View::updatePointer(const wxPoint& at) {
         pointerShape_ = shape;
         grid_.SetCursor(shape == wxCURSOR_DEFAULT ? wxNullCursor : wxCursor(shape));
     }
+    const bool heading = hit.spot == Spot::Heading || hit.spot == Spot::HeadingEdge;
+    setHotColumn(heading ? hit.column : -1);
     showTip(hit);
+}
+
+void Grid::View::setHotColumn(int column) {
+    if (column == hotColumn_) return;
+    hotColumn_ = column;
+    const Measures& sizes = geometry_.Sizes();
+    grid_.RefreshRect({0, 0, sizes.width, sizes.headingHeight}, false);
 }
 
 // A cell or a heading that is cut shows its whole text while the mouse rests on it.

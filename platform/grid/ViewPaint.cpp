@@ -174,13 +174,21 @@ void Grid::View::paintFocus(wxDC& dc) {
     if (cell.Empty()) return;
     const Rect data = geometry_.Data();
     const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
-    const bool onSelection = selection_.Contains(current_);
-    dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    dc.SetPen(onSelection ? palette_.selectionText : palette_.focus);
-    dc.DrawRectangle(cell.x, cell.y, cell.width - 1, cell.height - 1);
-    if (onSelection) dc.SetPen(palette_.selection);
-    dc.DrawRectangle(cell.x + 1, cell.y + 1, cell.width - 3, cell.height - 3);
+    const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
+    if (selection_.Contains(current_))
+        paintFrame(dc, wxRect(box).Deflate(2), 1, palette_.selectionText);
+    else
+        paintFrame(dc, box, 2, palette_.focus);
+}
+
+// By filled rectangles, which stay sharp at every scale.
+void Grid::View::paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour) {
     dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(colour);
+    dc.DrawRectangle(box.x, box.y, box.width, thickness);
+    dc.DrawRectangle(box.x, box.y + box.height - thickness, box.width, thickness);
+    dc.DrawRectangle(box.x, box.y, thickness, box.height);
+    dc.DrawRectangle(box.x + box.width - thickness, box.y, thickness, box.height);
 }
 
 void Grid::View::paintMessage(wxDC& dc, const std::string& message) {

@@ -52,8 +52,9 @@ void Grid::View::paintHeadings(wxDC& dc) {
         const wxDCClipper clip(dc, room);
         for (int place = range.first; place < range.last; ++place) {
             const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
-            if (drag_ == Drag::Heading && dragColumn_ == geometry_.ColumnAt(place)) {
-                dc.SetBrush(palette_.facePressed);
+            const bool pressed = drag_ == Drag::Heading && dragColumn_ == geometry_.ColumnAt(place);
+            if (pressed || (drag_ == Drag::None && hotColumn_ == geometry_.ColumnAt(place))) {
+                dc.SetBrush(pressed ? palette_.facePressed : palette_.faceHot);
                 dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height - 1);
                 dc.SetBrush(palette_.faceLine);
             }
@@ -111,11 +112,8 @@ void Grid::View::paintFilterBar(wxDC& dc) {
             const Rect b = geometry_.FilterButton(index);
             paintFilterButton(dc, {b.x, b.y, b.width - 1, b.height - 1});
         }
-        if (index == filterColumn_) {
-            dc.SetBrush(*wxTRANSPARENT_BRUSH);
-            dc.SetPen(palette_.focus);
-            dc.DrawRectangle(cell.x, cell.y, cell.width - 1, cell.height - 1);
-        }
+        if (index == filterColumn_)
+            paintFrame(dc, {cell.x, cell.y, cell.width - 1, cell.height - 1}, 1, palette_.focus);
     }
 }
 

@@ -75,7 +75,7 @@ void Grid::View::makeScrollBars() {
 void Grid::View::Layout() {
     if (!vertical_) return;
     const wxSize client = grid_.GetClientSize();
-    const RowCount rows = reader_ && !readerStale_ ? reader_->Rows() : 0;
+    const RowCount rows = readableRows();
     const int across = vertical_->GetBestSize().x;
     const int down = horizontal_->GetBestSize().y;
     geometry_.Update(columns_, measures(client), rows);
