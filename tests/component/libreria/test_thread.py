@@ -64,8 +64,9 @@ class Thread(unittest.TestCase):
         host = subprocess.Popen(
             [sys.executable, "-c", HOST, os.path.join(os.environ["NR_SOURCE"], "hosts", "esempi", "cerca.py"),
              database, TITLE], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-            text=True, env={**os.environ, "NORVELRICERCA_LIBRARY": os.environ["NR_LIBRARY"]})
-        self.addCleanup(host.kill)
+            text=True, env={**os.environ, "LC_ALL": "C.UTF-8",
+                            "NORVELRICERCA_LIBRARY": os.environ["NR_LIBRARY"]})
+        self.addCleanup(lambda: (host.kill(), host.communicate()))
         window = OnScreen(host)
         window.ready(TITLE)
         host.stdin.write("\n")
@@ -76,8 +77,8 @@ class Thread(unittest.TestCase):
         window.ready(TITLE)
         press("Down", "Down", "Return")
         self.assertEqual(host.stdout.readline(), "4\n", "from where the first search left the rows")
-        rest, errors = host.communicate(timeout=60)
-        self.assertEqual((host.returncode, rest, errors), (0, "C\n", ""))
+        self.assertEqual(host.stdout.readline(), "C\n", "the host's locale is as it was")
+        self.assertEqual((host.wait(timeout=60), host.stderr.read()), (0, ""))
 
 
 class OnScreen(Run):
