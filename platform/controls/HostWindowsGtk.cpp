@@ -2,6 +2,7 @@
 
 #include <wx/toplevel.h>
 
+#ifdef __WXGTK__
 #include <dlfcn.h>
 
 namespace norvel::controls {
@@ -137,3 +138,5 @@ bool eventsRunOnAnotherThread() {
 }
 
 } // namespace norvel::controls
+
+#endif // __WXGTK__

@@ -19,10 +19,14 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace norvel::controls {
 
 namespace {
+
+constexpr int erroreAutomazione = 430;
+constexpr int erroreInterno = 51;
 
 // The application object of a host that knows nothing of the toolkit.
 class HostedApp : public wxApp {
@@ -36,8 +40,10 @@ class HostedApp : public wxApp {
             throw;
         } catch (const Errore& errore) {
             mostraErroreModulo(errore);
-            return true;
+        } catch (const std::exception& other) {
+            mostraErroreModulo(Errore(erroreInterno, other.what()));
         }
+        return true;
     }
 
     // A debug build of the toolkit would open a dialog of its own over the host.
@@ -79,8 +85,6 @@ bool aWindowIsOpen() {
     return false;
 }
 
-constexpr int erroreAutomazione = 430;
-
 Errore erroreAltroThread() {
     return {erroreAutomazione, "La finestra di ricerca è aperta in un altro thread"};
 }
@@ -113,7 +117,10 @@ void start() {
     wxTheApp->CallOnInit();
 }
 
+// Once: both find the toolkit by themselves, whoever runs it.
 void connectRuntime() {
+    static bool connected = false;
+    if (std::exchange(connected, true)) return;
     installBoxes();
     setOwnerWaker([] {
         if (wxTheApp != nullptr) wxTheApp->CallAfter([] { runOwnerQueue(); });

@@ -3,7 +3,9 @@
 #include "platform/controls/ToolkitBoxes.h"
 
 #include "platform/controls/Toolkit.h"
+#include "platform/controls/ToolkitThread.h"
 #include "platform/controls/WxText.h"
+#include "platform/runtime/Errore.h"
 #include "platform/runtime/MessageBox.h"
 
 #include <wx/app.h>
@@ -18,6 +20,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace norvel::controls {
 
@@ -144,7 +147,7 @@ class Box : public wxDialog {
     ModalLoop modal_;
 };
 
-BoxAnswer showBox(const Messaggio& box) {
+BoxAnswer showHere(const Messaggio& box) {
     return Box(windowInFront(), box).ask();
 }
 
@@ -167,7 +170,8 @@ long styleOf(const Messaggio& box) {
     return style | wxICON_NONE;
 }
 
-BoxAnswer showBox(const Messaggio& box) {
+BoxAnswer showHere(const Messaggio& box) {
+    const InUse inUse;
     wxMessageDialog dialog(windowInFront(), withLineEnds(box.testo), toWx(box.titolo),
                            styleOf(box));
     dialog.SetYesNoLabels(toWx("&Sì"), "&No");
@@ -184,12 +188,29 @@ BoxAnswer showBox(const Messaggio& box) {
 
 #endif
 
+// A thread that cannot have the toolkit leaves the box to the one that has it and does not wait:
+// that one may be waiting for it.
+BoxAnswer showElsewhere(const Messaggio& box, const Errore& why) {
+    if (wxTheApp != nullptr)
+        wxTheApp->CallAfter([box] { mostraMessaggio(box); });
+    else
+        std::fprintf(stderr, "%s: %s (%s)\n", box.titolo.c_str(), box.testo.c_str(), why.what());
+    return box.pulsanti == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+}
+
+BoxAnswer showBox(const Messaggio& box) {
+    try {
+        avviaToolkit();
+    } catch (const Errore& errore) {
+        return showElsewhere(box, errore);
+    }
+    return showHere(box);
+}
+
 } // namespace
 
 void installBoxes() {
-    static bool installed = false;
-    if (!installed) impostaGestoreMessaggi(showBox);
-    installed = true;
+    if (const BoxHandler others = impostaGestoreMessaggi(showBox)) impostaGestoreMessaggi(others);
 }
 
 } // namespace norvel::controls

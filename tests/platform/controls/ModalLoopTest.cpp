@@ -284,6 +284,24 @@ TEST_F(ModalLoopTest, AnErrorThatAHandlerLetsEscapeIsShownAndTheWindowLives) {
     EXPECT_NE(boxes.lastText().find("BOF o EOF è True"), std::string::npos);
 }
 
+TEST_F(ModalLoopTest, ABoxOfAnotherThreadOpensOverTheWindowAndThatThreadDoesNotWait) {
+    auto* form = new Form("Modale");
+    BoxAnswer answer = BoxAnswer::Ok;
+    script.waitFor("active", [&] { return form->IsActive(); });
+    script.then("another thread asks", [&] {
+        std::thread([&] {
+            answer =
+                mostraMessaggio({.testo = "Da un altro thread", .pulsanti = BoxButtons::YesNo});
+        }).join();
+    });
+    script.waitFor("the box is there", [&] { return !form->IsEnabled(); });
+    script.then("answers", [&] { robot.press(WXK_RETURN); });
+    script.waitFor("the window is back", [&] { return form->IsEnabled() && form->IsActive(); });
+    script.then("closes", [&] { form->unload(); });
+    script.run([&] { form->modal.Run(*form); });
+    EXPECT_EQ(answer, BoxAnswer::No);
+}
+
 TEST_F(ModalLoopTest, AvviaToolkitAgainOnTheOwnersThreadIsHarmlessWhileAWindowIsOpen) {
     auto* form = new Form("Modale");
     script.then("starts again", [&] {

@@ -2,7 +2,7 @@
 #include "platform/runtime/Errore.h"
 #include "tests/platform/controls/BarWindow.h"
 
-#include <wx/dcclient.h>
+#include <cmath>
 
 namespace norvel::tests {
 
@@ -137,17 +137,17 @@ TEST_F(ToolBarTest, AChangeThatShowsNothingRepaintsNothing) {
 TEST_F(ToolBarTest, ACheckedButtonLooksPressedAndADisabledOnePale) {
     open();
     robot.moveTo(*window->field, {50, 50});
-    const auto look = [&](std::string_view key) {
-        return brightnessOf(imageOf(*window->bar, window->bar->ButtonRect(key)));
+    const double face = brightnessOf(imageOf(*window->bar, wxRect(700, 4, 20, 20)));
+    const auto difference = [&](std::string_view key) {
+        robot.pump();
+        return std::abs(brightnessOf(imageOf(*window->bar, window->bar->ButtonRect(key))) - face);
     };
-    const double released = look("Facilitata");
+    const double released = difference("Facilitata");
     window->bar->Change("Facilitata", [](Button& b) { b.Value = 1; });
-    robot.pump();
-    EXPECT_LT(look("Facilitata"), released - 10);
-    const double alive = look("Taglia");
+    EXPECT_GT(difference("Facilitata"), released + 10);
+    const double alive = difference("Taglia");
     window->bar->Change("Taglia", [](Button& b) { b.Enabled = false; });
-    robot.pump();
-    EXPECT_GT(look("Taglia"), alive + 3);
+    EXPECT_LT(difference("Taglia"), alive - 3);
 }
 
 } // namespace norvel::tests
