@@ -36,6 +36,11 @@ std::string elencoCampi(Recordset& recordset) {
     return campi.Count() > massimo ? testo + ", …" : testo;
 }
 
+Errore senzaCampo(const std::string& query, const std::string& campo, Recordset& recordset) {
+    return {erroreUso,
+            query + " non ha il campo «" + campo + "» (ha: " + elencoCampi(recordset) + ")"};
+}
+
 RecordsetRef apri(const std::string& opzione, const std::string& sql,
                   const ConnectionRef& connessione, LockTypeEnum blocco, int modo = -1) {
     RecordsetRef recordset;
@@ -58,8 +63,7 @@ RecordsetRef apriOVuoto(const std::string& opzione, const std::string& sql,
     for (int i = 0; i < vuoto->Fields().Count(); ++i) {
         const std::string campo = vuoto->Fields().Item(i).Name();
         if (!haCampo(*recordset, campo))
-            throw Errore(erroreUso, "La query di --" + opzione + " non ha il campo «" + campo +
-                                        "» (ha: " + elencoCampi(*recordset) + ")");
+            throw senzaCampo("La query di --" + opzione, campo, *recordset);
     }
     return recordset;
 }
@@ -76,10 +80,9 @@ RecordsetRef apriRighe(const Argomenti& argomenti, const ConnectionRef& connessi
     // The window would tell only when a row is chosen; at a shell a mistyped name is told at once.
     const std::string& campo = *argomenti.valore("CampoRicerca");
     if (!haCampo(*righe, campo)) {
-        const std::string elenco = elencoCampi(*righe);
+        const Errore errore = senzaCampo("--CampoRicerca: la query", campo, *righe);
         righe->Cancel();
-        throw Errore(erroreUso, "--CampoRicerca: la query non ha il campo «" + campo +
-                                    "» (ha: " + elenco + ")");
+        throw errore;
     }
     return righe;
 }
