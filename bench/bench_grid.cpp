@@ -76,6 +76,27 @@ Times repaintAt(grid::Grid& grid, adodb::RowCount first, adodb::RowCount step, i
     return times;
 }
 
+// What a host does that hands back every selected row, and one that walks over all of them: the
+// grid follows each move.
+void followMoves(grid::Grid& grid, adodb::Recordset& recordset) {
+    constexpr adodb::RowCount steps = 1'000'000;
+    auto& selected = grid.SelBookmarks();
+    selected.AddRows(0, steps - 1);
+    auto start = Clock::now();
+    for (adodb::RowCount i = 0; i < steps; ++i) {
+        grid.SetBookmark(grid.SelBookmarks().Item(0));
+        grid.SelBookmarks().Remove(0);
+    }
+    std::printf("%lld selected rows read and taken out: %.0f ms\n", static_cast<long long>(steps),
+                milliseconds(Clock::now() - start));
+    recordset.MoveFirst();
+    start = Clock::now();
+    for (adodb::RowCount i = 1; i < steps; ++i)
+        recordset.MoveNext();
+    std::printf("%lld moves followed: %.0f ms\n", static_cast<long long>(steps),
+                milliseconds(Clock::now() - start));
+}
+
 void run(grid::Grid& grid, adodb::RowCount rows) {
     const adodb::RowCount page = grid.RowsInView();
     std::printf("rows %lld, columns %d (%d rows in view), %d x %d, scale %.2f\n",
@@ -105,6 +126,7 @@ void benchmark(adodb::RowCount rows, int columns) {
     settled.StartOnce(500);
     loop.Run();
     run(*grid, rows);
+    if (rows >= 1'000'000) followMoves(*grid, *source.Recordset());
     grid->SetDataSource(nullptr);
     frame->Destroy();
 }

@@ -187,6 +187,8 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount anchor_ = -1;    // where a selection with Shift begins
     int currentColumn_ = -1;
     bool firstPainted_ = false;
+    bool repaintAsked_ = false; // of the whole grid, and not painted yet
+    bool barsStale_ = false;    // the scroll bars show an older position
 
     wxScrollBar* vertical_ = nullptr;
     wxScrollBar* horizontal_ = nullptr;

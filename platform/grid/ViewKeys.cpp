@@ -154,6 +154,7 @@ bool Grid::View::MoveTo(RowCount row) {
 }
 
 void Grid::View::refreshRow(RowCount row) {
+    if (repaintAsked_) return;
     const Rect r = geometry_.RowRect(row);
     if (!r.Empty()) grid_.RefreshRect({r.x, r.y, r.width, r.height + 1}, false);
 }

@@ -38,7 +38,10 @@ Grid::View::~View() {
     if (grid_.HasCapture()) grid_.ReleaseMouse();
 }
 
+// Once is enough until the next paint.
 void Grid::View::Refresh() {
+    if (repaintAsked_) return;
+    repaintAsked_ = true;
     grid_.wxControl::Refresh(false);
 }
 
@@ -47,6 +50,7 @@ bool Grid::View::focused() const {
 }
 
 void Grid::View::onPaint() {
+    repaintAsked_ = false;
     prepareRows();
     wxAutoBufferedPaintDC dc(&grid_);
     const wxRect dirty = grid_.GetUpdateRegion().GetBox();

@@ -68,6 +68,10 @@ void Grid::View::makeScrollBars() {
                                  wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE})
             bar->Bind(type, [this, isVertical](wxScrollEvent& e) { onScrollBar(e, isVertical); });
     }
+    grid_.Bind(wxEVT_IDLE, [this](wxIdleEvent& e) {
+        if (barsStale_) updateScrollBars();
+        e.Skip();
+    });
     grid_.Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& e) { onWheel(e); });
 }
 
@@ -99,6 +103,7 @@ void Grid::View::Layout() {
 }
 
 void Grid::View::updateScrollBars() {
+    barsStale_ = false;
     const auto set = [](wxScrollBar* bar, const ScrollAxis& axis) {
         const ScrollBarValues values = axis.Bar();
         const bool same = bar->GetThumbPosition() == values.position &&
@@ -115,8 +120,10 @@ void Grid::View::ScrollTo(Pixels x, Pixels y) {
     if (down || across) scrolled();
 }
 
+// The bars follow when the program is idle: a host that walks over all rows moves the view at every
+// step.
 void Grid::View::scrolled() {
-    updateScrollBars();
+    barsStale_ = true;
     placeEditor();
     Refresh();
 }
