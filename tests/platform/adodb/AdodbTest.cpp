@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <random>
 #include <thread>
 #include <utility>
 
@@ -37,9 +38,10 @@ std::string descriptionOf(const std::function<void()>& call) {
 }
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "nr_adodb_XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-    path_ = name;
+    std::random_device random;
+    do // until nobody has one of that name
+        path_ = std::filesystem::temp_directory_path() / ("nr_adodb_" + std::to_string(random()));
+    while (!std::filesystem::create_directory(path_));
 }
 
 TemporaryFolder::~TemporaryFolder() {
