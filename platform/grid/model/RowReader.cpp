@@ -94,8 +94,8 @@ void RowReader::read(RowCache& cache, const RowCache::Gap& gap) {
     std::vector<Variant> bookmarks;
     RowCount chunk = firstChunk;
     for (RowCount done = 0; done < gap.count;) {
-        clone_->SetAbsolutePosition(gap.first + done + 1);
-        RowBlock block = clone_->GetRows(std::min(chunk, gap.count - done), {}, fields);
+        const RowCount wanted = std::min(chunk, gap.count - done);
+        RowBlock block = readBlock(gap.first + done, wanted, fields);
         if (block.rows == 0) break;
         std::size_t bytes = 0;
         for (std::size_t f = 0; f < block.values.size(); ++f) {
@@ -109,6 +109,21 @@ void RowReader::read(RowCache& cache, const RowCache::Gap& gap) {
         chunk = bytes > heavyChunk ? 1 : chunk * 4;
     }
     cache.Store(gap, std::move(texts), std::move(bookmarks));
+}
+
+// GetRows goes on behind the last row it reads. Where more rows are to come that would wait for
+// them, and where a fetch broke off it would fail: there the last row is read by itself.
+RowBlock RowReader::readBlock(RowCount first, RowCount count, const std::vector<Variant>& fields) {
+    const bool open = (clone_->State() & (adStateFetching | adStateFetchBroken)) != 0;
+    if (open && first + count >= Rows()) count = Rows() - first - 1;
+    clone_->SetAbsolutePosition(first + 1);
+    if (count > 0) return clone_->GetRows(count, {}, fields);
+    RowBlock block;
+    block.rows = 1;
+    for (const Variant& field : fields)
+        block.values.push_back({clone_->Fields()(field).Value()});
+    block.bookmarks.push_back(clone_->Bookmark());
+    return block;
 }
 
 } // namespace norvel::grid

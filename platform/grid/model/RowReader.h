@@ -40,6 +40,8 @@ class NR_API RowReader : public RowIds {
   private:
     RowReader() = default;
     void read(RowCache& cache, const RowCache::Gap& gap);
+    adodb::RowBlock readBlock(adodb::RowCount first, adodb::RowCount count,
+                              const std::vector<Variant>& fields);
     adodb::RecordsetRef clone_;
     Variant filter_;
     std::string sort_;

@@ -235,6 +235,7 @@ RowBlock GeneratedRecordset::GetRows(RowCount rows, const Variant&,
     RowBlock block;
     const RowCount remain = RecordCount() - position_ + 1;
     block.rows = rows < 0 ? remain : std::min(rows, remain);
+    if (shared_->fetching && block.rows == remain) ++shared_->waits;
     for (const Variant& field : fields) {
         const auto& column = shared_->columns[static_cast<std::size_t>(fieldIndex(field))];
         std::vector<Variant> values;

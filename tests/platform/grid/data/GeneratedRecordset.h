@@ -45,6 +45,8 @@ class GeneratedRecordset : public adodb::Recordset,
     adodb::RowCount largestRead() const { return shared_->largestRead; }
     int moves() const { return moves_; } // of this recordset, not of its clones
     int clones() const { return shared_->clones; }
+    // Reads that would have had to wait for rows still to come.
+    int waits() const { return shared_->waits; }
     // A value of the field in every row reads otherwise from now on, and the recordset tells so.
     void changeValues(int field, std::function<Variant(adodb::RowCount)> value);
     bool refuseMoves = false; // a WillMove handler that cancels: 3712
@@ -110,6 +112,7 @@ class GeneratedRecordset : public adodb::Recordset,
         adodb::RowCount rowsRead = 0, largestRead = 0;
         std::int64_t valuesRead = 0;
         int clones = 0;
+        int waits = 0;
     };
     class FieldList;
     class OneField;

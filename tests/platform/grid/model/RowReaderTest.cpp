@@ -96,6 +96,19 @@ TEST(RowReader, SeesTheRowsThatArriveLater) {
     EXPECT_EQ(*cache.Text(15, 0), "16");
 }
 
+TEST(RowReader, NeverWaitsForRowsStillToCome) {
+    auto host = GeneratedRecordset::make(tests::customerColumns(), 100);
+    host->beginFetch();
+    RowReader reader(*host);
+    RowCache cache;
+    reader.Fill(cache, 80, 20, {0, 1});
+    EXPECT_EQ(host->waits(), 0);
+    ASSERT_NE(cache.Text(99, 0), nullptr);
+    EXPECT_EQ(*cache.Text(99, 0), "100");
+    ASSERT_NE(cache.Bookmark(99), nullptr);
+    EXPECT_EQ(cache.Bookmark(99)->toDouble(), 100);
+}
+
 TEST(RowReader, WhatTheRecordsetRefusesIsRaised) {
     auto host = GeneratedRecordset::make(tests::customerColumns(), 10);
     RowReader reader(*host);

@@ -5,8 +5,7 @@
 
 namespace norvel::tests {
 
-void GridTest::open(std::shared_ptr<GeneratedRecordset> rows, wxSize size) {
-    rows_ = std::move(rows);
+void GridTest::openOver(adodb::RecordsetRef recordset) {
     frame_ = new wxFrame(nullptr, wxID_ANY, "Griglia", {20, 20});
     auto* panel = new wxPanel(frame_);
     auto* column = new wxBoxSizer(wxVERTICAL);
@@ -17,8 +16,8 @@ void GridTest::open(std::shared_ptr<GeneratedRecordset> rows, wxSize size) {
     column->Add(grid_, 1, wxEXPAND);
     column->Add(after_, 0, wxEXPAND);
     panel->SetSizer(column);
-    frame_->SetClientSize(size);
-    source_.SetRecordset(rows_);
+    frame_->SetClientSize(1100, 620);
+    source_.SetRecordset(std::move(recordset));
     grid_->SetDataSource(&source_);
     frame_->Show();
     ASSERT_TRUE(robot_.waitForActive(*frame_));

@@ -11,13 +11,19 @@
 #include <wx/textctrl.h>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace norvel::tests {
 
 class GridTest : public testing::Test {
   protected:
     // A field in front of the grid and one behind it, so that the keyboard can leave it.
-    void open(std::shared_ptr<GeneratedRecordset> rows, wxSize size = {1100, 620});
+    void open(std::shared_ptr<GeneratedRecordset> rows) {
+        rows_ = std::move(rows);
+        openOver(rows_);
+    }
+    void openOver(adodb::RecordsetRef recordset);
     void openCustomers(adodb::RowCount rows) {
         open(GeneratedRecordset::make(customerColumns(), rows));
     }
