@@ -158,6 +158,8 @@ int lengthOf(const std::wstring& text) {
 
 } // namespace
 
+// As Unicode's simple case folding, but that Cherokee, which it folds to capitals, becomes small
+// letters: what is equal stays equal.
 char32_t foldCodePoint(char32_t c) {
     static const std::wstring& smallLetters = *new std::wstring(makeSmallLetters());
     if (c < smallLetters.size()) return smallLetters[c];
