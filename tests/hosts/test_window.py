@@ -79,6 +79,18 @@ class Choosing(ProgramTest):
         press("Return")
         self.assert_ends(run, 0, "1\n")
 
+    def test_fields_that_may_be_edited(self):
+        run = self.start("--AbilitaModificaCampi", "nome;codice")
+        run.ready()
+        press("Return")
+        self.assert_ends(run, 0, "1\n")
+
+    def test_a_window_that_cannot_be_prepared(self):
+        run = self.start("--Width", "1E300")  # a number, but none that a window's width can be
+        run.window("NorvelRicerca")
+        press("Return")
+        self.assert_refused(run, "Errore nella funzione NorvelRicerca.Ricerca: 6 - ")
+
     def test_an_answer_that_cannot_be_written(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
             run = self.start(output=full)
