@@ -195,7 +195,7 @@ void EventSink::hand(DISPID member, const DISPPARAMS& parameters, Recordset& own
     }
 }
 
-bool EventConnection::Connect(IDispatch* source, std::weak_ptr<Recordset> owner,
+bool EventConnection::Connect(IDispatch* source, const std::weak_ptr<Recordset>& owner,
                               RecordsetEvents& target) {
     Disconnect();
     const auto container = ComPtr<IDispatch>::keep(source).as<IConnectionPointContainer>(

@@ -50,7 +50,7 @@ class EventConnection {
     ~EventConnection() { Disconnect(); }
 
     // False where the object offers no such events.
-    bool Connect(IDispatch* source, std::weak_ptr<Recordset> owner, RecordsetEvents& target);
+    bool Connect(IDispatch* source, const std::weak_ptr<Recordset>& owner, RecordsetEvents& target);
     void Disconnect();
 
   private:

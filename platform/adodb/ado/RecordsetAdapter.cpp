@@ -45,12 +45,12 @@ AdoRecordset::~AdoRecordset() = default;
 void AdoRecordset::Open(const Variant& source, const Variant& connection, CursorTypeEnum cursorType,
                         LockTypeEnum lockType, int options) {
     fetchError_.reset();
-    mirror_.Renew();
     relay_.Move(adRsnMove, [&] {
         object_.call(L"Open", {optionalArgument(source), optionalArgument(connection),
                                numberArgument(cursorType), numberArgument(lockType),
                                numberArgument(options)});
     });
+    mirror_.Renew();
     fields_.Forget();
     tellViewChanged();
 }
@@ -66,7 +66,6 @@ void AdoRecordset::Close() {
 void AdoRecordset::Requery(int options) {
     changeView([&] {
         fetchError_.reset();
-        mirror_.Renew();
         relay_.ChangeRecordset(adRsnRequery, [&] {
             relay_.Move(adRsnRequery, [&] { object_.call(L"Requery", {numberArgument(options)}); });
         });

@@ -1,6 +1,7 @@
 // The adapter over recordsets that offer less than the best.
 #include "platform/adodb/ado/AdoRecordset.h"
 
+#include "platform/adodb/ado/Dispatch.h"
 #include "platform/runtime/Errore.h"
 #include "tests/windows/ado/RecordsetHost.h"
 
@@ -257,6 +258,92 @@ TEST_F(AdoRecordsetTest, NamesAreLookedUpOnceAnObject) {
         adapter->BOF();
     }
     EXPECT_EQ(host->lookUps, 3);
+}
+
+// --- the object's own events ---
+
+TEST_F(AdoRecordsetTest, ItIsConnectedWhileSomebodyListens) {
+    host->offersEvents = true;
+    Listener first;
+    Listener second;
+    adapter->Subscribe(&first);
+    adapter->Subscribe(&second);
+    EXPECT_EQ(host->connected, 1);
+    adapter->Unsubscribe(&first);
+    EXPECT_EQ(host->connected, 1);
+    adapter->Unsubscribe(&second);
+    EXPECT_EQ(host->connected, 0);
+    adapter->Subscribe(&first);
+    adapter.reset();
+    EXPECT_EQ(host->connected, 0);
+}
+
+TEST_F(AdoRecordsetTest, AnObjectThatFiresIsNotRepeated) {
+    host->offersEvents = true;
+    Listener listener;
+    adapter->Subscribe(&listener);
+    adapter->MoveNext(); // this object fires when the test says so
+    EXPECT_TRUE(listener.told.empty());
+    long status = adStatusOK;
+    host->fire(16, {com::numberArgument(adRsnMoveNext), com::toVariant(ObjectRef()),
+                    OwnedVariant::reference(status), com::toVariant(ObjectRef(adapter))});
+    EXPECT_EQ(listener.told, (Told{"MoveComplete 13 1"}));
+    adapter->Unsubscribe(&listener);
+}
+
+TEST_F(AdoRecordsetTest, AFilterThatTheHostSetsMeanwhileIsToldBeforeItsMove) {
+    host->offersEvents = true;
+    Listener listener;
+    adapter->Subscribe(&listener);
+    wrapAdoRecordset(host.get())->SetFilter("codice>3");
+    long status = adStatusOK;
+    host->fire(16, {com::numberArgument(adRsnMove), com::toVariant(ObjectRef()),
+                    OwnedVariant::reference(status), com::toVariant(ObjectRef(adapter))});
+    EXPECT_EQ(listener.told, (Told{"ViewChanged", "MoveComplete 10 1"}));
+    adapter->Unsubscribe(&listener);
+}
+
+TEST_F(AdoRecordsetTest, AFetchThatBreaksOffIsKept) {
+    host->offersEvents = true;
+    Listener listener;
+    adapter->Subscribe(&listener);
+    const auto error = DispatchDouble::make();
+    error->holds(L"Number", std::int32_t(0x800A0E7D));
+    error->holds(L"Description", "Connessione persa");
+    OwnedVariant object;
+    V_VT(&object.ref()) = VT_DISPATCH;
+    V_DISPATCH(&object.ref()) = ComPtr<DispatchDouble>::keep(error.get()).detach();
+    long status = adStatusErrorsOccurred;
+    host->fire(19, {std::move(object), OwnedVariant::reference(status),
+                    com::toVariant(ObjectRef(adapter))});
+    ASSERT_TRUE(adapter->FetchError());
+    EXPECT_EQ(*adapter->FetchError(), Errore(3709, "Connessione persa"));
+    EXPECT_EQ(adapter->State(), adStateOpen | adStateFetchBroken);
+    adapter->Unsubscribe(&listener);
+}
+
+TEST_F(AdoRecordsetTest, AnEventWithoutItsArgumentsIsAnErrorAndNoCrash) {
+    host->offersEvents = true;
+    Listener listener;
+    adapter->Subscribe(&listener);
+    EXPECT_EQ(host->fire(16, {}), DISP_E_EXCEPTION);
+    EXPECT_EQ(host->fire(15, {com::textArgument("boh")}), DISP_E_EXCEPTION);
+    EXPECT_EQ(host->fire(99, {}), S_OK);
+    EXPECT_TRUE(listener.told.empty());
+    adapter->Unsubscribe(&listener);
+}
+
+TEST_F(AdoRecordsetTest, AnEventAfterTheAdapterWentIsHarmless) {
+    host->offersEvents = true;
+    Listener listener;
+    adapter->Subscribe(&listener);
+    const auto sink = host->sink();
+    adapter.reset();
+    DISPPARAMS none{};
+    EXPECT_EQ(sink->Invoke(16, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr,
+                           nullptr, nullptr),
+              S_OK);
+    EXPECT_TRUE(listener.told.empty());
 }
 
 // --- a fetch that goes on ---

@@ -1,5 +1,6 @@
 #include "tests/windows/ado/RecordsetHost.h"
 
+#include "platform/adodb/ado/EventSink.h"
 #include "platform/runtime/Errore.h"
 
 #include <algorithm>
@@ -22,6 +23,79 @@ OwnedVariant handOut(DispatchDouble* object) {
 }
 
 } // namespace
+
+// The connection point and its container in one; it keeps the recordset.
+class HostEvents : public IConnectionPointContainer, public IConnectionPoint {
+  public:
+    explicit HostEvents(RecordsetHost& host) : host_(ComPtr<RecordsetHost>::keep(&host)) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        *out = nullptr;
+        if (IsEqualIID(iid, IID_IConnectionPointContainer))
+            *out = static_cast<IConnectionPointContainer*>(this);
+        if (IsEqualIID(iid, IID_IConnectionPoint)) *out = static_cast<IConnectionPoint*>(this);
+        if (!*out) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const long left = --references_;
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+    HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** point) override {
+        *point = nullptr;
+        if (!IsEqualIID(iid, adodb::recordsetEventsClassic)) return E_NOINTERFACE;
+        AddRef();
+        *point = this;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override {
+        host_->sink_ = ComPtr<IUnknown>::keep(sink).as<IDispatch>(adodb::recordsetEventsClassic);
+        ++host_->connected;
+        *cookie = 7;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
+        if (cookie != 7) return E_INVALIDARG;
+        host_->sink_ = {};
+        --host_->connected;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
+
+  private:
+    virtual ~HostEvents() = default;
+    ComPtr<RecordsetHost> host_;
+    long references_ = 1;
+};
+
+HRESULT RecordsetHost::QueryInterface(REFIID iid, void** out) {
+    if (!offersEvents || !IsEqualIID(iid, IID_IConnectionPointContainer))
+        return DispatchDouble::QueryInterface(iid, out);
+    *out = static_cast<IConnectionPointContainer*>(new HostEvents(*this));
+    return S_OK;
+}
+
+HRESULT RecordsetHost::fire(DISPID event, std::initializer_list<OwnedVariant> arguments) {
+    std::vector<VARIANTARG> lent;
+    for (const OwnedVariant* one = arguments.end(); one != arguments.begin();)
+        lent.push_back((--one)->get());
+    DISPPARAMS parameters{lent.data(), nullptr, static_cast<UINT>(lent.size()), 0};
+    EXCEPINFO exception{};
+    const HRESULT code = sink_->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                       &parameters, nullptr, &exception, nullptr);
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
+    return code;
+}
 
 RecordsetHost::RecordsetHost(std::shared_ptr<HostRows> shared)
     : shared_(std::move(shared)), generation_(shared_->generation) {

@@ -5,6 +5,7 @@
 #include "platform/adodb/Constants.h"
 #include "tests/windows/ado/DispatchDouble.h"
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +37,16 @@ class RecordsetHost : public DispatchDouble {
     int position = 0; // in what shows: 0 the first, -1 BOF, the count EOF
     int moved = 0;    // moves of any kind
 
+    // A connection point of the classic events, where it is wanted.
+    bool offersEvents = false;
+    int connected = 0; // sinks
+    // Fires an event at the sink that connected last; arguments in the order of a declaration.
+    HRESULT fire(DISPID event, std::initializer_list<com::OwnedVariant> arguments);
+    com::ComPtr<IDispatch> sink() const { return sink_; }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
+
   private:
+    friend class HostEvents;
     void cursorMembers();
     void positionMembers();
     void viewMembers();
@@ -50,6 +60,7 @@ class RecordsetHost : public DispatchDouble {
     std::string filter_;
     std::string sort_;
     int generation_;
+    com::ComPtr<IDispatch> sink_;
 };
 
 } // namespace norvel::test

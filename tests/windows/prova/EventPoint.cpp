@@ -101,6 +101,7 @@ void EventPoint::fire(DISPID event, std::initializer_list<OwnedVariant> argument
 
 OwnedVariant EventPoint::fieldArray(const std::vector<adodb::Field*>& fields) {
     std::vector<Variant> objects;
+    objects.reserve(fields.size());
     for (adodb::Field* field : fields)
         objects.push_back(inward(outward(face_.fields().item(*field).get()).get()));
     return outward(objects);

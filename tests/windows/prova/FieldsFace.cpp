@@ -134,8 +134,10 @@ ComPtr<FieldFace> FieldsFace::item(Field& field) {
 }
 
 OwnedVariant FieldsFace::all() {
+    const int count = fields().Count();
     std::vector<ComPtr<IDispatch>> objects;
-    for (int i = 0; i < fields().Count(); ++i)
+    objects.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
         objects.push_back(item(fields().Item(i)).as<IDispatch>(IID_IDispatch));
     OwnedVariant value;
     V_VT(&value.ref()) = VT_UNKNOWN;
