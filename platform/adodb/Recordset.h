@@ -84,8 +84,9 @@ class NR_API RecordsetEvents {
                                Recordset&) {}
     // error: why the fetch ended before the last row, null if it did not.
     virtual void FetchComplete(const Errore* /*error*/, EventStatusEnum, Recordset&) {}
-    // This engine's own, beyond ADO's: the filter, sort or rows on show changed as a whole (Filter,
-    // Sort, Requery, Close), so that what was painted no longer holds. Sent after the change.
+    // This engine's own, beyond ADO's: the filter, sort or rows on show changed as a whole (Open,
+    // Filter, Sort, Requery, Close), so that what was painted no longer holds. Sent after the
+    // change, before the MoveComplete that follows it.
     virtual void ViewChanged(Recordset&) {}
 };
 
@@ -147,7 +148,8 @@ class NR_API Recordset : public Object {
 
     // Reads up to rows rows (-1: all that remain) from start (Empty: the current row; a bookmark or
     // a BookmarkEnum number otherwise) and leaves the cursor behind the last one read. fields:
-    // names or indexes; empty: all.
+    // names or indexes; empty: all. Over a fetch that broke off it raises the fetch's error rather
+    // than read fewer rows than asked: who wants what came asks for no more than RecordCount.
     virtual RowBlock GetRows(RowCount rows = -1, const Variant& start = {},
                              const std::vector<Variant>& fields = {}) = 0;
 

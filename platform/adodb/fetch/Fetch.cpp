@@ -42,6 +42,14 @@ Fetch::~Fetch() {
 }
 
 void Fetch::readFirstBlock() {
+    try {
+        readFirstRows();
+    } catch (...) {
+        throw asErrore(std::current_exception());
+    }
+}
+
+void Fetch::readFirstRows() {
     std::vector<ColumnInfo> columns = source_->columns();
     firstBatch_ = std::make_unique<Batch>(static_cast<int>(columns.size()));
     const auto until = Clock::now() + firstBlockTime;
@@ -71,6 +79,14 @@ void Fetch::start(Listener listener) {
         if (listener) listener();
         return;
     }
+    try {
+        startThreads(std::move(listener));
+    } catch (...) {
+        throw asErrore(std::current_exception());
+    }
+}
+
+void Fetch::startThreads(Listener listener) {
     listener_ = std::move(listener);
     lastTold_ = lastPublished_ = Clock::now();
     batches_.push_back(std::move(firstBatch_));

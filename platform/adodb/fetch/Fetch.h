@@ -57,6 +57,8 @@ class Fetch {
   private:
     using Clock = std::chrono::steady_clock;
 
+    void readFirstRows();
+    void startThreads(Listener listener);
     void step();
     void build();
     void readAll();

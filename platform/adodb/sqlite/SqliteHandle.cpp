@@ -124,13 +124,20 @@ int SqliteHandle::onBusy(void* self, int attempts) {
     return 1;
 }
 
-SqliteHandle::Turn::Turn(SqliteHandle& handle, const Stop* stop)
-    : handle_(handle), lock_(handle.mutex_) {
+SqliteHandle::Turn::Turn(SqliteHandle& handle, const Stop* stop) : handle_(handle) {
+    std::unique_lock lock(handle_.mutex_);
+    const std::uint64_t own = handle_.nextTurn_++;
+    handle_.turnEnded_.wait(lock, [&] { return handle_.currentTurn_ == own; });
     handle_.stop_ = stop;
 }
 
 SqliteHandle::Turn::~Turn() {
-    handle_.stop_ = nullptr;
+    {
+        const std::scoped_lock lock(handle_.mutex_);
+        handle_.stop_ = nullptr;
+        ++handle_.currentTurn_;
+    }
+    handle_.turnEnded_.notify_all();
 }
 
 } // namespace norvel::adodb

@@ -5,6 +5,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -36,7 +38,8 @@ class SqliteHandle {
     SqliteHandle(const SqliteHandle&) = delete;
     SqliteHandle& operator=(const SqliteHandle&) = delete;
 
-    // The use of the handle by one thread, ended early when stop says so (may be null).
+    // The use of the handle by one thread, ended early when stop says so (may be null). Turns are
+    // had in the order asked: a fetch that takes one after the other leaves the next to who waits.
     class Turn {
       public:
         Turn(SqliteHandle& handle, const Stop* stop);
@@ -46,7 +49,6 @@ class SqliteHandle {
 
       private:
         SqliteHandle& handle_;
-        std::unique_lock<std::mutex> lock_;
     };
 
     // --- within a Turn ---
@@ -72,6 +74,9 @@ class SqliteHandle {
     bool readOnly_;
     sqlite3* db_ = nullptr;
     std::mutex mutex_;
+    std::condition_variable turnEnded_;
+    std::uint64_t nextTurn_ = 0;
+    std::uint64_t currentTurn_ = 0;
     const Stop* stop_ = nullptr; // of the current Turn
 };
 

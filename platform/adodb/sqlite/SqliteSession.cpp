@@ -46,7 +46,7 @@ StatementResult SqliteSession::execute(const StatementRequest& request) {
     if (sqlite3_column_count(statement.get()) == 0) return {nullptr, runToEnd(statement.get())};
     const bool reads = sqlite3_stmt_readonly(statement.get()) != 0;
     if (request.background && reads && handle_->canBeDoubled())
-        return {readerFor(sql, request.timeoutSeconds), 0};
+        if (auto reader = readerFor(sql, request.timeoutSeconds)) return {std::move(reader), 0};
     return {
         std::make_unique<SqliteRowSource>(handle_, std::move(statement), request.timeoutSeconds),
         0};
@@ -61,12 +61,18 @@ RowCount SqliteSession::runToEnd(sqlite3_stmt* statement) {
     return sqlite3_total_changes(handle_->get()) - before;
 }
 
+// Null where a second handle cannot have the file (the session keeps it locked, say): the session's
+// own then serves.
 std::unique_ptr<RowSource> SqliteSession::readerFor(const std::string& sql,
                                                     int timeoutSeconds) const {
-    auto reader = SqliteHandle::open(handle_->path(), true);
-    const SqliteHandle::Turn turn(*reader, nullptr);
-    StatementHandle statement = reader->prepare(sql);
-    return std::make_unique<SqliteRowSource>(reader, std::move(statement), timeoutSeconds);
+    try {
+        auto reader = SqliteHandle::open(handle_->path(), true);
+        const SqliteHandle::Turn turn(*reader, nullptr);
+        StatementHandle statement = reader->prepare(sql);
+        return std::make_unique<SqliteRowSource>(reader, std::move(statement), timeoutSeconds);
+    } catch (const Errore&) {
+        return nullptr;
+    }
 }
 
 std::string quotedName(std::string_view name) {

@@ -17,9 +17,11 @@ std::uint32_t rowsFor(int columns) {
 
 Batch::Batch(int columns)
     : columns_(columns), fullCapacity_(rowsFor(columns)), capacity_(fullCapacity_),
-      kinds_(std::make_unique<RawKind[]>(fullCapacity_ * static_cast<std::size_t>(columns))),
-      values_(std::make_unique<RawValue[]>(fullCapacity_ * static_cast<std::size_t>(columns))),
-      arena_(std::make_unique<char[]>(arenaSize)) {}
+      kinds_(std::make_unique_for_overwrite<RawKind[]>(fullCapacity_ *
+                                                       static_cast<std::size_t>(columns))),
+      values_(std::make_unique_for_overwrite<RawValue[]>(fullCapacity_ *
+                                                         static_cast<std::size_t>(columns))),
+      arena_(std::make_unique_for_overwrite<char[]>(arenaSize)) {}
 
 Batch::~Batch() = default;
 

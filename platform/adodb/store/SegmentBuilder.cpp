@@ -28,7 +28,7 @@ bool isContinuation(char c) {
 
 void GrowingBytes::grow(std::size_t bytes) {
     const std::size_t wanted = std::max(size_ + bytes, capacity_ * 2);
-    std::unique_ptr<char[]> larger(new char[wanted]); // not zeroed: it is written next
+    auto larger = std::make_unique_for_overwrite<char[]>(wanted);
     if (size_ != 0) std::memcpy(larger.get(), data_.get(), size_);
     data_ = std::move(larger);
     capacity_ = wanted;

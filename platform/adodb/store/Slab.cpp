@@ -21,7 +21,9 @@ constexpr std::size_t alignment = 64;
 constexpr std::size_t ownPages = std::size_t{256} * 1024;
 constexpr std::size_t hugePage = std::size_t{2} * 1024 * 1024;
 
-std::size_t roundedUp(std::size_t bytes, std::size_t to) { return (bytes + to - 1) / to * to; }
+std::size_t roundedUp(std::size_t bytes, std::size_t to) {
+    return (bytes + to - 1) / to * to;
+}
 
 std::byte* mapPages(std::size_t bytes) {
     void* pages = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -43,7 +45,7 @@ std::byte* mapAligned(std::size_t bytes) {
 
 std::byte* allocate(std::size_t bytes) {
     if (bytes < ownPages)
-        return static_cast<std::byte*>(::operator new(bytes, std::align_val_t{alignment}));
+        return static_cast<std::byte*>(::operator new (bytes, std::align_val_t{alignment}));
     if (bytes < hugePage) return mapPages(bytes);
     std::byte* pages = mapAligned(bytes);
 #if defined(MADV_HUGEPAGE)
@@ -54,7 +56,7 @@ std::byte* allocate(std::size_t bytes) {
 
 void release(std::byte* data, std::size_t bytes) {
     if (bytes < ownPages)
-        ::operator delete(data, std::align_val_t{alignment});
+        ::operator delete (data, std::align_val_t{alignment});
     else
         munmap(data, bytes);
 }
