@@ -2,7 +2,6 @@
 
 #include <wx/toplevel.h>
 
-#ifdef __WXGTK__
 #include <dlfcn.h>
 
 namespace norvel::controls {
@@ -138,5 +137,3 @@ bool eventsRunOnAnotherThread() {
 }
 
 } // namespace norvel::controls
-
-#endif // __WXGTK__

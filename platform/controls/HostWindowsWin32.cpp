@@ -16,8 +16,10 @@ bool isToolkits(HWND handle) {
 
 // The thread's top-level windows that an operator could use; the list is theirs to fill.
 BOOL CALLBACK collect(HWND window, LPARAM list) {
+    // The system hands the pointer through as a number.
+    auto* found = reinterpret_cast<std::vector<HWND>*>(list); // NOLINT(performance-no-int-to-ptr)
     if (IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0 && !isToolkits(window))
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        found->push_back(window);
     return TRUE;
 }
 

@@ -95,7 +95,8 @@ void ToolBar::Impl::paintSlot(wxGraphicsContext& context, const Slot& slot) cons
     if (button.Style == ButtonStyle::Separator) {
         context.SetPen(wxNullPen);
         context.SetBrush(wxBrush(blend(colours.face, colours.text, 0.25)));
-        context.DrawRectangle(slot.x + slot.width / 2, sizes.top + 4, 1, sizes.side - 8);
+        const int middle = slot.x + slot.width / 2;
+        context.DrawRectangle(middle, sizes.top + 4, 1, sizes.side - 8);
         return;
     }
     const IconColours tones = iconColours(colours.face, colours.text, usable(slot.button));

@@ -56,7 +56,7 @@ class Devices {
     }
 
     bool press(char32_t character) {
-        if (display_ == nullptr || spares_.empty()) return false;
+        if (!ready() || spares_.empty()) return false;
         const unsigned key = keyFor(character);
         x_.fakeKeyEvent(display_, key, 1, 0);
         x_.fakeKeyEvent(display_, key, 0, 0);
@@ -65,7 +65,7 @@ class Devices {
     }
 
     bool moveMouse(int x, int y) {
-        if (display_ == nullptr) return false;
+        if (!ready()) return false;
         x_.fakeMotionEvent(display_, -1, x, y, 0); // -1: the screen it is on
         x_.sync(display_, 0);
         return true;
@@ -73,7 +73,7 @@ class Devices {
 
     // Buttons 4 and 5 are the wheel's notches.
     bool turnWheel(bool towards, int notches) {
-        if (display_ == nullptr) return false;
+        if (!ready()) return false;
         const unsigned button = towards ? 5 : 4;
         for (int i = 0; i < notches; ++i) {
             x_.fakeButtonEvent(display_, button, 1, 0);
@@ -84,6 +84,11 @@ class Devices {
     }
 
   private:
+    bool ready() const {
+        return display_ != nullptr && x_.sync != nullptr && x_.fakeKeyEvent != nullptr &&
+               x_.fakeButtonEvent != nullptr && x_.fakeMotionEvent != nullptr;
+    }
+
     // Keyboard symbols of Unicode characters: Latin-1 as they are, the rest above 0x1000000
     // (X Window System Protocol, appendix A).
     static KeySym symbolOf(char32_t character) {

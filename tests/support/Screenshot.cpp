@@ -16,7 +16,7 @@ namespace {
 // ImageMagick's import reads the display itself, so the picture is what a person would see.
 std::filesystem::path take(const std::string& crop, std::string_view name) {
     Robot().pump();
-    const auto path = outputFolder() / (std::string(name) + ".png");
+    auto path = outputFolder() / (std::string(name) + ".png");
     const std::string command = "import -silent -window root " + crop + " '" + path.string() + "'";
     const int status = std::system(command.c_str()); // NOLINT(bugprone-command-processor)
     EXPECT_EQ(status, 0) << "no picture: " << command;
@@ -62,8 +62,8 @@ wxImage imageOf(const wxWindow& window, wxRect part) {
     if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr) wxImage::AddHandler(new wxPNGHandler);
     const std::string name = "image-" + std::to_string(getpid());
     const auto path = take(cropTo(window, part), name);
-    wxImage image(wxString::FromUTF8(path.string()), wxBITMAP_TYPE_PNG);
-    EXPECT_TRUE(image.IsOk()) << path;
+    wxImage image;
+    EXPECT_TRUE(image.LoadFile(wxString::FromUTF8(path.string()), wxBITMAP_TYPE_PNG)) << path;
     std::filesystem::remove(path);
     return image;
 }

@@ -132,10 +132,7 @@ struct Script::Impl {
     void checkCondition() {
         const Step& step = steps[next];
         const bool over = Clock::now() - waitingSince > milliseconds(step.milliseconds);
-        if (step.condition && step.condition()) {
-            ++next;
-            waitingSince = Clock::now();
-        } else if (over && step.mayTimeOut) {
+        if ((step.condition && step.condition()) || (over && step.mayTimeOut)) {
             ++next;
             waitingSince = Clock::now();
         } else if (over) {

@@ -32,7 +32,8 @@ constexpr int border = 6; // free pixels around the icon
 // An icon of so many pixels, with a border around it.
 wxImage picture(std::string_view key, int side, const wxColour& face, const wxColour& text,
                 bool enabled = true) {
-    wxBitmap bitmap(side + 2 * border, side + 2 * border, 24);
+    wxBitmap bitmap;
+    bitmap.Create(side + 2 * border, side + 2 * border, 24);
     wxMemoryDC dc(bitmap);
     dc.SetBackground(wxBrush(face));
     dc.Clear();
