@@ -113,9 +113,11 @@ void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& 
     misureFinestra().fineLettura = std::chrono::steady_clock::now();
     misureFinestra().righeLette = recordset.RecordCount();
     riscriviConteggio();
-    // Whoever waits for the rows shows the error itself.
-    if (error && !inAttesa_)
-        mostraMessaggio(messaggioLetturaInterrotta(*error, recordset.RecordCount()));
+    if (!error || inAttesa_) return; // whoever waits for the rows shows the error itself
+    mostraMessaggio(messaggioLetturaInterrotta(*error, recordset.RecordCount()));
+    // The box may have come before the window had settled its focus: the rows get it, or Enter
+    // would press whatever button the window system took instead.
+    if (!scaricata_ && Griglia->focusArea() == grid::Area::Data) Griglia->SetFocus();
 }
 
 } // namespace norvel::search_window
