@@ -221,7 +221,10 @@ RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
         const RowCount end = rows < 0 ? everyRow : moved(first, rows);
         const RowCount have = rows_->reach(end);
         block = readBlock(first, std::min(end, have) - first, columns);
-        settleAt(first + block.rows);
+        // Every row asked for is there, but what comes behind them never came: that is not the end,
+        // so the cursor stays on the last one, and whoever goes on gets the error.
+        const bool lost = block.rows == rows && first + block.rows >= have && rows_->error();
+        settleAt(first + block.rows - (lost ? 1 : 0));
     });
     return block;
 }

@@ -185,6 +185,20 @@ TEST_F(FetchTest, ABrokenFetchIsNeverShownAsTheEnd) {
     EXPECT_EQ(rs->GetRows(10, std::int32_t{adBookmarkFirst}).rows, 10);
 }
 
+TEST_F(FetchTest, TheLastRowsOfABrokenFetchAreReadWhenNoMoreIsAsked) {
+    script->rows = 20'000;
+    script->failAt = 9'000;
+    const auto rs = openDouble(adAsyncFetch);
+    rs->WaitFetch(10'000);
+    RowCount read = 0;
+    const auto error = errorOf([&] {
+        while (!rs->EOF_())
+            read += rs->GetRows(3'000).rows;
+    });
+    EXPECT_EQ(read, 9'000);
+    EXPECT_EQ(error, oleFail) << "a walk in blocks that end at the last row is no short result";
+}
+
 TEST_F(FetchTest, AWalkOverABrokenFetchEndsInItsError) {
     script->rows = 20'000;
     script->failAt = 9'000;
