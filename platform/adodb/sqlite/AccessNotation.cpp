@@ -201,7 +201,7 @@ std::optional<std::string> isoOfDateLiteral(std::string_view literal) {
     const std::string text = trimText(literal);
     if (text.empty() || text.size() > 30) return std::nullopt;
     const std::size_t blank = text.find(' ');
-    if (const auto date = readDate(std::string_view(text).substr(0, blank))) {
+    if (auto date = readDate(std::string_view(text).substr(0, blank))) {
         if (blank == std::string::npos) return date;
         const auto time = readTime(trimText(std::string_view(text).substr(blank)));
         return time ? std::optional(*date + " " + *time) : std::nullopt;

@@ -57,7 +57,7 @@ SqliteHandle::~SqliteHandle() {
 std::shared_ptr<SqliteHandle> SqliteHandle::open(const std::string& path, bool readOnly) {
     const bool inMemory = path == ":memory:";
     if (!inMemory) checkFile(path);
-    const std::shared_ptr<SqliteHandle> handle(new SqliteHandle(path, readOnly));
+    std::shared_ptr<SqliteHandle> handle(new SqliteHandle(path, readOnly));
     const int access = inMemory   ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
                        : readOnly ? SQLITE_OPEN_READONLY
                                   : SQLITE_OPEN_READWRITE;

@@ -1,6 +1,5 @@
 #include "platform/adodb/store/ColumnStore.h"
 
-#include <bit>
 #include <utility>
 
 namespace norvel::adodb {
@@ -10,9 +9,11 @@ ColumnStore::ColumnStore(std::vector<ColumnInfo> columns) : columns_(std::move(c
 ColumnStore::~ColumnStore() = default;
 
 ColumnStore::Position ColumnStore::position(std::size_t index) {
-    const std::size_t shifted = index / firstChunk + 1;
-    const auto chunk = static_cast<std::size_t>(std::bit_width(shifted)) - 1;
-    return {chunk, index - firstChunk * ((std::size_t{1} << chunk) - 1)};
+    std::size_t chunk = 0;
+    std::size_t first = 0;
+    for (std::size_t size = firstChunk; index - first >= size; size *= 2, ++chunk)
+        first += size;
+    return {chunk, index - first};
 }
 
 void ColumnStore::publish(std::unique_ptr<const RowGroup> group) {

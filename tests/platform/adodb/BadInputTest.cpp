@@ -56,10 +56,11 @@ TEST(BadInput, AnotherProviderIsNamedButNeverItsPassword) {
         {"provider=\"Microsoft.Jet.OLEDB.4.0\";Jet OLEDB:Database Password=segreta",
          "«Microsoft.Jet.OLEDB.4.0»"},
     };
-    for (const auto& [connection, name] : cases) {
+    for (const auto& example : cases) {
+        const std::string connection = example.first;
         const std::string text = openFailure(connection);
         EXPECT_EQ(errorOf([&] { openOn(connection, "SELECT 1"); }), 3706);
-        EXPECT_TRUE(contains(text, name)) << text;
+        EXPECT_TRUE(contains(text, example.second)) << text;
         EXPECT_FALSE(contains(text, "segreta")) << text;
     }
 }
@@ -135,7 +136,7 @@ TEST(BadInput, ADatabaseWithScribblesInItNeverCrashes) {
         static_cast<std::int64_t>(std::filesystem::file_size(folder.file("guasto.db")));
     for (int i = 0; i < 40; ++i) {
         file.seekp(4096 + (i * 7919LL * 13) % (size - 4200));
-        file << "\xFF\x00\x13scarabocchio" << static_cast<char>(i);
+        file << '\xFF' << '\0' << "scarabocchio" << static_cast<char>(i);
         file.flush();
         errorOf([&] {
             const auto rs = openOn(connection, "SELECT * FROM t", adAsyncFetch);
@@ -178,7 +179,9 @@ TEST(BadInput, AQueryWithAnErrorIsExplained) {
         {"   ", dbNoCommand, "comando"},
         {"-- solo un commento", dbNoCommand, "comando"},
     };
-    for (const auto& [sql, number, words] : cases) {
+    for (const auto& example : cases) {
+        const auto& [text, number, words] = example;
+        const std::string sql = text;
         EXPECT_EQ(errorOf([&] { openOn(connection, sql); }), number) << sql;
         EXPECT_TRUE(contains(openFailure(connection, sql), words))
             << sql << ": " << openFailure(connection, sql);
