@@ -68,6 +68,7 @@ class PangoTextPainter : public TextPainter {
     void calibrate(const wxFont& font, wxWindow& window);
     bool isSimple(std::string_view text) const;
     const PangoGlyphString& shape(std::string_view text);
+    void shapeInto(std::string_view text, PangoGlyphString& glyphs);
     int layoutWidth(std::string_view text);
     void drawLayout(std::string_view text, const wxRect& box, Alignment align,
                     const wxColour& colour);
@@ -83,7 +84,6 @@ class PangoTextPainter : public TextPainter {
     GlyphsPtr shaped_, ellipsis_, hash_;
     GObjectPtr<PangoLayout> layout_;
     std::bitset<simpleLimit> covered_;
-    guint serial_ = 0;
     int height_ = 1, ascent_ = 1, ellipsisWidth_ = 0, hashWidth_ = 1;
 
     cairo_t* cairo_ = nullptr;
@@ -102,18 +102,12 @@ int widthOf(const PangoGlyphString& glyphs) {
     return width;
 }
 
-// As the toolkit lays text out: glyphs keep the fractions of their widths, which do not depend on
-// the surface then.
+// The font is not asked to suit the surface drawn on: the widths measured before anything was drawn
+// hold, and they are the toolkit's own.
 PangoTextPainter::PangoTextPainter()
     : context_(pango_font_map_create_context(pango_cairo_font_map_get_default())),
       shaped_(pango_glyph_string_new()), ellipsis_(pango_glyph_string_new()),
-      hash_(pango_glyph_string_new()) {
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-    pango_cairo_context_set_font_options(context_.get(), options);
-    cairo_font_options_destroy(options);
-    pango_context_set_round_glyph_positions(context_.get(), FALSE);
-}
+      hash_(pango_glyph_string_new()) {}
 
 void PangoTextPainter::SetFont(const wxFont& font, wxWindow& window) {
     description_.reset(pango_font_description_copy(font.GetNativeFontInfo()->description));
@@ -156,11 +150,10 @@ void PangoTextPainter::prepareFont() {
     height_ = ascent_ + toPixels(pango_font_metrics_get_descent(metrics));
     pango_font_metrics_unref(metrics);
     const char* end = covered_.test(0x2026) ? "\xE2\x80\xA6" : "...";
-    pango_shape(end, -1, &item_->analysis, ellipsis_.get());
+    shapeInto(end, *ellipsis_);
     ellipsisWidth_ = widthOf(*ellipsis_);
-    pango_shape("#", 1, &item_->analysis, hash_.get());
+    shapeInto("#", *hash_);
     hashWidth_ = std::max(1, widthOf(*hash_));
-    serial_ = pango_context_get_serial(context_.get());
 }
 
 bool PangoTextPainter::isSimple(std::string_view text) const {
@@ -180,8 +173,14 @@ bool PangoTextPainter::isSimple(std::string_view text) const {
 }
 
 const PangoGlyphString& PangoTextPainter::shape(std::string_view text) {
-    pango_shape(text.data(), static_cast<int>(text.size()), &item_->analysis, shaped_.get());
+    shapeInto(text, *shaped_);
     return *shaped_;
+}
+
+// Whole pixels, as a layout gives them.
+void PangoTextPainter::shapeInto(std::string_view text, PangoGlyphString& glyphs) {
+    pango_shape_with_flags(text.data(), static_cast<int>(text.size()), nullptr, 0, &item_->analysis,
+                           &glyphs, PANGO_SHAPE_ROUND_POSITIONS);
 }
 
 int PangoTextPainter::layoutWidth(std::string_view text) {
@@ -201,8 +200,6 @@ int PangoTextPainter::Width(std::string_view text) {
 
 void PangoTextPainter::Begin(wxDC& dc, const wxRect& clip) {
     cairo_ = static_cast<cairo_t*>(dc.GetGraphicsContext()->GetNativeContext());
-    pango_cairo_update_context(cairo_, context_.get());
-    if (pango_context_get_serial(context_.get()) != serial_) prepareFont();
     cairo_save(cairo_);
     cairo_rectangle(cairo_, clip.x, clip.y, clip.width, clip.height);
     cairo_clip(cairo_);

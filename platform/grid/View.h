@@ -93,6 +93,8 @@ class Grid::View : public controls::DataControl::Observer {
     void rowsArrived(bool atOnce);
     bool ownColumns() const;
     adodb::RowCount readableRows();
+    void giveUpReading(const Errore& error);
+    bool isSelected(adodb::RowCount row) const;
     double textTwips(std::string_view text);
     double cellMarginTwips() const;
     double cellFrameTwips() const;
@@ -111,7 +113,8 @@ class Grid::View : public controls::DataControl::Observer {
     // mouse (ViewMouse.cpp)
     enum class Drag { None, Heading, Sizing, Rows };
     void bindMouse();
-    void onLeftDown(wxMouseEvent& event, bool second);
+    void onLeftDown(wxMouseEvent& event);
+    void press(wxMouseEvent& event);
     void onLeftUp(wxMouseEvent& event);
     void onMotion(wxMouseEvent& event);
     void onDoubleClick(wxMouseEvent& event);
@@ -162,6 +165,15 @@ class Grid::View : public controls::DataControl::Observer {
     bool focused() const;
     void refreshRow(adodb::RowCount row);
     void report(const Errore& error);
+    // Runs a handler of the toolkit's: an Errore must not pass through the toolkit.
+    template <class Handler>
+    void guarded(Handler handler) {
+        try {
+            handler();
+        } catch (const Errore& error) {
+            report(error);
+        }
+    }
 
     Grid& grid_;
     grid::Columns columns_;

@@ -53,18 +53,25 @@ RowReader* Grid::View::Reader() {
     cache_.Clear();
     const auto old = std::exchange(reader_, nullptr);
     openError_.clear();
-    const bool open =
-        source_ && source_->Recordset() && (source_->Recordset()->State() & adStateOpen);
     try {
-        if (open) reader_ = std::make_shared<RowReader>(*source_->Recordset());
-    } catch (const Errore& error) { // said where the rows would stand
-        openError_ = unreadable(error);
+        const auto host = source_ ? source_->Recordset() : nullptr;
+        if (host && (host->State() & adStateOpen)) reader_ = std::make_shared<RowReader>(*host);
+        const bool sameRows = reader_ && old && old->SameFilter(*host);
+        selection_.SetView(reader_, sameRows);
+        if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
+        remapColumns();
+    } catch (const Errore& error) {
+        giveUpReading(error);
     }
-    const bool sameRows = reader_ && old && old->SameFilter(*source_->Recordset());
-    selection_.SetView(reader_, sameRows);
-    if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
-    remapColumns();
     return reader_.get();
+}
+
+// What the recordset said stands where the rows would stand.
+void Grid::View::giveUpReading(const Errore& error) {
+    openError_ = unreadable(error);
+    reader_.reset();
+    selection_.SetView(nullptr, false);
+    fieldOf_.assign(static_cast<std::size_t>(columns_.Count()), -1);
 }
 
 // Everything that depends on which rows there are.
@@ -89,17 +96,13 @@ bool Grid::View::ownColumns() const {
 void Grid::View::makeColumns() {
     Fields& fields = Host().Fields();
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(fields.Count()));
     for (int i = 0; i < fields.Count(); ++i)
         names.push_back(fields(i).Name());
     if (names == madeFor_ && widthsSampled_) return;
-    try {
-        columns_ = defaultColumns(
-            fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
-            cellFrameTwips());
-    } catch (const Errore& error) { // without rows to read there is nothing to show
-        openError_ = unreadable(error);
-        return;
-    }
+    columns_ = defaultColumns(
+        fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
+        cellFrameTwips());
     LeaveFilter(false);
     madeFor_ = std::move(names);
     widthsSampled_ = reader_->Rows() > 0;
@@ -149,8 +152,8 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
     for (const int column : columns)
         if (const int field = fieldOf_[static_cast<std::size_t>(column)]; field >= 0)
             fields.push_back(field);
-    std::ranges::sort(fields);
-    fields.erase(std::ranges::unique(fields).begin(), fields.end());
+    std::sort(fields.begin(), fields.end());
+    fields.erase(std::unique(fields.begin(), fields.end()), fields.end());
     reader->Fill(cache_, first, count, fields);
 }
 
@@ -252,9 +255,13 @@ void Grid::View::rowsArrived(bool atOnce) {
     arrivals_.Stop();
     if (readerStale_) return rowsChanged();
     if (!reader_) return;
-    if (ownColumns() && !widthsSampled_) {
-        makeColumns();
-        remapColumns();
+    try {
+        if (ownColumns() && !widthsSampled_) {
+            makeColumns();
+            remapColumns();
+        }
+    } catch (const Errore& error) {
+        giveUpReading(error);
     }
     const RowCount before = Rows();
     const bool full = geometry_.FirstRow() + geometry_.WholeRows() < before;
@@ -263,15 +270,22 @@ void Grid::View::rowsArrived(bool atOnce) {
     syncCurrent(false);
 }
 
+// A row of a sorted selection is found by its bookmark, which a broken connection may refuse.
+bool Grid::View::isSelected(RowCount row) const {
+    try {
+        return selection_.Contains(row);
+    } catch (const Errore&) { // said in the rows' place by the next read
+        return false;
+    }
+}
+
 // How many rows there are to show. A connection that was closed takes the reader with it.
 RowCount Grid::View::readableRows() {
     if (!reader_ || readerStale_) return 0;
     try {
         return reader_->Rows();
     } catch (const Errore& error) {
-        openError_ = unreadable(error);
-        selection_.SetView(nullptr, false);
-        reader_.reset();
+        giveUpReading(error);
         return 0;
     }
 }

@@ -48,7 +48,9 @@ Stroke strokeOf(const wxKeyEvent& event) {
 
 void Grid::View::bindKeys() {
     grid_.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& e) {
-        if (!HandleKey(e)) e.Skip();
+        bool handled = true;
+        guarded([&] { handled = HandleKey(e); });
+        if (!handled) e.Skip();
     });
     const auto repaint = [this](wxFocusEvent& e) {
         Refresh();

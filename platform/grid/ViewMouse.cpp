@@ -15,23 +15,33 @@ constexpr int autoScrollPause = 40; // ms
 } // namespace
 
 void Grid::View::bindMouse() {
-    grid_.Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& e) { onLeftDown(e, false); });
-    grid_.Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) { onDoubleClick(e); });
-    grid_.Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& e) { onLeftUp(e); });
-    grid_.Bind(wxEVT_MOTION, [this](wxMouseEvent& e) { onMotion(e); });
+    const auto bind = [this](const auto& type, void (View::*handler)(wxMouseEvent&)) {
+        grid_.Bind(type,
+                   [this, handler](wxMouseEvent& e) { guarded([&] { (this->*handler)(e); }); });
+    };
+    bind(wxEVT_LEFT_DOWN, &View::onLeftDown);
+    bind(wxEVT_LEFT_DCLICK, &View::onDoubleClick);
+    bind(wxEVT_LEFT_UP, &View::onLeftUp);
+    bind(wxEVT_MOTION, &View::onMotion);
     grid_.Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& e) {
         setHotColumn(-1);
         e.Skip();
     });
     grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { endDrag(); });
-    autoScroll_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { dragRowsTo(pointer_.y); });
+    autoScroll_.Bind(wxEVT_TIMER,
+                     [this](wxTimerEvent&) { guarded([&] { dragRowsTo(pointer_.y); }); });
 }
 
 Hit Grid::View::hitAt(const wxPoint& at) const {
     return geometry_.HitTest(at.x, at.y, columns_);
 }
 
-void Grid::View::onLeftDown(wxMouseEvent& event, bool second) {
+void Grid::View::onLeftDown(wxMouseEvent& event) {
+    clickedRow_ = hitAt(event.GetPosition()).row;
+    press(event);
+}
+
+void Grid::View::press(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     pressed_ = true;
     const bool inFilter = hit.spot == Spot::FilterCell || hit.spot == Spot::FilterButton;
@@ -39,7 +49,6 @@ void Grid::View::onLeftDown(wxMouseEvent& event, bool second) {
         LeaveFilter(false);
         grid_.SetFocus();
     }
-    if (!second) clickedRow_ = hit.row;
     if (hit.row >= 0)
         pressRow(hit, event);
     else
@@ -95,7 +104,7 @@ void Grid::View::onDoubleClick(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     if (hit.spot == Spot::HeadingEdge && split_.AllowSizing) return FitColumn(hit.column);
     const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
-    onLeftDown(event, true);
+    press(event);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
     if (!onData || !sameRow || event.HasAnyModifiers() || current_ != hit.row) return;
     if (grid_.OnDblClick) grid_.OnDblClick();

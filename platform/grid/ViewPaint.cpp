@@ -100,7 +100,7 @@ void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
 
 // Selected rows first, then the current one, then the stripes.
 Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
-    if (selection_.Contains(row)) {
+    if (isSelected(row)) {
         if (hasFocus) return {palette_.selection, palette_.selectionText};
         return {palette_.idleSelection, palette_.idleSelectionText};
     }
@@ -179,7 +179,7 @@ void Grid::View::paintFocus(wxDC& dc) {
     const Rect data = geometry_.Data();
     const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
     const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
-    if (selection_.Contains(current_))
+    if (isSelected(current_))
         paintFrame(dc, wxRect(box).Deflate(2), 1, palette_.selectionText);
     else
         paintFrame(dc, box, 2, palette_.focus);

@@ -139,7 +139,7 @@ void Grid::View::paintSelectors(wxDC& dc, const wxRect& dirty) {
     dc.DrawRectangle(0, geometry_.DataTop(), sizes.selectorWidth, bottom - geometry_.DataTop());
     dc.SetBrush(palette_.facePressed);
     for (RowCount row = first; row < last; ++row)
-        if (selection_.Contains(row))
+        if (isSelected(row))
             dc.DrawRectangle(0, geometry_.RowTop(row), sizes.selectorWidth, sizes.rowHeight);
     dc.SetBrush(palette_.faceLine);
     dc.DrawRectangle(sizes.selectorWidth - 1, geometry_.DataTop(), 1, bottom - geometry_.DataTop());

@@ -49,7 +49,8 @@ class GeneratedRecordset::OneField : public Field {
 class GeneratedRecordset::FieldList : public adodb::Fields {
   public:
     explicit FieldList(GeneratedRecordset& owner) : owner_(owner) {
-        for (int i = 0; i < Count(); ++i)
+        const int count = static_cast<int>(owner.shared_->columns.size());
+        for (int i = 0; i < count; ++i)
             items_.push_back(std::make_unique<OneField>(owner, i));
     }
     int Count() const override { return static_cast<int>(owner_.shared_->columns.size()); }

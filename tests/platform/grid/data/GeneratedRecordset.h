@@ -35,10 +35,10 @@ class GeneratedRecordset : public adodb::Recordset,
     void arrive(adodb::RowCount rows, bool last);
     void beginFetch() { shared_->fetching = true; }
     // Every read from now on raises this.
-    void failReads(Errore error) { shared_->readError = std::move(error); }
+    void failReads(const Errore& error) { shared_->readError = error; }
     void healReads() { shared_->readError.reset(); }
     // Every Clone from now on raises this.
-    void failClones(Errore error) { shared_->cloneError = std::move(error); }
+    void failClones(const Errore& error) { shared_->cloneError = error; }
     // Rows and values that GetRows handed out, of this recordset and its clones.
     adodb::RowCount rowsRead() const { return shared_->rowsRead; }
     std::int64_t valuesRead() const { return shared_->valuesRead; }

@@ -148,6 +148,44 @@ TEST_F(FilterBarTest, TheButtonIsToldAndIsThereOnlyWithFilterCombo) {
     EXPECT_EQ(pressed.size(), 2U);
 }
 
+TEST_F(FilterBarTest, TheKeyboardHasTheButtonToo) {
+    std::vector<int> pressed;
+    grid_->OnFilterButton = [&](int column) { pressed.push_back(column); };
+    grid_->Columns().Item(1).FilterCombo = true;
+    grid_->Changed();
+    grid_->EnterFilterCell(1);
+    robot_.pump();
+    robot_.press(WXK_F4);
+    robot_.press(WXK_DOWN, wxMOD_ALT);
+    EXPECT_EQ(pressed, (std::vector{1, 1}));
+    EXPECT_EQ(grid_->focusArea(), Area::FilterCell);
+    grid_->EnterFilterCell(2);
+    robot_.pump();
+    robot_.press(WXK_F4);
+    EXPECT_EQ(pressed.size(), 2U) << "a cell without a button";
+}
+
+TEST_F(FilterBarTest, AColumnHiddenWhileItsCellIsEditedEndsTheEditing) {
+    grid_->EnterFilterCell(1);
+    robot_.pump();
+    grid_->Columns().Item(1).Visible = false;
+    grid_->Changed();
+    robot_.pump();
+    EXPECT_EQ(grid_->FilterColumn(), -1);
+    EXPECT_FALSE(grid_->EnterFilterCell(1));
+    robot_.press(WXK_DOWN);
+}
+
+TEST_F(FilterBarTest, ATextChangedByCodeShowsInTheCellBeingEdited) {
+    grid_->EnterFilterCell(1);
+    robot_.pump();
+    grid_->Columns().Item(1).FilterText = "Ross";
+    grid_->Changed();
+    robot_.press(WXK_END);
+    robot_.type("i");
+    EXPECT_EQ(text(1), "Rossi");
+}
+
 TEST_F(FilterBarTest, FilteringWhileTypingKeepsTheCaretInTheCell) {
     grid_->OnFilterChange = [this](int) { rows_->SetFilter("ogni 10"); };
     robot_.click(*grid_, centre(grid_->FilterCellRect(1)));

@@ -54,6 +54,7 @@ TEST_F(GridTest, PaintingReadsOnlyWhatIsInViewAndNeverMovesTheRecord) {
 
 TEST_F(GridTest, AThousandColumnsReadOnlyThoseInView) {
     std::vector<GeneratedColumn> columns;
+    columns.reserve(1000);
     for (int i = 0; i < 1000; ++i)
         columns.push_back({"campo_" + std::to_string(i), adInteger, [i](RowCount row) {
                                return Variant(static_cast<std::int32_t>(row * 1000 + i));
@@ -111,12 +112,14 @@ TEST_F(GridTest, AReadThatFailsIsSaidWhereTheRowsWouldStand) {
 }
 
 TEST_F(GridTest, LongTextsLineBreaksAndBlobsStayOnOneLine) {
+    std::string tenMegabytes;
+    tenMegabytes.resize(10'000'000, 'm');
     open(GeneratedRecordset::make(
         {{"codice", adInteger,
           [](RowCount row) { return Variant(static_cast<std::int32_t>(row)); }},
          {"testo", adLongVarWChar,
-          [](RowCount row) {
-              if (row == 0) return Variant(std::string(10'000'000, 'm'));
+          [tenMegabytes](RowCount row) {
+              if (row == 0) return Variant(tenMegabytes);
               return Variant("prima riga\r\nseconda\triga\x02");
           }},
          {"immagine", adLongVarBinary, [](RowCount) { return Variant(Bytes(5, 1)); }},

@@ -213,6 +213,30 @@ TEST_F(GridTest, AMoveThatIsRefusedIsReportedAndNothingChanges) {
     EXPECT_EQ(grid_->SelBookmarks().Count(), 0);
 }
 
+TEST_F(GridTest, ACellThatIsCutShowsItsTextAsATip) {
+    openCustomers(1000);
+    grid_->Columns().Item(1).Width = 900;
+    grid_->Changed();
+    robot_.pump();
+    robot_.moveTo(*grid_, cellCentre(2, 1));
+    EXPECT_EQ(grid_->GetToolTipText().utf8_string(), grid_->CellText(2, 1));
+    robot_.moveTo(*grid_, cellCentre(2, 3));
+    EXPECT_EQ(grid_->GetToolTipText(), "");
+    robot_.moveTo(*grid_, centre(grid_->HeadingRect(1)));
+    EXPECT_EQ(grid_->GetToolTipText(), "ragione_sociale");
+}
+
+TEST_F(GridTest, AnErrorOfACallbackIsReportedAndEndsThere) {
+    openCustomers(1000);
+    std::vector<std::int64_t> numbers;
+    grid_->OnError = [&](const Errore& error) { numbers.push_back(error.numero()); };
+    grid_->OnHeadClick = [](int) { throw Errore(3001, "ordinamento rifiutato"); };
+    robot_.click(*grid_, centre(grid_->HeadingRect(1)));
+    EXPECT_EQ(numbers, (std::vector<std::int64_t>{3001}));
+    robot_.click(*grid_, cellCentre(3, 1));
+    EXPECT_EQ(rows_->AbsolutePosition(), 4);
+}
+
 TEST_F(GridTest, ACallbackMayDestroyTheWindow) {
     openCustomers(1000);
     bool chosen = false;
