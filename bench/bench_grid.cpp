@@ -118,7 +118,9 @@ void benchmark(adodb::RowCount rows, int columns) {
     source.SetRecordset(tests::GeneratedRecordset::make(columnsFor(columns), rows));
     auto* frame = new wxFrame(nullptr, wxID_ANY, "bench_grid", {0, 0}, paintedSize, wxBORDER_NONE);
     auto* grid = new grid::Grid(frame);
+    const auto start = Clock::now();
     grid->SetDataSource(&source);
+    std::printf("bound in %.1f ms\n", milliseconds(Clock::now() - start));
     frame->Show();
     wxEventLoop loop;
     wxTimer settled;

@@ -7,6 +7,18 @@ namespace norvel::grid {
 
 using adodb::RowCount;
 
+namespace {
+
+// About what a column of a block takes in memory.
+std::size_t weight(const std::vector<std::string>& column) {
+    std::size_t bytes = 0;
+    for (const std::string& text : column)
+        bytes += sizeof(std::string) + text.size();
+    return bytes;
+}
+
+} // namespace
+
 std::vector<RowCache::Gap> RowCache::Missing(RowCount first, RowCount count,
                                              const std::vector<int>& fields, RowCount rows) {
     ++clock_;
@@ -36,18 +48,30 @@ void RowCache::Store(const Gap& gap, std::vector<std::vector<std::string>> texts
                      std::vector<Variant> bookmarks) {
     Block& block = blocks_[gap.first / blockRows];
     block.used = clock_;
-    for (std::size_t i = 0; i < gap.fields.size() && i < texts.size(); ++i)
-        block.fields[gap.fields[i]] = std::move(texts[i]);
+    bytes_ -= block.bytes;
+    for (std::size_t i = 0; i < gap.fields.size() && i < texts.size(); ++i) {
+        auto& column = block.fields[gap.fields[i]];
+        block.bytes -= weight(column);
+        column = std::move(texts[i]);
+        block.bytes += weight(column);
+    }
+    bytes_ += block.bytes;
     if (bookmarks.size() >= block.bookmarks.size()) block.bookmarks = std::move(bookmarks);
     drop();
 }
 
+void RowCache::Clear() {
+    blocks_.clear();
+    bytes_ = 0;
+}
+
 // A block of the request that is being answered bears the present time and stays.
 void RowCache::drop() {
-    while (blocks_.size() > maxBlocks_) {
+    while (bytes_ > maxBytes_) {
         const auto oldest = std::ranges::min_element(
             blocks_, {}, [](const auto& entry) { return entry.second.used; });
         if (oldest->second.used == clock_) return;
+        bytes_ -= oldest->second.bytes;
         blocks_.erase(oldest);
     }
 }

@@ -16,8 +16,8 @@ class NR_API RowCache {
   public:
     static constexpr adodb::RowCount blockRows = 64;
 
-    // maxBlocks: how many blocks are kept; more only while one request needs more.
-    explicit RowCache(std::size_t maxBlocks = 64) : maxBlocks_(maxBlocks) {}
+    // maxBytes: how much is kept; more only while one request needs more.
+    explicit RowCache(std::size_t maxBytes = std::size_t{16} << 20) : maxBytes_(maxBytes) {}
 
     // Rows [first, first + count) of the given fields, as one read would bring them.
     struct Gap {
@@ -38,18 +38,20 @@ class NR_API RowCache {
     const std::string* Text(adodb::RowCount row, int field) const;
     const Variant* Bookmark(adodb::RowCount row) const;
 
-    void Clear() { blocks_.clear(); }
-    std::size_t BlockCount() const { return blocks_.size(); }
+    void Clear();
+    std::size_t Bytes() const { return bytes_; }
 
   private:
     struct Block {
         std::unordered_map<int, std::vector<std::string>> fields;
         std::vector<Variant> bookmarks;
+        std::size_t bytes = 0;
         std::uint64_t used = 0;
     };
     void drop();
     std::unordered_map<adodb::RowCount, Block> blocks_; // by number: row / blockRows
-    std::size_t maxBlocks_;
+    std::size_t maxBytes_;
+    std::size_t bytes_ = 0;
     std::uint64_t clock_ = 0;
 };
 

@@ -97,29 +97,36 @@ TEST(RowCache, AReadThatBroughtFewerRowsLeavesTheRestMissing) {
 }
 
 TEST(RowCache, DropsWhatWasUsedLeastRecently) {
-    RowCache cache(3);
+    RowCache measure;
+    fill(measure, 0, 1, {0}, 10'000);
+    RowCache cache(3 * measure.Bytes() + measure.Bytes() / 2); // three blocks
     for (RowCount block = 0; block < 3; ++block)
         fill(cache, block * 64, 1, {0}, 10'000);
     fill(cache, 0, 1, {0}, 10'000); // the first one is used again
     fill(cache, 3 * 64, 1, {0}, 10'000);
-    EXPECT_EQ(cache.BlockCount(), 3U);
+    EXPECT_NE(cache.Text(3 * 64, 0), nullptr);
     EXPECT_NE(cache.Text(0, 0), nullptr);
     EXPECT_EQ(cache.Text(64, 0), nullptr);
 }
 
 TEST(RowCache, KeepsAllOfOneRequestHoweverLarge) {
-    RowCache cache(2);
+    RowCache cache(100);
     fill(cache, 0, 640, {0}, 10'000);
     EXPECT_TRUE(cache.Missing(0, 640, {0}, 10'000).empty());
     fill(cache, 5000, 1, {0}, 10'000);
-    EXPECT_LE(cache.BlockCount(), 2U);
+    EXPECT_EQ(cache.Text(0, 0), nullptr);
+    EXPECT_NE(cache.Text(5000, 0), nullptr);
+    cache.Clear();
+    EXPECT_EQ(cache.Bytes(), 0U);
 }
 
-TEST(RowCache, TenThousandPagesLeaveAFewBlocksBehind) {
-    RowCache cache(64);
+TEST(RowCache, TenThousandPagesLeaveNoMoreThanTheLimitBehind) {
+    constexpr std::size_t limit = 1 << 20;
+    RowCache cache(limit);
     for (RowCount page = 0; page < 10'000; ++page)
         fill(cache, page * 997, 50, {0, 1}, 10'000'000);
-    EXPECT_LE(cache.BlockCount(), 64U);
+    EXPECT_LE(cache.Bytes(), limit);
+    EXPECT_GT(cache.Bytes(), limit / 2);
 }
 
 } // namespace

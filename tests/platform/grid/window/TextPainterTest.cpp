@@ -37,7 +37,8 @@ class TextPainterTest : public testing::TestWithParam<Maker> {
     // Where the text left anything but white.
     wxRect ink(std::string_view text, Alignment align, Overflow overflow = Overflow::Ellipsis,
                wxRect into = box) {
-        wxBitmap bitmap(pictureWidth, pictureHeight, 24);
+        wxBitmap bitmap;
+        bitmap.Create(pictureWidth, pictureHeight, 24);
         {
             wxMemoryDC dc(bitmap);
             dc.SetBackground(*wxWHITE_BRUSH);
@@ -122,7 +123,8 @@ TEST_P(TextPainterTest, DrawsNothingWhereThereIsNoTextOrNoRoom) {
 }
 
 TEST_P(TextPainterTest, TheClipHoldsForEveryText) {
-    wxBitmap bitmap(pictureWidth, pictureHeight, 24);
+    wxBitmap bitmap;
+    bitmap.Create(pictureWidth, pictureHeight, 24);
     {
         wxMemoryDC dc(bitmap);
         dc.SetBackground(*wxWHITE_BRUSH);
