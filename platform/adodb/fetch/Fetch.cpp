@@ -161,10 +161,14 @@ Batch* Fetch::freeBatch() {
 }
 
 void Fetch::handOver(Batch* batch) {
-    const std::scoped_lock lock(mutex_);
-    filling_ = nullptr;
-    full_.push_back(batch);
-    if (full_.size() == batchesToWake) batchMoved_.notify_all();
+    bool worthWaking = false;
+    {
+        const std::scoped_lock lock(mutex_);
+        filling_ = nullptr;
+        full_.push_back(batch);
+        worthWaking = full_.size() == batchesToWake;
+    }
+    if (worthWaking) batchMoved_.notify_all();
 }
 
 // The first failure counts; after cancel() every failure is the cancellation.
@@ -217,9 +221,12 @@ bool Fetch::allRead() const {
 void Fetch::recycle(const std::vector<Batch*>& batches) {
     for (Batch* batch : batches)
         batch->reset(batch->capacityLimit());
-    const std::scoped_lock lock(mutex_);
-    const bool starved = free_.empty();
-    free_.insert(free_.end(), batches.begin(), batches.end());
+    bool starved = false;
+    {
+        const std::scoped_lock lock(mutex_);
+        starved = free_.empty();
+        free_.insert(free_.end(), batches.begin(), batches.end());
+    }
     if (starved) batchMoved_.notify_all();
 }
 

@@ -1,6 +1,7 @@
 #include "platform/adodb/store/GroupBuilder.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace norvel::adodb {
@@ -43,17 +44,17 @@ std::size_t GroupBuilder::weight() const {
 
 bool GroupBuilder::publish() {
     if (gathered_ == 0) return false;
-    std::size_t bytes = 0;
-    for (const SegmentBuilder& column : columns_)
-        bytes += column.slabBytes();
-    Slab slab(bytes);
+    std::vector<std::size_t> sizes;
+    sizes.reserve(columns_.size());
+    for (SegmentBuilder& column : columns_)
+        sizes.push_back(column.prepare());
+    Slab slab(std::accumulate(sizes.begin(), sizes.end(), std::size_t{0}));
     std::vector<Segment> segments;
     segments.reserve(columns_.size());
     std::size_t at = 0;
-    for (SegmentBuilder& column : columns_) {
-        const std::size_t size = column.slabBytes();
-        segments.push_back(column.finish(slab.data() + at));
-        at += size;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        segments.push_back(columns_[i].finish(slab.data() + at));
+        at += sizes[i];
     }
     store_->publish(
         std::make_unique<const RowGroup>(gathered_, std::move(slab), std::move(segments)));

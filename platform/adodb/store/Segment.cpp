@@ -73,11 +73,17 @@ Variant Segment::value(std::uint32_t row, DataTypeEnum type) const {
         return integerVariant(values<std::int64_t>()[row], type);
     case Storage::Double:
         return doubleVariant(values<double>()[row], type);
+    case Storage::Days:
+        return Date{static_cast<double>(values<std::int32_t>()[row])};
     case Storage::Date:
         return Date{values<double>()[row]};
+    case Storage::Scaled32:
+        return scaledVariant(values<std::int32_t>()[row], scale, type);
     case Storage::Scaled:
         return scaledVariant(values<std::int64_t>()[row], scale, type);
     case Storage::Text:
+    case Storage::Dictionary8:
+    case Storage::Dictionary16:
         return text(row);
     case Storage::Bytes:
         return bytesVariant(text(row));

@@ -18,11 +18,16 @@ enum class Storage : std::uint8_t {
     Int32,
     Int64,
     Double,
-    Date,   // double, OLE Automation days
-    Scaled, // std::int64_t, to be divided by 10^scale
-    Text,   // UTF-8 in the arena, from offsets[row] to offsets[row + 1]
-    Bytes,  // the same with bytes
-    Mixed,  // every value that is not NULL is among the exceptions
+    Days,         // std::int32_t, OLE Automation days without a time
+    Date,         // double, OLE Automation days
+    Scaled32,     // std::int32_t, to be divided by 10^scale
+    Scaled,       // std::int64_t, the same
+    Text,         // UTF-8 in the arena, from offsets()[row] to offsets()[row + 1]
+    Dictionary8,  // std::uint8_t, the number of an entry; entries are UTF-8 in the arena. Entry 0
+                  // is the empty text; equal texts may have several entries
+    Dictionary16, // std::uint16_t, the same
+    Bytes,        // as Text, bytes
+    Mixed,        // every value that is not NULL is among the exceptions
 };
 
 // A value that the column's own type cannot hold without loss (a text in an INTEGER column), or one
@@ -39,8 +44,10 @@ struct Segment {
     Storage storage = Storage::Null;
     std::uint8_t scale = 0;
     std::uint32_t rows = 0;
+    std::uint32_t entries = 0;            // of a dictionary
     const std::uint64_t* nulls = nullptr; // bit row: NULL; a null pointer where no row is
-    const std::byte* data = nullptr;      // rows values, or rows + 1 offsets
+    const std::byte* data = nullptr;      // rows values; nothing of Text and Bytes
+    const std::uint32_t* ends = nullptr;  // rows + 1 offsets into the arena, or entries + 1
     const char* arena = nullptr;
     std::vector<Exceptional> exceptions; // ascending rows
 
@@ -52,12 +59,15 @@ struct Segment {
     std::span<const T> values() const {
         return {reinterpret_cast<const T*>(data), rows};
     }
-    std::span<const std::uint32_t> offsets() const {
-        return {reinterpret_cast<const std::uint32_t*>(data), std::size_t{rows} + 1};
+    // The run of bytes of this number: a row's of Text and Bytes, an entry's of a dictionary.
+    std::string_view run(std::uint32_t number) const {
+        return {arena + ends[number], ends[number + 1] - ends[number]};
     }
+    // A row's text or bytes, however they are stored.
     std::string_view text(std::uint32_t row) const {
-        const auto o = offsets();
-        return {arena + o[row], o[row + 1] - o[row]};
+        if (storage == Storage::Dictionary8) return run(values<std::uint8_t>()[row]);
+        if (storage == Storage::Dictionary16) return run(values<std::uint16_t>()[row]);
+        return run(row);
     }
     const Variant* exception(std::uint32_t row) const;
 

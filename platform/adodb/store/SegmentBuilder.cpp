@@ -15,6 +15,8 @@ namespace {
 
 constexpr std::size_t slabAlignment = 64;
 constexpr std::size_t longestRun = std::size_t{16} * 1024; // longer texts stay out of the arena
+constexpr std::uint32_t mostEntries = 16384;               // of a dictionary
+constexpr std::uint32_t rowsToJudge = 4096;                // from so many on it must pay
 
 std::size_t aligned(std::size_t bytes, std::size_t to) {
     return (bytes + to - 1) / to * to;
@@ -26,16 +28,9 @@ bool isContinuation(char c) {
 
 } // namespace
 
-void GrowingBytes::grow(std::size_t bytes) {
-    const std::size_t wanted = std::max(size_ + bytes, capacity_ * 2);
-    auto larger = std::make_unique_for_overwrite<char[]>(wanted);
-    if (size_ != 0) std::memcpy(larger.get(), data_.get(), size_);
-    data_ = std::move(larger);
-    capacity_ = wanted;
-}
-
 SegmentBuilder::SegmentBuilder(DataTypeEnum type)
-    : type_(type), class_(storageClass(type)), scale_(startScale(type)) {}
+    : type_(type), class_(storageClass(type)), scale_(startScale(type)),
+      numbering_(class_ == StorageClass::Text), tryNumbering_(numbering_) {}
 
 void SegmentBuilder::startRows(std::uint32_t count) {
     const std::size_t rows = std::size_t{rows_} + count;
@@ -52,7 +47,10 @@ void SegmentBuilder::startRows(std::uint32_t count) {
         break;
     case StorageClass::Text:
     case StorageClass::Bytes:
-        ends_.resize(rows);
+        if (numbering_)
+            numbers_.resize(rows);
+        else
+            ends_.resize(rows);
         break;
     case StorageClass::Mixed:
         break;
@@ -152,7 +150,7 @@ void SegmentBuilder::appendDates(const Batch& batch, int column, std::uint32_t f
     const RawValue* values = batch.values(column);
     for (std::uint32_t i = from, row = rows_; i < to; ++i, ++row) {
         if (const auto days = rawDate(batch, kinds[i], values[i]))
-            doubles_[row] = *days;
+            setDays(row, *days);
         else
             exceptRaw(row, batch, kinds[i], values[i]);
     }
@@ -182,18 +180,27 @@ void SegmentBuilder::appendMixed(const Batch& batch, int column, std::uint32_t f
         exceptRaw(row, batch, kinds[i], values[i]);
 }
 
+void SegmentBuilder::setDays(std::uint32_t row, double days) {
+    doubles_[row] = days;
+    if (days != std::trunc(days)) wholeDays_ = false;
+}
+
 void SegmentBuilder::appendRuns(const Batch& batch, int column, std::uint32_t from,
                                 std::uint32_t to) {
+    const std::uint32_t last = rows_ + (to - from);
+    if (numbering_) from = appendNumbered(batch, column, from, to);
+    if (from == to) return;
     const RawKind* kinds = batch.kinds(column);
     const RawValue* values = batch.values(column);
     const RawKind own = class_ == StorageClass::Text ? RawKind::Text : RawKind::Bytes;
     std::size_t total = 0;
     for (std::uint32_t i = from; i < to; ++i)
         if (kinds[i] == own) total += values[i].place.length;
+    const std::uint32_t firstRow = last - (to - from);
     const std::size_t firstByte = arena_.size();
     char* at = arena_.extend(total);
     std::size_t end = firstByte;
-    for (std::uint32_t i = from, row = rows_; i < to; ++i, ++row) {
+    for (std::uint32_t i = from, row = firstRow; i < to; ++i, ++row) {
         if (kinds[i] == own) {
             const std::size_t length = values[i].place.length;
             if (length != 0) std::memcpy(at, batch.arena() + values[i].place.offset, length);
@@ -204,7 +211,68 @@ void SegmentBuilder::appendRuns(const Batch& batch, int column, std::uint32_t fr
         }
         ends_[row] = static_cast<std::uint32_t>(end);
     }
-    if (own == RawKind::Text) makeValid(rows_, firstByte);
+    if (own == RawKind::Text) makeValid(firstRow, firstByte);
+}
+
+// Numbers the texts; where that stops to pay it gives up and returns the place in the batch from
+// which texts go the ordinary way.
+std::uint32_t SegmentBuilder::appendNumbered(const Batch& batch, int column, std::uint32_t from,
+                                             std::uint32_t to) {
+    const RawKind* kinds = batch.kinds(column);
+    const RawValue* values = batch.values(column);
+    std::uint32_t row = rows_;
+    for (std::uint32_t i = from; i < to; ++i, ++row) {
+        if (kinds[i] != RawKind::Text) {
+            exceptRaw(row, batch, kinds[i], values[i]);
+            continue;
+        }
+        const std::string_view text = batch.text(values[i]);
+        numbers_[row] = static_cast<std::uint16_t>(dictionary_.add(text));
+        numberedBytes_ += text.size();
+        if (dictionary_.size() <= mostEntries) continue;
+        giveUpDictionary(row + 1);
+        ends_.resize(std::size_t{rows_} + (to - from));
+        return i + 1;
+    }
+    if (rows_ + (to - from) >= rowsToJudge && !dictionaryPays()) {
+        giveUpDictionary(rows_ + (to - from));
+        tryNumbering_ = false;
+    }
+    return to;
+}
+
+// Against numbers of two bytes and the entries; a small gain is not worth the second look-up.
+bool SegmentBuilder::dictionaryPays() const {
+    const std::size_t rows = numbers_.size();
+    const std::size_t plain = numberedBytes_ + rows * 4;
+    const std::size_t numbered = dictionary_.bytes().size() + dictionary_.size() * 4 + rows * 2;
+    return numbered * 2 < plain;
+}
+
+// Turns the numbered rows into ordinary ones.
+void SegmentBuilder::giveUpDictionary(std::uint32_t rows) {
+    repairDictionary();
+    ends_.resize(rows);
+    arena_.shrink(0);
+    for (std::uint32_t row = 0; row < rows; ++row)
+        setRun(row, dictionary_.text(numbers_[row]));
+    numbers_.clear();
+    dictionary_.clear();
+    numberedBytes_ = 0;
+    numbering_ = false;
+}
+
+// Makes the entries valid UTF-8, each for itself; their numbers stay.
+void SegmentBuilder::repairDictionary() {
+    bool valid = true;
+    for (std::uint32_t i = 0; i < dictionary_.size() && valid; ++i)
+        valid = isValidUtf8(dictionary_.text(i));
+    if (valid) return;
+    std::vector<std::string> texts;
+    texts.reserve(dictionary_.size());
+    for (std::uint32_t i = 0; i < dictionary_.size(); ++i)
+        texts.push_back(toValidUtf8(dictionary_.text(i)));
+    dictionary_.replace(texts);
 }
 
 // Texts that are valid one after the other as a whole are valid each, provided that none begins
@@ -291,8 +359,7 @@ void SegmentBuilder::raiseScale(unsigned scale) {
 
 void SegmentBuilder::append(const Variant& value) {
     startRows(1);
-    if (class_ == StorageClass::Text || class_ == StorageClass::Bytes)
-        ends_[rows_] = static_cast<std::uint32_t>(arena_.size());
+    if (!ends_.empty()) ends_[rows_] = static_cast<std::uint32_t>(arena_.size());
     if (value.isNull() || value.isEmpty())
         markNull(rows_);
     else if (!setTyped(rows_, value))
@@ -317,13 +384,14 @@ bool SegmentBuilder::setTyped(std::uint32_t row, const Variant& value) {
         return true;
     case StorageClass::Date:
         if (type != VarType::Date) return false;
-        doubles_[row] = value.toDate().days;
+        setDays(row, value.toDate().days);
         return true;
     case StorageClass::Scaled:
         if (type != VarType::Decimal && type != VarType::Currency) return false;
         return scaleDecimal(row, value.toDecimal());
     case StorageClass::Text:
         if (!value.isText() || value.text().size() > longestRun) return false;
+        if (numbering_) giveUpDictionary(row + 1); // one by one: not worth it
         setRun(row, toValidUtf8(value.text()));
         return true;
     case StorageClass::Bytes:
@@ -338,51 +406,63 @@ bool SegmentBuilder::setTyped(std::uint32_t row, const Variant& value) {
 
 // --- the segment ---
 
-SegmentBuilder::Layout SegmentBuilder::layout() const {
-    Layout l{Storage::Null, 0, 0, 0};
-    if (nulls_ == rows_) return l;
-    const std::size_t rows = rows_;
-    l.nulls = nulls_ ? (rows + 63) / 64 * 8 : 0;
-    switch (class_) {
-    case StorageClass::Boolean:
-        l.storage = Storage::Boolean, l.data = rows;
-        break;
-    case StorageClass::Integer: {
-        const bool narrow = least_ >= INT32_MIN && greatest_ <= INT32_MAX;
-        l.storage = narrow ? Storage::Int32 : Storage::Int64;
-        l.data = rows * (narrow ? 4 : 8);
-        break;
-    }
-    case StorageClass::Double:
-        l.storage = Storage::Double, l.data = rows * 8;
-        break;
-    case StorageClass::Date:
-        l.storage = Storage::Date, l.data = rows * 8;
-        break;
-    case StorageClass::Scaled:
-        l.storage = Storage::Scaled, l.data = rows * 8;
-        break;
-    case StorageClass::Text:
-    case StorageClass::Bytes:
-        l.storage = class_ == StorageClass::Text ? Storage::Text : Storage::Bytes;
-        l.data = (rows + 1) * 4;
-        l.arena = arena_.size();
-        break;
-    case StorageClass::Mixed:
-        l.storage = Storage::Mixed;
-        break;
-    }
-    return l;
+std::size_t SegmentBuilder::prepare() {
+    layout_ = {};
+    if (nulls_ == rows_) return 0;
+    layout_.nulls = nulls_ ? (std::size_t{rows_} + 63) / 64 * 8 : 0;
+    if (class_ == StorageClass::Text || class_ == StorageClass::Bytes)
+        layRuns();
+    else
+        layNumbers();
+    return aligned(layout_.nulls + aligned(layout_.data, 8) + aligned(layout_.ends, 8) +
+                       layout_.arena,
+                   slabAlignment);
 }
 
-std::size_t SegmentBuilder::slabBytes() const {
-    const Layout l = layout();
-    return aligned(l.nulls + aligned(l.data, 8) + l.arena, slabAlignment);
+void SegmentBuilder::layNumbers() {
+    const bool narrow = least_ >= INT32_MIN && greatest_ <= INT32_MAX && widest_ <= INT32_MAX;
+    std::size_t width = 8;
+    switch (class_) {
+    case StorageClass::Boolean:
+        layout_.storage = Storage::Boolean, width = 1;
+        break;
+    case StorageClass::Integer:
+        layout_.storage = narrow ? Storage::Int32 : Storage::Int64, width = narrow ? 4 : 8;
+        break;
+    case StorageClass::Double:
+        layout_.storage = Storage::Double;
+        break;
+    case StorageClass::Date:
+        layout_.storage = wholeDays_ ? Storage::Days : Storage::Date, width = wholeDays_ ? 4 : 8;
+        break;
+    case StorageClass::Scaled:
+        layout_.storage = narrow ? Storage::Scaled32 : Storage::Scaled, width = narrow ? 4 : 8;
+        break;
+    default:
+        layout_.storage = Storage::Mixed, width = 0;
+    }
+    layout_.data = rows_ * width;
+}
+
+void SegmentBuilder::layRuns() {
+    if (numbering_ && !dictionaryPays()) giveUpDictionary(rows_);
+    if (numbering_) {
+        repairDictionary();
+        const bool narrow = dictionary_.size() <= 256;
+        layout_.storage = narrow ? Storage::Dictionary8 : Storage::Dictionary16;
+        layout_.data = std::size_t{rows_} * (narrow ? 1 : 2);
+        layout_.ends = (std::size_t{dictionary_.size()} + 1) * 4;
+        layout_.arena = dictionary_.bytes().size();
+        return;
+    }
+    layout_.storage = class_ == StorageClass::Text ? Storage::Text : Storage::Bytes;
+    layout_.ends = (std::size_t{rows_} + 1) * 4;
+    layout_.arena = arena_.size();
 }
 
 std::size_t SegmentBuilder::weight() const {
-    return arena_.size() + exceptionBytes_ + exceptions_.size() * sizeof(Exceptional) +
-           std::size_t{rows_} * 8;
+    return arena_.size() + dictionary_.bytes().size() + exceptionBytes_ +
+           exceptions_.size() * sizeof(Exceptional) + std::size_t{rows_} * 8;
 }
 
 void SegmentBuilder::copyNulls(std::byte* to) const {
@@ -392,65 +472,99 @@ void SegmentBuilder::copyNulls(std::byte* to) const {
         words[row / 64] |= std::uint64_t{nullFlags_[row]} << (row % 64);
 }
 
-void SegmentBuilder::copyData(const Layout& l, std::byte* to) {
-    switch (l.storage) {
+namespace {
+
+template <class To, class From>
+void copyAs(const std::vector<From>& from, std::byte* to) {
+    std::ranges::transform(from, reinterpret_cast<To*>(to),
+                           [](From value) { return static_cast<To>(value); });
+}
+
+} // namespace
+
+void SegmentBuilder::copyData(std::byte* to) const {
+    switch (layout_.storage) {
     case Storage::Boolean:
-        std::ranges::transform(integers_, reinterpret_cast<std::uint8_t*>(to),
-                               [](std::int64_t v) { return static_cast<std::uint8_t>(v); });
+        copyAs<std::uint8_t>(integers_, to);
         break;
     case Storage::Int32:
-        std::ranges::transform(integers_, reinterpret_cast<std::int32_t*>(to),
-                               [](std::int64_t v) { return static_cast<std::int32_t>(v); });
+    case Storage::Scaled32:
+        copyAs<std::int32_t>(integers_, to);
         break;
     case Storage::Int64:
     case Storage::Scaled:
-        std::memcpy(to, integers_.data(), l.data);
+        std::memcpy(to, integers_.data(), layout_.data);
+        break;
+    case Storage::Days:
+        copyAs<std::int32_t>(doubles_, to);
         break;
     case Storage::Double:
     case Storage::Date:
-        std::memcpy(to, doubles_.data(), l.data);
+        std::memcpy(to, doubles_.data(), layout_.data);
         break;
-    case Storage::Text:
-    case Storage::Bytes:
-        std::memset(to, 0, 4);
-        std::memcpy(to + 4, ends_.data(), l.data - 4);
-        if (l.arena) std::memcpy(to + aligned(l.data, 8), arena_.data(), l.arena);
+    case Storage::Dictionary8:
+        copyAs<std::uint8_t>(numbers_, to);
+        break;
+    case Storage::Dictionary16:
+        std::memcpy(to, numbers_.data(), layout_.data);
         break;
     case Storage::Null:
+    case Storage::Text:
+    case Storage::Bytes:
     case Storage::Mixed:
         break;
     }
 }
 
+// Offsets and arena, of the rows or of the dictionary's entries.
+void SegmentBuilder::copyRuns(Segment& segment, std::byte* to) const {
+    const bool numbered = numbering_;
+    const auto& ends = numbered ? dictionary_.ends() : ends_;
+    const char* bytes = numbered ? dictionary_.bytes().data() : arena_.data();
+    std::memset(to, 0, 4);
+    std::memcpy(to + 4, ends.data(), layout_.ends - 4);
+    std::byte* arena = to + aligned(layout_.ends, 8);
+    if (layout_.arena) std::memcpy(arena, bytes, layout_.arena);
+    segment.ends = reinterpret_cast<const std::uint32_t*>(to);
+    segment.arena = reinterpret_cast<const char*>(arena);
+    segment.entries = numbered ? dictionary_.size() : 0;
+}
+
 Segment SegmentBuilder::finish(std::byte* slab) {
-    const Layout l = layout();
     Segment segment;
-    segment.storage = l.storage;
+    segment.storage = layout_.storage;
     segment.scale = scale_;
     segment.rows = rows_;
-    if (l.nulls) {
+    if (layout_.nulls) {
         copyNulls(slab);
         segment.nulls = reinterpret_cast<const std::uint64_t*>(slab);
     }
-    if (l.data) {
-        std::byte* data = slab + l.nulls;
-        copyData(l, data);
+    std::byte* data = slab + layout_.nulls;
+    if (layout_.data) {
+        copyData(data);
         segment.data = data;
-        segment.arena = reinterpret_cast<const char*>(data + aligned(l.data, 8));
     }
+    if (layout_.ends) copyRuns(segment, data + aligned(layout_.data, 8));
     exceptions_.shrink_to_fit();
     segment.exceptions = std::move(exceptions_);
+    startAfresh();
+    return segment;
+}
 
+void SegmentBuilder::startAfresh() {
     exceptions_ = {};
-    exceptionBytes_ = 0;
+    exceptionBytes_ = numberedBytes_ = 0;
     rows_ = nulls_ = 0;
     least_ = greatest_ = widest_ = 0;
+    wholeDays_ = true;
+    numbering_ = tryNumbering_;
     nullFlags_.clear();
     integers_.clear();
     doubles_.clear();
     ends_.clear();
     arena_.shrink(0);
-    return segment;
+    numbers_.clear();
+    dictionary_.clear();
 }
 
 } // namespace norvel::adodb

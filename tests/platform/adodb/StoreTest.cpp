@@ -75,27 +75,165 @@ TEST(Store, ItsDirectoryGrowsWithTheGroups) {
     EXPECT_EQ(store->rows(), row);
 }
 
+// A text that no other row has, of 0 to 29 bytes more than its number.
+std::string ownText(std::int64_t row) {
+    return std::to_string(row) + std::string(static_cast<std::size_t>(row % 30), 'a');
+}
+
 TEST(Store, MemoryIsExact) {
-    const auto store = storeOf({adInteger, adBoolean, adDate, adVarWChar});
+    const auto store = storeOf({adInteger, adBoolean, adDate, adDate, adNumeric, adVarWChar});
     GroupBuilder builder(store);
-    Batch batch(4);
+    Batch batch(6);
     std::size_t bytes = 0;
+    std::int64_t n = 0;
     for (int i = 0; i < 40; ++i) {
         fill(batch, [&](Batch& b, std::uint32_t row) {
-            const std::string text(row % 30, 'a');
+            const std::string text = ownText(n++);
             b.setInteger(0, row);
             b.setInteger(1, row % 2);
             b.setDate(2, row);
+            b.setDate(3, row + 0.25);
+            b.setReal(4, row + 0.25);
             bytes += text.size();
-            return b.setText(3, text.data(), text.size());
+            return b.setText(5, text.data(), text.size());
         });
         builder.take(batch);
     }
     builder.publish();
     const auto rows = static_cast<std::size_t>(store->rows());
-    const std::size_t expected = rows * (4 + 1 + 8 + 4) + bytes;
+    const std::size_t expected = rows * (4 + 1 + 4 + 8 + 4 + 4) + bytes;
     EXPECT_GE(store->bytes(), expected);
     EXPECT_LE(store->bytes(), expected + 1024 * store->groups());
+}
+
+// Rows of one text column, each text(row), through batches.
+template <class TextOf>
+std::shared_ptr<ColumnStore> textStore(std::int64_t rows, TextOf text) {
+    auto store = storeOf({adVarWChar});
+    GroupBuilder builder(store);
+    Batch batch(1);
+    for (std::int64_t n = 0; n < rows;) {
+        batch.reset(batch.capacityLimit());
+        bool more = true;
+        while (more && n < rows) {
+            const std::string value = text(n++);
+            EXPECT_TRUE(batch.setText(0, value.data(), value.size()));
+            more = batch.endRow();
+        }
+        builder.take(batch);
+    }
+    builder.publish();
+    return store;
+}
+
+template <class TextOf>
+void expectTexts(const ColumnStore& store, TextOf text) {
+    for (std::int64_t row = 0; row < store.rows(); ++row)
+        ASSERT_EQ(store.value(0, row).text(), text(row)) << row;
+}
+
+TEST(Store, TextsThatRepeatAreKeptOnce) {
+    for (const std::int64_t distinct : {1, 255, 256, 400, 1'000}) {
+        const auto text = [&](std::int64_t row) {
+            return "la città numero " + std::to_string(row * 7919 % distinct);
+        };
+        const auto store = textStore(150'000, text);
+        expectTexts(*store, text);
+        EXPECT_LT(store->bytes(), 150'000U * 10) << distinct;
+        const Storage expected = distinct <= 255 ? Storage::Dictionary8 : Storage::Dictionary16;
+        EXPECT_EQ(store->group(0).segment(0).storage, expected) << distinct;
+    }
+}
+
+TEST(Store, TextsThatHardlyRepeatAreKeptOneByOne) {
+    const auto store = textStore(150'000, ownText);
+    expectTexts(*store, ownText);
+    for (std::size_t group = 0; group < store->groups(); ++group)
+        EXPECT_EQ(store->group(group).segment(0).storage, Storage::Text);
+}
+
+TEST(Store, TextsThatStopRepeatingAreNotLost) {
+    // Few at first, then more than a dictionary holds.
+    const auto text = [](std::int64_t row) {
+        return row < 30'000 ? "testo ripetuto molte volte, sempre uguale " + std::to_string(row % 9)
+                            : "testo numero " + ownText(row);
+    };
+    expectTexts(*textStore(150'000, text), text);
+}
+
+TEST(Store, AFewShortTextsAreKeptAsTheyAre) {
+    const auto text = [](std::int64_t row) { return std::string(row % 2 ? "a" : ""); };
+    const auto store = textStore(5, text);
+    expectTexts(*store, text);
+    EXPECT_EQ(store->group(0).segment(0).storage, Storage::Text);
+}
+
+TEST(Store, RepeatedTextsThatAreNotUtf8AreRepaired) {
+    const auto raw = [](std::int64_t row) {
+        return std::string(row % 3 == 0 ? "perch\xE9 no, dice lui" : "perché no, dice lui");
+    };
+    const auto store = textStore(60'000, raw);
+    EXPECT_EQ(store->group(0).segment(0).storage, Storage::Dictionary8);
+    expectTexts(*store, [](std::int64_t) { return "perché no, dice lui"; });
+    // The same among texts that hardly repeat.
+    const auto rare = [](std::int64_t row) {
+        return (row % 1000 == 500 ? "citt\xE0 " : "città ") + std::to_string(row);
+    };
+    expectTexts(*textStore(30'000, rare),
+                [](std::int64_t row) { return "città " + std::to_string(row); });
+}
+
+TEST(Store, ADictionaryHoldsNullsEmptyTextsAndLongOnes) {
+    const auto store = storeOf({adVarWChar});
+    GroupBuilder builder(store);
+    Batch batch(1);
+    const std::string longText(20'000, 'x');
+    const std::string common = "un testo comune, e piuttosto lungo";
+    const std::uint32_t rows = fill(batch, [&](Batch& b, std::uint32_t row) {
+        if (row % 5 == 0) {
+            b.setNull(0);
+            return true;
+        }
+        if (row == 77) return b.setText(0, longText.data(), longText.size());
+        if (row == 78) {
+            b.setInteger(0, 78);
+            return true;
+        }
+        return b.setText(0, common.data(), row % 5 == 1 ? 0 : common.size());
+    });
+    builder.take(batch);
+    builder.publish();
+    ASSERT_EQ(store->group(0).segment(0).storage, Storage::Dictionary8);
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        const Variant value = store->value(0, row);
+        if (row % 5 == 0)
+            ASSERT_TRUE(value.isNull());
+        else if (row == 77)
+            ASSERT_EQ(value.text(), longText);
+        else if (row == 78)
+            ASSERT_EQ(value, Variant(std::int32_t{78}));
+        else
+            ASSERT_EQ(value.text(), row % 5 == 1 ? "" : common);
+    }
+}
+
+TEST(Store, ADictionaryTellsTextsApartThatDifferAnywhere) {
+    TextDictionary dictionary;
+    std::vector<std::string> texts;
+    texts.reserve(3'100);
+    for (int i = 0; i < 3'000; ++i)
+        texts.push_back(ownText(i));
+    for (std::size_t i = 0; i < 40; ++i)
+        texts.push_back(std::string(i, 'z') + "y" + std::string(40 - i, 'z'));
+    texts.emplace_back("a\0b", 3);
+    texts.emplace_back("a\0c", 3);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        ASSERT_EQ(dictionary.add(texts[i]), i + 1);
+    EXPECT_EQ(dictionary.add(""), 0U);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        ASSERT_EQ(dictionary.add(texts[i]), i + 1);
+        ASSERT_EQ(dictionary.text(static_cast<std::uint32_t>(i) + 1), texts[i]);
+    }
 }
 
 TEST(Store, AColumnOfNullsTakesNoMemory) {
@@ -111,6 +249,24 @@ TEST(Store, AColumnOfNullsTakesNoMemory) {
     EXPECT_EQ(store->bytes(), 0U);
     EXPECT_EQ(store->group(0).segment(0).storage, Storage::Null);
     EXPECT_TRUE(store->value(0, 7).isNull());
+}
+
+TEST(Store, DaysAndSmallDecimalsTakeFourBytes) {
+    const auto store = storeOf({adDate, adDate, adNumeric, adNumeric, adCurrency});
+    GroupBuilder builder(store);
+    builder.append({Date{40617}, Date{40617.5}, *Decimal::fromText("12.34"),
+                    *Decimal::fromText("123456789012.34"), Currency{-50'000}});
+    const RowGroup& group = store->group(0);
+    EXPECT_EQ(group.segment(0).storage, Storage::Days);
+    EXPECT_EQ(group.segment(1).storage, Storage::Date);
+    EXPECT_EQ(group.segment(2).storage, Storage::Scaled32);
+    EXPECT_EQ(group.segment(3).storage, Storage::Scaled);
+    EXPECT_EQ(group.segment(4).storage, Storage::Scaled32);
+    EXPECT_EQ(store->value(0, 0), Variant(Date{40617}));
+    EXPECT_EQ(store->value(1, 0), Variant(Date{40617.5}));
+    EXPECT_EQ(store->value(2, 0), Variant(*Decimal::fromText("12.34")));
+    EXPECT_EQ(store->value(3, 0), Variant(*Decimal::fromText("123456789012.34")));
+    EXPECT_EQ(store->value(4, 0), Variant(Currency{-50'000}));
 }
 
 TEST(Store, IntegersTakeFourBytesWhereTheyFit) {
