@@ -25,7 +25,9 @@ void ToolBar::Impl::listen() {
         bar.Refresh();
         event.Skip();
     });
-    bar.Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { setHover(spotAt(event.GetPosition())); });
+    const auto follow = [this](wxMouseEvent& event) { setHover(spotAt(event.GetPosition())); };
+    bar.Bind(wxEVT_MOTION, follow);
+    bar.Bind(wxEVT_ENTER_WINDOW, follow); // also when the window appears under a resting mouse
     bar.Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { setHover(std::nullopt); });
     bar.Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) { mouseDown(event.GetPosition()); });
     bar.Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) { mouseDown(event.GetPosition()); });

@@ -143,7 +143,9 @@ void Robot::separatePresses() {
     lastPressAt = place;
 }
 
+// In two moves, as a hand does: the first may only tell the window that the mouse came in.
 void Robot::moveTo(const wxWindow& window, wxPoint at) {
+    putMouse(window, at + wxPoint(1, 0));
     putMouse(window, at);
     pump();
 }
