@@ -116,18 +116,20 @@ void PangoTextPainter::SetFont(const wxFont& font, wxWindow& window) {
 }
 
 // The desktop's text resolution, which the toolkit applies and does not tell: found by comparing
-// the width of a text.
+// the width of a text, at a size where whole pixels hardly matter.
 void PangoTextPainter::calibrate(const wxFont& font, wxWindow& window) {
     constexpr double usual = 96.0;
-    pango_cairo_context_set_resolution(context_.get(), usual);
-    prepareFont();
-    const std::string sample(40, 'n');
+    wxFont large(font);
+    large.SetPointSize(200);
+    const std::string sample = "Hannover";
     int theirs = 0;
-    window.GetTextExtent(sample, &theirs, nullptr, nullptr, nullptr, &font);
+    window.GetTextExtent(sample, &theirs, nullptr, nullptr, nullptr, &large);
+    pango_cairo_context_set_resolution(context_.get(), usual);
+    layout_.reset(pango_layout_new(context_.get()));
+    pango_layout_set_font_description(layout_.get(), large.GetNativeFontInfo()->description);
     const int ours = layoutWidth(sample);
-    const double ratio = ours > 0 ? static_cast<double>(theirs) / ours : 1.0;
-    if (std::abs(ratio - 1.0) > 0.03)
-        pango_cairo_context_set_resolution(context_.get(), usual * ratio);
+    const double ratio = ours > 0 && theirs > 0 ? static_cast<double>(theirs) / ours : 1.0;
+    pango_cairo_context_set_resolution(context_.get(), std::round(usual * ratio));
 }
 
 void PangoTextPainter::prepareFont() {

@@ -187,7 +187,9 @@ class Grid::View : public controls::DataControl::Observer {
     std::shared_ptr<RowReader> reader_;
     bool readerStale_ = true;
     RowCache cache_;
-    std::vector<int> fieldOf_;         // the recordset's field of each column, -1: none
+    std::vector<int> fieldOf_; // the recordset's field of each column, -1: none
+    // The field names that fieldOf_ was looked up for.
+    std::vector<std::string> mappedNames_;
     std::vector<std::string> madeFor_; // the fields that the grid's own columns were made for
     bool widthsSampled_ = false;       // the own columns' widths were taken from rows
     std::string openError_;            // why there is no reader; shown in the rows' place

@@ -59,6 +59,8 @@ RowReader* Grid::View::Reader() {
         const bool sameRows = reader_ && old && old->SameFilter(*host);
         selection_.SetView(reader_, sameRows);
         if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
+        mappedNames_.clear();
+        fieldOf_.clear();
         remapColumns();
     } catch (const Errore& error) {
         giveUpReading(error);
@@ -71,7 +73,9 @@ void Grid::View::giveUpReading(const Errore& error) {
     openError_ = unreadable(error);
     reader_.reset();
     selection_.SetView(nullptr, false);
-    fieldOf_.assign(static_cast<std::size_t>(columns_.Count()), -1);
+    mappedNames_.clear();
+    fieldOf_.clear();
+    remapColumns();
 }
 
 // Everything that depends on which rows there are.
@@ -108,13 +112,19 @@ void Grid::View::makeColumns() {
     widthsSampled_ = reader_->Rows() > 0;
 }
 
+// Only what names another field than before is looked up, since a host may tell of a change for
+// each of a thousand columns.
 void Grid::View::remapColumns() {
-    fieldOf_.clear();
-    for (int i = 0; i < columns_.Count(); ++i) {
-        Column& column = columns_.Item(i);
-        const int field = reader_ ? reader_->FieldIndex(column.DataField) : -1;
-        fieldOf_.push_back(field);
-        if (field >= 0) column.DataType = Host().Fields()(field).Type();
+    const auto count = static_cast<std::size_t>(columns_.Count());
+    fieldOf_.resize(count, -1);
+    mappedNames_.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        Column& column = columns_.Item(static_cast<int>(i));
+        if (mappedNames_[i] != column.DataField) {
+            mappedNames_[i] = column.DataField;
+            fieldOf_[i] = reader_ ? reader_->FieldIndex(column.DataField) : -1;
+        }
+        if (fieldOf_[i] >= 0) column.DataType = reader_->FieldType(fieldOf_[i]);
     }
     const bool shownStill = currentColumn_ >= 0 && currentColumn_ < columns_.Count() &&
                             columns_.Item(currentColumn_).Visible;

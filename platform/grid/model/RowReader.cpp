@@ -37,8 +37,8 @@ RowReader::RowReader(Recordset& host)
     if (hasFilter(filter_)) clone_->SetFilter(filter_);
     Fields& fields = clone_->Fields();
     for (int i = 0; i < fields.Count(); ++i) {
-        fieldNames_.push_back(foldText(fields(i).Name()));
-        fieldNumbers_.emplace(fieldNames_.back(), i);
+        fieldTypes_.push_back(fields(i).Type());
+        fieldNumbers_.emplace(foldText(fields(i).Name()), i);
     }
 }
 

@@ -26,7 +26,10 @@ class NR_API RowReader : public RowIds {
 
     // The number of a field by its name (case-blind); -1 on a miss.
     int FieldIndex(std::string_view name) const;
-    int FieldCount() const { return static_cast<int>(fieldNames_.size()); }
+    int FieldCount() const { return static_cast<int>(fieldTypes_.size()); }
+    adodb::DataTypeEnum FieldType(int index) const {
+        return fieldTypes_[static_cast<std::size_t>(index)];
+    }
 
     // Brings the cells of the rows [first, first + count) and of the fields into the cache, as far
     // as they are not there and the rows exist.
@@ -45,8 +48,8 @@ class NR_API RowReader : public RowIds {
     adodb::RecordsetRef clone_;
     Variant filter_;
     std::string sort_;
-    std::vector<std::string> fieldNames_; // folded
-    std::unordered_map<std::string, int> fieldNumbers_;
+    std::vector<adodb::DataTypeEnum> fieldTypes_;
+    std::unordered_map<std::string, int> fieldNumbers_; // by folded name
     std::shared_ptr<RowIds> stable_;
 };
 

@@ -72,6 +72,7 @@ TEST(RowReader, FindsFieldsByNameWhateverTheCase) {
     EXPECT_EQ(reader.FieldIndex("RAGIONE_SOCIALE"), 1);
     EXPECT_EQ(reader.FieldIndex("manca"), -1);
     EXPECT_EQ(reader.FieldCount(), 9);
+    EXPECT_EQ(reader.FieldType(5), adDate);
 }
 
 TEST(RowReader, FindsARowByItsBookmarkAndNoneOutsideTheFilter) {
