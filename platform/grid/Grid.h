@@ -56,8 +56,10 @@ class NR_API Grid : public wxControl {
     grid::Columns& Columns();
     int SplitCount() const { return 1; }
     Split& SplitAt(int index); // Errore 9 on a bad index
-    // After properties of columns or splits were changed by code. Columns that were changed count
-    // as loaded from then on: they are kept when the recordset is replaced.
+    // After properties of columns or splits were changed by code. Columns that show other fields
+    // than those the grid made for itself count as loaded from then on: they stay when the
+    // recordset is replaced. The grid's own stay, with what was changed, for as long as the fields
+    // are the same.
     void Changed();
 
     // --- where things stand ---
