@@ -2,8 +2,7 @@
 // its name.
 #pragma once
 
-#include "NorvelRicercaCom.h" // made from NorvelRicerca.idl
-#include "platform/adodb/ado/Com.h"
+#include "component/com/Interfaccia.h"
 
 #include <string_view>
 

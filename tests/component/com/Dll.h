@@ -1,9 +1,8 @@
 // The DLL under test, loaded as a host's process loads it.
 #pragma once
 
-#include "NorvelRicercaCom.h"
 #include "component/com/Identificatori.h"
-#include "platform/adodb/ado/Com.h"
+#include "component/com/Interfaccia.h"
 
 #include <filesystem>
 #include <string>

@@ -65,8 +65,7 @@ Voce voceDi(ITypeInfo& tipo, UINT indice) {
     EXPECT_EQ(tipo.GetFuncDesc(indice, &funzione), S_OK);
     const bool scrive = funzione->cParams == 1;
     const ELEMDESC& elemento = scrive ? funzione->lprgelemdescParam[0] : funzione->elemdescFunc;
-    const Voce voce{nomeDi(tipo, funzione->memid), funzione->memid, funzione->invkind,
-                    elemento.tdesc.vt};
+    Voce voce{nomeDi(tipo, funzione->memid), funzione->memid, funzione->invkind, elemento.tdesc.vt};
     tipo.ReleaseFuncDesc(funzione);
     return voce;
 }
