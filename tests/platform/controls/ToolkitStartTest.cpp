@@ -104,4 +104,15 @@ TEST(ToolkitStart, InAGtkHostTheHostsWindowsTakeNoInputMeanwhileAndItsLoopGoesOn
               "after: sensitive\nhost loop: still running\n");
 }
 
+TEST(ToolkitStart, AHostThatRunsTheToolkitItselfKeepsItsApplicationItsLoopAndItsThread) {
+    const Outcome outcome = runCommand(std::string("timeout 60 ") + NR_TOOLKIT_WX_HOST + " 2>&1");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output,
+              "host enabled meanwhile: 0 \nshown: 1 \nown application kept: 1 \n"
+              "host enabled after: 1 \nanother thread: 0 La finestra di ricerca può essere aperta "
+              "solo dal thread delle finestre del programma\n"
+              "host ended its loop itself: 1 La finestra di ricerca può essere aperta solo dal "
+              "thread delle finestre del programma\n");
+}
+
 } // namespace norvel::tests
