@@ -48,7 +48,6 @@ bool SqliteRowSource::read(Batch& batch) {
     do {
         if (!std::exchange(pending_, false) && !step()) return false;
         if (!store(batch)) {
-            batch.abandonRow();
             pending_ = true;
             return true;
         }

@@ -30,22 +30,14 @@ void Batch::reset(std::uint32_t rowLimit, std::chrono::steady_clock::time_point 
     until_ = until;
     written_ = 0;
     taken = 0;
-    arenaUsed_ = arenaReady_ = 0;
-    longUsed_ = longReady_ = longBytes_ = 0;
+    arenaUsed_ = longBytes_ = 0;
     longs_.clear();
     wanted_.store(false, std::memory_order_relaxed);
     ready_.store(0, std::memory_order_relaxed);
 }
 
-void Batch::abandonRow() {
-    arenaUsed_ = arenaReady_;
-    longUsed_ = longReady_;
-    longs_.resize(longReady_);
-}
-
 bool Batch::setLong(std::size_t i, const char* data, std::size_t length, RawKind kind) {
     longs_.push_back(std::make_unique<std::string>(data, length));
-    longUsed_ = longs_.size();
     longBytes_ += length;
     kinds_[i] = kind;
     values_[i].longValue = longs_.back().get();

@@ -38,8 +38,8 @@ struct RawValue {
 
 // Small enough to stay in the processor's cache, used again and again, its memory fixed: the rows
 // that are ready may be read while the next one is written. The writer sets a row's values column
-// by column (none may be left out) and ends it with endRow(); where the arena has no room left it
-// abandons the row and offers it again to the next batch.
+// by column (none may be left out) and ends it with endRow(); where a set…() says that the row no
+// longer fits, the writer ends the batch there and offers the row again to the next one.
 class Batch {
   public:
     explicit Batch(int columns);
@@ -56,7 +56,7 @@ class Batch {
     }
     void setReal(int column, double value) { setDouble(column, value, RawKind::Real); }
     void setDate(int column, double days) { setDouble(column, days, RawKind::Date); }
-    // False where the row no longer fits: abandonRow() and end the batch.
+    // False where the row no longer fits.
     bool setText(int column, const char* text, std::size_t length) {
         return setRun(column, text, length, RawKind::Text, RawKind::LongText);
     }
@@ -64,12 +64,9 @@ class Batch {
         return setRun(column, static_cast<const char*>(bytes), length, RawKind::Bytes,
                       RawKind::LongBytes);
     }
-    void abandonRow();
     // Makes the row readable. False where the batch is to be handed over now: full, asked for, or
     // late.
     bool endRow() {
-        arenaReady_ = arenaUsed_;
-        longReady_ = longUsed_;
         ready_.store(++written_, std::memory_order_release);
         return written_ < capacity_ && longBytes_ < longLimit &&
                !wanted_.load(std::memory_order_relaxed) && !late();
@@ -131,9 +128,6 @@ class Batch {
     std::uint32_t capacity_;
     std::uint32_t written_ = 0;
     std::size_t arenaUsed_ = 0;
-    std::size_t arenaReady_ = 0;
-    std::size_t longUsed_ = 0;
-    std::size_t longReady_ = 0;
     std::size_t longBytes_ = 0;
     std::chrono::steady_clock::time_point until_;
     std::atomic<std::uint32_t> ready_{0};

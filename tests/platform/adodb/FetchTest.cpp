@@ -199,6 +199,21 @@ TEST_F(FetchTest, TheLastRowsOfABrokenFetchAreReadWhenNoMoreIsAsked) {
     EXPECT_EQ(error, oleFail) << "a walk in blocks that end at the last row is no short result";
 }
 
+TEST_F(FetchTest, AProvisionalEofTellsOfTheFailureThatFollowed) {
+    script->rows = many;
+    script->failAt = 50'000;
+    script->holdAt = 300;
+    const auto rs = openDouble(adAsyncFetchNonBlocking);
+    rs->Move(100'000);
+    EXPECT_TRUE(rs->EOF_());
+    EXPECT_EQ(errorOf([&] { rs->MoveNext(); }), 3021) << "still coming";
+    script->go();
+    rs->WaitFetch(10'000);
+    EXPECT_EQ(descriptionOf([&] { rs->MoveNext(); }), "linea interrotta");
+    rs->MovePrevious();
+    EXPECT_EQ(current(*rs), 49'999);
+}
+
 TEST_F(FetchTest, AWalkOverABrokenFetchEndsInItsError) {
     script->rows = 20'000;
     script->failAt = 9'000;
@@ -332,6 +347,15 @@ TEST_F(FetchTest, ProgressComesAtMostTwentyTimesASecond) {
     EXPECT_LE(static_cast<double>(log.lines.size()), most);
     EXPECT_GE(log.lines.size(), 3U);
     rs->Unsubscribe(&log);
+}
+
+TEST_F(FetchTest, ABusyOwnerFindsOnePieceOfNewsNotAHundred) {
+    script->rows = 60;
+    script->millisecondsPerRow = 6;
+    const auto rs = openDouble(adAsyncFetch);
+    rs->WaitFetch(10'000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(runOwnerQueue(), 1U);
 }
 
 TEST_F(FetchTest, FetchCompleteComesAlsoWhereTheFirstBlockWasAll) {

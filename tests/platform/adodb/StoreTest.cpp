@@ -25,10 +25,7 @@ std::uint32_t fill(Batch& batch, Fill fillRow) {
     batch.reset(batch.capacityLimit());
     std::uint32_t rows = 0;
     do {
-        if (!fillRow(batch, rows)) {
-            batch.abandonRow();
-            break;
-        }
+        if (!fillRow(batch, rows)) break;
         ++rows;
     } while (batch.endRow());
     return rows;
@@ -181,6 +178,19 @@ TEST(Store, RepeatedTextsThatAreNotUtf8AreRepaired) {
     };
     expectTexts(*textStore(30'000, rare),
                 [](std::int64_t row) { return "città " + std::to_string(row); });
+}
+
+TEST(Store, ACharacterSplitOverTwoTextsIsNoCharacter) {
+    const auto raw = [](std::int64_t row) {
+        if (row % 1000 == 500) return std::to_string(row) + "\xC3";
+        if (row % 1000 == 501) return "\xA9" + std::to_string(row);
+        return std::to_string(row);
+    };
+    expectTexts(*textStore(30'000, raw), [](std::int64_t row) {
+        if (row % 1000 == 500) return std::to_string(row) + "Ã";
+        if (row % 1000 == 501) return "©" + std::to_string(row);
+        return std::to_string(row);
+    });
 }
 
 TEST(Store, ADictionaryHoldsNullsEmptyTextsAndLongOnes) {
@@ -378,6 +388,61 @@ TEST(Store, DecimalsChangeScaleWithinAGroup) {
     for (std::size_t row = 0; row < 100; ++row)
         ASSERT_EQ(store->value(0, static_cast<std::int64_t>(row)).toDouble(),
                   numbers[row % numbers.size()]);
+}
+
+TEST(Store, ARaisedScaleCountsInTheWidth) {
+    const auto store = storeOf({adNumeric});
+    GroupBuilder builder(store);
+    Batch batch(1);
+    // Two decimals fit 32 bits, four do not.
+    const std::vector<double> numbers = {20'000'000.25, 0.0001};
+    fill(batch, [&](Batch& b, std::uint32_t row) {
+        if (row < 2) b.setReal(0, numbers[row]);
+        return row < 2;
+    });
+    builder.take(batch);
+    builder.publish();
+    EXPECT_EQ(store->value(0, 0), Variant(*Decimal::fromText("20000000.25")));
+    EXPECT_EQ(store->value(0, 1), Variant(*Decimal::fromText("0.0001")));
+}
+
+TEST(Store, NumbersWrittenAsTextsAreDecimalsWhereNothingIsLost) {
+    const auto store = storeOf({adNumeric});
+    GroupBuilder builder(store);
+    Batch batch(1);
+    const std::string texts[] = {"12.50", "-0.001", "0.1234567890123456789012345678901", "12,5"};
+    fill(batch, [&](Batch& b, std::uint32_t row) {
+        return row < 4 && b.setText(0, texts[row].data(), texts[row].size());
+    });
+    builder.take(batch);
+    builder.publish();
+    EXPECT_EQ(store->value(0, 0), Variant(*Decimal::fromText("12.5")));
+    EXPECT_EQ(store->value(0, 1), Variant(*Decimal::fromText("-0.001")));
+    EXPECT_EQ(store->value(0, 2), Variant(texts[2]));
+    EXPECT_EQ(store->value(0, 3), Variant("12,5"));
+}
+
+TEST(Store, AGroupStartsWithoutTheNullsOfTheOneBefore) {
+    const auto store = storeOf({adInteger, adVarWChar, adDate, adNumeric});
+    GroupBuilder builder(store);
+    Batch batch(4);
+    for (const std::uint32_t nullRow : {0U, 1U}) {
+        fill(batch, [&](Batch& b, std::uint32_t row) {
+            for (int column = 0; column < 4; ++column)
+                if (row == nullRow)
+                    b.setNull(column);
+                else
+                    b.setInteger(column, row);
+            return row < 2;
+        });
+        builder.take(batch);
+        builder.publish();
+    }
+    ASSERT_EQ(store->rows(), 4);
+    for (int column = 0; column < 4; ++column)
+        for (std::int64_t row = 0; row < 4; ++row)
+            EXPECT_EQ(store->value(column, row).isNull(), row == 0 || row == 3)
+                << column << ", " << row;
 }
 
 TEST(Store, IsoDatesAreReadStrictly) {
