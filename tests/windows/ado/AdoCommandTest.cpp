@@ -37,9 +37,9 @@ class AdoCommandTest : public testing::Test {
 };
 
 TEST_F(AdoCommandTest, OpenPassesItsArgumentsInAdosOrder) {
-    rows->Open("SELECT 1", "Provider=X", adOpenStatic, adLockOptimistic, adCmdText);
+    rows->Open("SELECT 1", "Provider=X", adOpenStatic, adLockReadOnly, adCmdText);
     EXPECT_EQ(last().arguments,
-              (std::vector<Variant>{"SELECT 1", "Provider=X", 3, 3, std::int32_t{adCmdText}}));
+              (std::vector<Variant>{"SELECT 1", "Provider=X", 3, 1, std::int32_t{adCmdText}}));
     rows->Open({}, {}, adOpenKeyset, adLockReadOnly);
     EXPECT_EQ(last().types, (std::vector<VARTYPE>{VT_ERROR, VT_ERROR, VT_I4, VT_I4, VT_I4}));
     EXPECT_EQ(last().argument(2), Variant(std::int32_t{adOpenKeyset}));
