@@ -18,8 +18,9 @@ namespace norvel::hosts {
 //   operatori     codiceutente TEXT, ricerchepers BOOLEAN
 //   ricerchepers  codiceoperatore TEXT, codicericerca TEXT, NomeVista TEXT, preferito BOOLEAN
 //
-// A customer takes about 136 bytes as CSV. righe: rows of clienti, 0 or more. Raises Errore 5 on a
-// negative number, and the database's own error (Italian text) where the file cannot be written.
+// A customer takes about 136 bytes as CSV with quotes around texts that have blanks. righe: rows of
+// clienti, 0 or more. Raises Errore 5 on a negative number, and the database's own error (Italian
+// text) where the file cannot be written.
 void creaDatiDemo(const std::filesystem::path& percorso, std::int64_t righe);
 
 } // namespace norvel::hosts
