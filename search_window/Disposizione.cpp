@@ -15,7 +15,8 @@ std::optional<Misura> misuraGriglia(Misura area, std::optional<double> barraVisi
 namespace {
 
 double meta(double differenza) {
-    return static_cast<double>(static_cast<long>(std::nearbyint(differenza)) / 2);
+    const long interi = static_cast<long>(std::nearbyint(differenza)) / 2;
+    return static_cast<double>(interi);
 }
 
 } // namespace

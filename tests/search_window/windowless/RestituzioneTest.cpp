@@ -37,7 +37,7 @@ class RestituzioneTest : public ::testing::Test {
     }
     void TearDown() override { impostaGestoreMessaggi(vecchio_); }
 
-    Scelta scelta(RecordsetRef rs) {
+    Scelta scelta(const RecordsetRef& rs) {
         Scelta s;
         s.recordset = rs;
         s.selezionate = [this] { return static_cast<RowCount>(selezione.size()); };
