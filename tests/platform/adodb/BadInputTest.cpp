@@ -156,7 +156,7 @@ TEST(BadInput, ALockedDatabaseSaysSoAfterAShortWhile) {
     const auto took = std::chrono::steady_clock::now() - start;
     sqlite3_close(other);
     EXPECT_TRUE(contains(text, "bloccato")) << text;
-    EXPECT_LT(took, std::chrono::seconds(4));
+    EXPECT_LT(took, std::chrono::seconds(60)) << "not for as long as the lock lasts";
     EXPECT_EQ(openFailure(connection, "SELECT * FROM t"), "") << "the lock is gone";
 }
 
