@@ -5,6 +5,7 @@
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/Toolkit.h"
+#include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
 #include "platform/runtime/Twips.h"
 #include "search_window/Disposizione.h"
@@ -67,7 +68,7 @@ void FrmRicerca::SetBarraBaseVisible(bool visible) {
 }
 
 void FrmRicerca::SetCaption(const std::string& caption) {
-    Finestra->SetTitle(wxString::FromUTF8(caption));
+    Finestra->SetTitle(controls::toWx(caption));
 }
 
 void FrmRicerca::SetHeight(float twips) {

@@ -46,7 +46,7 @@ bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
         else
             suDoppioClic();
     } catch (const Errore& errore) {
-        mostraMessaggio(messaggioAssistenza(errore));
+        mostraErroreModulo(errore);
     }
     return true;
 }

@@ -65,7 +65,7 @@ void restituisciRiga(VariabiliGlobali& sessione, const Scelta& scelta) {
         }
         scelta.scarica();
     } catch (const Errore& errore) {
-        mostraMessaggio(messaggioAssistenza(errore));
+        mostraErroreModulo(errore);
     }
 }
 

@@ -14,11 +14,6 @@ std::string testoSelezionati(adodb::RowCount record) {
     return "Selezionati " + std::to_string(record);
 }
 
-Messaggio messaggioAssistenza(const Errore& errore) {
-    return {"Errore nel modulo di ricerca, rivolgersi all'assistenza\r\n" + errore.descrizione(),
-            "TAMBORIN", BoxIcon::Information, BoxButtons::Ok};
-}
-
 Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
                            const std::string& titolo) {
     return {routine + "\r" + std::to_string(errore.numero()) + " - " + errore.descrizione(), titolo,

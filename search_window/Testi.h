@@ -16,8 +16,6 @@ std::string testoTotale(adodb::RowCount record);                          // "To
 std::string testoContatore(adodb::RowCount posizione, adodb::RowCount n); // "Record 3 di 120"
 std::string testoSelezionati(adodb::RowCount record);                     // "Selezionati 3"
 
-// The usual box: title "TAMBORIN", information icon, the description alone.
-Messaggio messaggioAssistenza(const Errore& errore);
 // A routine that names itself: critical icon, "<routine>", carriage return, number, " - ",
 // description.
 Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
