@@ -11,9 +11,18 @@
 #include <wx/frame.h>
 #include <wx/timer.h>
 
+#include <chrono>
+
 namespace norvel::search_window {
 
 using namespace adodb;
+
+namespace {
+
+constexpr auto intervalloConteggio =
+    std::chrono::milliseconds(100); // between two paints of the count
+
+} // namespace
 
 void FrmRicerca::suTimer1() {
     Timer1->Stop();
@@ -62,7 +71,15 @@ Scelta FrmRicerca::scelta() {
     parti.primaSelezionata = [this] { return Griglia->SelBookmarks().Item(0); };
     parti.togliPrima = [this] { Griglia->SelBookmarks().Remove(0); };
     parti.vaiA = [this](const Variant& bookmark) { Griglia->SetBookmark(bookmark); };
-    parti.stato = [this](const std::string& testo) { scriviStato(testo, Conteggio::Nessuno); };
+    // The walk over all rows handles no events: the count is painted by hand, now and then.
+    parti.stato = [this, dipinto = std::chrono::steady_clock::time_point()](
+                      const std::string& testo) mutable {
+        scriviStato(testo, Conteggio::Nessuno);
+        const auto ora = std::chrono::steady_clock::now();
+        if (ora - dipinto < intervalloConteggio) return;
+        StatusBar->Update();
+        dipinto = ora;
+    };
     parti.attendiRighe = [this] { return attendiRighe(); };
     parti.scarica = [this] { Scarica(ModoScarico::Codice); };
     return parti;
