@@ -77,7 +77,12 @@ class Run:
 
     def end(self):
         """Waits for the program's end; its exit status."""
-        return self.process.wait(timeout=WAIT)
+        try:
+            return self.process.wait(timeout=WAIT)
+        except subprocess.TimeoutExpired:
+            shown = "is still" if windows(CAPTION) else "is no longer"
+            raise AssertionError(f"{WAIT} s are over: the program has not ended, its window {shown} shown; "
+                                 f"{self.errors()}") from None
 
     def answer(self):
         """What stands on the standard output."""
