@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/adodb/store/ColumnInfo.h"
+#include "platform/adodb/store/DerivedData.h"
 #include "platform/adodb/store/RowGroup.h"
 
 #include <array>
@@ -41,6 +42,9 @@ class ColumnStore {
     Place find(std::int64_t row) const;
     Variant value(int column, std::int64_t row) const;
 
+    // What runs over the columns keep between them; it is no part of the rows' value.
+    DerivedData& derived() const { return derived_; }
+
     // Adds a group of one row or more behind the others. One thread at a time.
     void publish(std::unique_ptr<const RowGroup> group);
 
@@ -64,6 +68,7 @@ class ColumnStore {
     }
 
     std::vector<ColumnInfo> columns_;
+    mutable DerivedData derived_;
     std::array<std::unique_ptr<Slot[]>, chunkCount> chunks_;
     std::atomic<std::size_t> groups_{0};
     std::atomic<std::int64_t> rows_{0};
