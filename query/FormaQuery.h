@@ -1,0 +1,25 @@
+// What an operator types stays a value: the shape of a composed query is looked at before it runs.
+#pragma once
+
+#include "platform/runtime/Errore.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace norvel::query {
+
+// Puts a filter text into a query: neutral notation, what ElaboraQuery gets. Called more than once
+// and with other filter texts than the real one, so it must depend on nothing else.
+using ComponiQuery = std::function<std::string(const std::string& filtro)>;
+
+// The composed and rendered query, ready to run. It is compared, token by token and by the lexical
+// rules of the connection's database (backslashes escape in MySQL; of an unknown database every
+// rule set must agree), with the query that harmless values in the filter's quotes and hashes give.
+// Raises Errore where a value of the filter does not stand as the one literal that it was, or
+// anything else of the query depends on it; where the filter itself has what no criteria have; and
+// with ElaboraQuery's description where that failed (its box has been shown).
+std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
+                             const std::string& strConnessione);
+
+} // namespace norvel::query
