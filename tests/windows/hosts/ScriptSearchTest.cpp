@@ -169,6 +169,31 @@ TEST_P(ScriptSearch, BrowsingHandsNothingBackAndTheButtonChiudiLeavesTheOlderAns
     EXPECT_EQ(wrote, L"1\n");
 }
 
+// Which only a process that never set them shows: a text without a number would be an error.
+TEST_P(ScriptSearch, UnsetPlacementAndSizeAreTheScreensCornerAndTheDefaults) {
+    RECT seen{};
+    const std::wstring wrote = run({R"(
+        r.Caption = "Ricerca clienti"
+        Set r.Recordset = Clienti(3)
+        r.Ricerca
+        Mostra r.Width & " x " & r.Height & " [" & r.Top & r.Left & r.WindowsState & r.Risposta & "]")",
+                                    R"(
+        r.Caption = "Ricerca clienti";
+        r.Recordset = Clienti(3);
+        r.Ricerca();
+        Mostra(r.Width + " x " + r.Height + " [" + r.Top + r.Left + r.WindowsState + r.Risposta + "]");)"},
+                                   [&seen](Program& host) {
+                                       const Shown window = host.window(title);
+                                       GetWindowRect(window.handle(), &seen);
+                                       window.close();
+                                   });
+    EXPECT_EQ(wrote, L"11355 x 7000 []\n");
+    EXPECT_EQ(seen.left, 0);
+    EXPECT_EQ(seen.top, 0);
+    EXPECT_NEAR(seen.right, 757, 1);
+    EXPECT_NEAR(seen.bottom, 467, 1);
+}
+
 TEST_P(ScriptSearch, DoubleClickOnAnEmptyResultDoesNothing) {
     const std::wstring wrote = run({R"(
         Prepara Clienti(0)
