@@ -62,6 +62,8 @@ struct FiltroComposto {
 
 // At most so many alternatives (a group of conditions each) may a filter have.
 inline constexpr std::size_t massimoAlternative = 1000;
+// And so many conditions in all of them together.
+inline constexpr std::size_t massimoCondizioni = 10'000;
 
 // As componiFiltro for cells that hold several values separated by separatoreValori: a row is kept
 // where any value of each column matches.
@@ -73,7 +75,8 @@ inline constexpr std::size_t massimoAlternative = 1000;
 //   further alternatives: different from A, or null.
 // - [Tutti] among a column's values leaves the column without a condition; empty values, and text
 //   that is no date in a date column, are left out.
-// More than massimoAlternative groups: rifiuto says so. An error shows the usual box and gives "".
+// More than massimoAlternative groups, values that one field must differ from, or
+// massimoCondizioni: rifiuto says so, and nothing grows. An error shows the usual box and gives "".
 FiltroComposto componiFiltroMultiplo(const std::vector<ColonnaFiltro>& colonne,
                                      const TipoDiCampo& tipo, Confronto confronto);
 

@@ -1,0 +1,151 @@
+#include "query/FormaQuery.h"
+
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/provider/ConnectionString.h"
+#include "platform/runtime/Text.h"
+#include "platform/runtime/Utf8.h"
+#include "query/ElaboraQuery.h"
+#include "query/Lessico.h"
+#include "query/LessicoFiltro.h"
+#include "query/TestoSql.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace norvel::query {
+
+namespace {
+
+constexpr std::int64_t rifiutata = adodb::dbErrorsInCommand;
+
+Errore erroreForma() {
+    return {rifiutata, "Un valore del filtro cambierebbe la forma dell'interrogazione, che non "
+                       "viene eseguita."};
+}
+
+// A pair of harmless values: what differs between the queries that they give is where values stand.
+struct Innocui {
+    const char* testo;
+    const char* data;
+};
+constexpr Innocui primi = {"'nra'", "#01-02-2003#"};
+constexpr Innocui secondi = {"'nrb'", "#04-05-2006#"};
+
+using Pezzi = std::vector<PezzoFiltro>;
+
+std::string conValori(const Pezzi& pezzi, const Innocui& innocui) {
+    std::string filtro;
+    for (const PezzoFiltro& pezzo : pezzi) {
+        if (pezzo.genere == PezzoFiltro::Genere::Virgolette)
+            filtro += innocui.testo;
+        else if (pezzo.genere == PezzoFiltro::Genere::Cancelletti)
+            filtro += innocui.data;
+        else
+            filtro += pezzo.testo;
+    }
+    return filtro;
+}
+
+// The lexical rules by which the connection's database may read a query, and whether it may take a
+// backslash for an escape.
+struct Lettura {
+    std::vector<Regole> regole;
+    bool barre = false;
+};
+
+Lettura letturaDi(const std::string& strConnessione) {
+    const auto provider = adodb::ConnectionString(strConnessione).value("Provider");
+    if (provider && equalsText(*provider, "SQLite")) return {{Regole::Sqlite}};
+    switch (riconosciDialetto(strConnessione)) {
+    case Dialetto::Sql:
+        return {{Regole::SqlServer}};
+    case Dialetto::Access:
+        return {{Regole::Access}};
+    case Dialetto::MySql:
+        return {{Regole::MySql}, true};
+    default: // whose neutral notation neither SQL Server nor MySQL reads
+        return {{Regole::Access, Regole::Sqlite}, true};
+    }
+}
+
+// Characters that drivers which convert a statement to the machine's code page turn into a quote
+// or a backslash (Microsoft's best-fit tables of the Windows code pages): what stood inside a text
+// would end it.
+bool divieneVirgoletta(std::string_view testo) {
+    constexpr std::array<char32_t, 6> simili = {0x2B9, 0x2BC, 0x2C8, 0x2032, 0xFF07, 0xFF3C};
+    for (std::size_t at = 0; at < testo.size();) {
+        const CodePoint punto = decodeUtf8(testo, at);
+        if (punto.valid && std::find(simili.begin(), simili.end(), punto.value) != simili.end())
+            return true;
+        at += punto.length;
+    }
+    return false;
+}
+
+// Does the token say what the piece of the filter says? Wildcards change, nothing else may.
+bool valoreIntatto(const Simbolo& simbolo, const PezzoFiltro& pezzo, Regole regole, bool barre) {
+    const bool testo = simbolo.genere == GenereSimbolo::Testo && simbolo.testo.starts_with('\'');
+    if (pezzo.genere == PezzoFiltro::Genere::Cancelletti) // as it was, or rendered
+        return testo || (simbolo.genere == GenereSimbolo::Data && simbolo.testo == pezzo.testo);
+    if (!testo) return false;
+    if (barre && simbolo.testo.find('\\') != std::string_view::npos) return false;
+    if (regole != Regole::Sqlite && divieneVirgoletta(simbolo.testo)) return false;
+    return valoreDi(simbolo.testo) == sostituisci(valoreDi(pezzo.testo), "*", "%");
+}
+
+// The query and its two harmless siblings, rendered.
+struct Interrogazioni {
+    std::string vera, prima, seconda;
+};
+
+bool stessaForma(const Interrogazioni& query, const Pezzi& valori, Regole regole, bool barre) {
+    const auto veri = simboliDi(query.vera, regole);
+    const auto primi_ = simboliDi(query.prima, regole);
+    const auto secondi_ = simboliDi(query.seconda, regole);
+    if (veri.size() != primi_.size() || veri.size() != secondi_.size()) return false;
+    std::size_t visti = 0;
+    for (std::size_t i = 0; i < veri.size(); ++i) {
+        if (primi_[i] == secondi_[i]) {
+            if (veri[i] != primi_[i]) return false;
+            continue;
+        }
+        if (visti == valori.size() || veri[i].genere != primi_[i].genere) return false;
+        if (!valoreIntatto(veri[i], valori[visti], regole, barre)) return false;
+        ++visti;
+    }
+    return visti == valori.size();
+}
+
+std::string resa(const std::string& neutra, Dialetto dialetto) {
+    Variant query(neutra);
+    return rendiQuery(query, dialetto);
+}
+
+void verifica(const std::string& vera, const ComponiQuery& componi, const std::string& filtro,
+              const std::string& strConnessione) {
+    const auto pezzi = pezziDiFiltro(filtro);
+    if (!pezzi) throw erroreForma();
+    const Dialetto dialetto = riconosciDialetto(strConnessione);
+    const Interrogazioni query{vera, resa(componi(conValori(*pezzi, primi)), dialetto),
+                               resa(componi(conValori(*pezzi, secondi)), dialetto)};
+    Pezzi valori;
+    std::copy_if(pezzi->begin(), pezzi->end(), std::back_inserter(valori),
+                 [](const PezzoFiltro& p) { return p.genere != PezzoFiltro::Genere::Resto; });
+    const auto [regole, barre] = letturaDi(strConnessione);
+    for (const Regole insieme : regole)
+        if (!stessaForma(query, valori, insieme, barre)) throw erroreForma();
+}
+
+} // namespace
+
+std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
+                             const std::string& strConnessione) {
+    Variant neutra(componi(filtro));
+    const std::string vera = ElaboraQuery(neutra, strConnessione);
+    if (vera.empty()) throw Errore(rifiutata, "L'interrogazione non può essere composta.");
+    verifica(vera, componi, filtro, strConnessione);
+    return vera;
+}
+
+} // namespace norvel::query
