@@ -110,6 +110,24 @@ TEST_F(CppSearch, WindowsStateTwoFillsTheScreenAndTheSizeUnsetReadsBack) {
     EXPECT_EQ(taken(result, text), L"7000");
 }
 
+// "0" shows the toolbar and hides the status bar, which leaves 50 twips below the rows.
+TEST_F(CppSearch, ToolbarZeroShowsItAndStatusBarZeroHidesIt) {
+    ricerca_->put_Toolbar(Text(L"0"));
+    long below[2] = {};
+    for (const int bar : {0, 1}) {
+        ricerca_->put_StatusBar(Text(std::to_wstring(bar)));
+        EXPECT_EQ(search([&below, bar] {
+                      const Shown window = Shown::titled(caption);
+                      window.toolbar(); // throws where there is none
+                      below[bar] = window.spaceBelowRows();
+                      window.close();
+                  }),
+                  S_OK);
+    }
+    EXPECT_NEAR(below[0], 3, 1);
+    EXPECT_GT(below[1], 15);
+}
+
 TEST_F(CppSearch, HostsWindowRestsButItsTimersRunAndTheFocusComesBack) {
     const HostWindow host;
     SetFocus(host.handle());

@@ -169,6 +169,14 @@ HWND Shown::toolbar() const {
     return *found;
 }
 
+long Shown::spaceBelowRows() const {
+    RECT inside{};
+    GetClientRect(handle_, &inside);
+    POINT bottom{0, inside.bottom};
+    ClientToScreen(handle_, &bottom);
+    return bottom.y - placeOf(rows()).bottom;
+}
+
 HWND Shown::button(const std::wstring& caption) const {
     const auto all = parts(handle_);
     const auto found = std::ranges::find(all, caption, textOf);

@@ -31,6 +31,7 @@ class Shown {
     // The rows, the toolbar, a button by its caption: parts of the search window.
     HWND rows() const;
     HWND toolbar() const;
+    long spaceBelowRows() const; // in pixels, inside the window
     HWND button(const std::wstring& caption) const;
     // Clicks at a place of a part, in pixels from its corner.
     void click(HWND part, int x, int y, int times = 1) const;
