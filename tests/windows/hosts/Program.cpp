@@ -25,15 +25,14 @@ std::wstring commandLine(const std::vector<std::wstring>& command) {
     return line;
 }
 
-// Programs write in the code page of the console, cscript among them.
-std::wstring contents(const fs::path& path) {
+std::wstring contents(const fs::path& path, UINT codePage) {
     std::ostringstream bytes;
     bytes << std::ifstream(path, std::ios::binary).rdbuf();
     std::string text = bytes.str();
     std::erase(text, '\r');
     std::wstring wide(text.size(), L'\0');
     wide.resize(static_cast<std::size_t>(
-        MultiByteToWideChar(CP_OEMCP, 0, text.data(), static_cast<int>(text.size()), wide.data(),
+        MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), wide.data(),
                             static_cast<int>(wide.size()))));
     return wide;
 }
@@ -107,11 +106,11 @@ DWORD Program::end() {
     return status;
 }
 
-std::wstring Program::output() const {
-    return contents(output_);
+std::wstring Program::output(UINT codePage) const {
+    return contents(output_, codePage);
 }
-std::wstring Program::errors() const {
-    return contents(errors_);
+std::wstring Program::errors(UINT codePage) const {
+    return contents(errors_, codePage);
 }
 
 DWORD run(const std::vector<std::wstring>& command) {

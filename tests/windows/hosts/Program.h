@@ -26,9 +26,9 @@ class Program {
     Shown window(const std::wstring& title) const;
     // Waits for its end; the exit status.
     DWORD end();
-    // What it wrote, in the console's code page, without carriage returns.
-    std::wstring output() const;
-    std::wstring errors() const;
+    // What it wrote, without carriage returns. cscript writes in the console's code page.
+    std::wstring output(UINT codePage = CP_OEMCP) const;
+    std::wstring errors(UINT codePage = CP_OEMCP) const;
 
   private:
     bool ended() const;
