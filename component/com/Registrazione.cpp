@@ -58,8 +58,15 @@ constexpr std::array righe = {
     Riga{L"TypeLib\\%LIBRERIA%\\1.0\\0\\" SISTEMA, nullptr, L"%DLL%", false},
 };
 
-// Keys of the system, which stay when they are empty.
+// The machine's keys for everybody's classes, which stay when they are empty. A user has them only
+// with something below.
 constexpr std::array<std::wstring_view, 3> chiaviDelSistema = {L"CLSID", L"Interface", L"TypeLib"};
+
+bool restaVuota(HKEY radice, const std::wstring& chiave) {
+    return radice == HKEY_LOCAL_MACHINE &&
+           std::find(chiaviDelSistema.begin(), chiaviDelSistema.end(), chiave) !=
+               chiaviDelSistema.end();
+}
 
 std::wstring testoDi(const GUID& id) {
     std::array<wchar_t, 39> testo{};
@@ -120,9 +127,7 @@ bool vuota(HKEY radice, const std::wstring& chiave) {
 
 // The key, and those above it that are empty without it.
 void potaVuote(HKEY radice, std::wstring chiave) {
-    while (std::find(chiaviDelSistema.begin(), chiaviDelSistema.end(), chiave) ==
-               chiaviDelSistema.end() &&
-           vuota(radice, sottoClassi(chiave)) &&
+    while (!restaVuota(radice, chiave) && vuota(radice, sottoClassi(chiave)) &&
            RegDeleteKeyW(radice, sottoClassi(chiave).c_str()) == ERROR_SUCCESS) {
         const std::size_t fine = chiave.find_last_of(L'\\');
         if (fine == std::wstring::npos) return;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sddl.h>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,10 @@ class Registrazione : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        HKEY utente = nullptr; // which Windows gives every user
+        RegCreateKeyExW(HKEY_CURRENT_USER, classi, 0, nullptr, 0, KEY_READ, nullptr, &utente,
+                        nullptr);
+        RegCloseKey(utente);
         macchina_ = registro(HKEY_LOCAL_MACHINE);
         utente_ = registro(HKEY_CURRENT_USER);
     }
@@ -117,6 +122,115 @@ TEST_F(Registrazione, LeavesWhatOthersWroteBelowItsKeys) {
     RegCloseKey(chiave);
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, estranea);
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\NorvelRicerca.Ricerca");
+    EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
+}
+
+// --- without rights to the machine ---
+
+constexpr wchar_t chiaveNome[] = L"Software\\Classes\\NorvelRicerca.Ricerca";
+constexpr wchar_t chiaveServer[] =
+    L"Software\\Classes\\CLSID\\{466D9F72-EE4D-41CD-B43C-2B86055D530B}\\InprocServer32";
+
+// A key of the machine that everybody may read and nobody write (neither values nor keys) while
+// this lives. Removed at the end, with those above it that it made.
+class ChiaveNegata {
+  public:
+    explicit ChiaveNegata(const wchar_t* chiave) : chiave_(chiave) {
+        PSECURITY_DESCRIPTOR regole = nullptr;
+        HKEY aperta = nullptr;
+        EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+            L"D:(D;;0x6;;;WD)(A;;KA;;;WD)", SDDL_REVISION_1, &regole, nullptr));
+        EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, chiave, 0, nullptr, 0, KEY_ALL_ACCESS,
+                                  nullptr, &aperta, nullptr),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegSetKeySecurity(aperta, DACL_SECURITY_INFORMATION, regole), ERROR_SUCCESS);
+        RegCloseKey(aperta);
+        LocalFree(regole);
+    }
+    ~ChiaveNegata() {
+        for (std::wstring chiave = chiave_;
+             RegDeleteKeyW(HKEY_LOCAL_MACHINE, chiave.c_str()) == ERROR_SUCCESS;) {
+            chiave.resize(chiave.find_last_of(L'\\'));
+            if (chiave.ends_with(L"CLSID") || chiave.ends_with(L"Classes")) return;
+        }
+    }
+    ChiaveNegata(const ChiaveNegata&) = delete;
+    ChiaveNegata& operator=(const ChiaveNegata&) = delete;
+
+  private:
+    std::wstring chiave_;
+};
+
+// Windows shows the user's classes over the machine's; Wine has no such view, so the user's rows
+// stand beside the machine's for a while.
+class ClassiDelUtente {
+  public:
+    ClassiDelUtente() {
+        HKEY utente = nullptr;
+        HKEY macchina = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, classi, 0, KEY_READ, &utente), ERROR_SUCCESS);
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, classi, 0, KEY_ALL_ACCESS, &macchina),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegCopyTreeW(utente, nullptr, macchina), ERROR_SUCCESS);
+        RegCloseKey(utente);
+        RegCloseKey(macchina);
+    }
+};
+
+TEST_F(Registrazione, WithoutRightsToTheMachineItIsForTheUserAloneAndHostsFindIt) {
+    {
+        const ChiaveNegata negata(chiaveNome);
+        ASSERT_EQ(dll_.registra(), S_OK);
+    }
+    EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
+    const auto soloUtente = registro(HKEY_CURRENT_USER);
+    EXPECT_GT(soloUtente.size(), utente_.size());
+
+    const ClassiDelUtente viste;
+    ComPtr<_Ricerca> oggetto;
+    EXPECT_EQ(creaPerNome(oggetto), S_OK);
+    EXPECT_TRUE(oggetto);
+    ComPtr<ITypeLib> libreria;
+    EXPECT_EQ(LoadRegTypeLib(com::idLibreria, 1, 0, 0, libreria.put()), S_OK);
+
+    EXPECT_EQ(dll_.annulla(), S_OK);
+    EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
+    EXPECT_EQ(registro(HKEY_CURRENT_USER), utente_);
+}
+
+TEST_F(Registrazione, RightsThatEndHalfwayLeaveNothingWithTheMachine) {
+    {
+        const ChiaveNegata negata(chiaveServer);
+        const auto prima = registro(HKEY_LOCAL_MACHINE);
+        EXPECT_EQ(dll_.registra(), S_OK);
+        EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), prima);
+    }
+    EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
+    EXPECT_GT(registro(HKEY_CURRENT_USER).size(), utente_.size());
+    EXPECT_EQ(dll_.annulla(), S_OK);
+    EXPECT_EQ(registro(HKEY_CURRENT_USER), utente_);
+}
+
+// The user's rows would hide the machine's from that user, and with them every later upgrade.
+TEST_F(Registrazione, ForTheMachineTakesAwayAnEarlierOneForTheUser) {
+    {
+        const ChiaveNegata negata(chiaveNome);
+        ASSERT_EQ(dll_.registra(), S_OK);
+    }
+    ASSERT_EQ(dll_.registra(), S_OK);
+    EXPECT_EQ(registro(HKEY_CURRENT_USER), utente_);
+    EXPECT_GT(registro(HKEY_LOCAL_MACHINE).size(), macchina_.size());
+    EXPECT_EQ(dll_.annulla(), S_OK);
+    EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
+}
+
+TEST_F(Registrazione, TakingTheMachinesAwayWithoutRightsIsAnErrorThatSaysSo) {
+    ASSERT_EQ(dll_.registra(), S_OK);
+    {
+        const ChiaveNegata negata(chiaveServer);
+        EXPECT_EQ(dll_.annulla(), E_ACCESSDENIED);
+    }
+    dll_.annulla();
     EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), macchina_);
 }
 
