@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <optional>
 #include <vector>
 
 namespace norvel::query {
@@ -117,35 +119,45 @@ bool stessaForma(const Interrogazioni& query, const Pezzi& valori, Regole regole
     return visti == valori.size();
 }
 
-std::string resa(const std::string& neutra, Dialetto dialetto) {
-    Variant query(neutra);
-    return rendiQuery(query, dialetto);
+// nullopt where rendering fails.
+std::optional<std::string> resa(const std::string& neutra, Dialetto dialetto) {
+    try {
+        Variant query(neutra);
+        return rendiQuery(query, dialetto);
+    } catch (const Errore&) {
+        return std::nullopt;
+    }
 }
 
-void verifica(const std::string& vera, const ComponiQuery& componi, const std::string& filtro,
-              const std::string& strConnessione) {
-    const auto pezzi = pezziDiFiltro(filtro);
-    if (!pezzi) throw erroreForma();
-    const Dialetto dialetto = riconosciDialetto(strConnessione);
-    const Interrogazioni query{vera, resa(componi(conValori(*pezzi, primi)), dialetto),
-                               resa(componi(conValori(*pezzi, secondi)), dialetto)};
+Pezzi valoriTra(const Pezzi& pezzi) {
     Pezzi valori;
-    std::copy_if(pezzi->begin(), pezzi->end(), std::back_inserter(valori),
+    std::copy_if(pezzi.begin(), pezzi.end(), std::back_inserter(valori),
                  [](const PezzoFiltro& p) { return p.genere != PezzoFiltro::Genere::Resto; });
-    const auto [regole, barre] = letturaDi(strConnessione);
-    for (const Regole insieme : regole)
-        if (!stessaForma(query, valori, insieme, barre)) throw erroreForma();
+    return valori;
 }
 
 } // namespace
 
 std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
                              const std::string& strConnessione) {
-    Variant neutra(componi(filtro));
-    const std::string vera = ElaboraQuery(neutra, strConnessione);
-    if (vera.empty()) throw Errore(rifiutata, "L'interrogazione non può essere composta.");
-    verifica(vera, componi, filtro, strConnessione);
-    return vera;
+    const auto pezzi = pezziDiFiltro(filtro);
+    if (!pezzi) throw erroreForma();
+    const Dialetto dialetto = riconosciDialetto(strConnessione);
+    const auto prima = resa(componi(conValori(*pezzi, primi)), dialetto);
+    const auto seconda = resa(componi(conValori(*pezzi, secondi)), dialetto);
+    if (!prima || !seconda) { // no value's fault
+        Variant neutra(componi(filtro));
+        ElaboraQuery(neutra, strConnessione);
+        throw Errore(rifiutata, "L'interrogazione non può essere composta.");
+    }
+    const auto vera = resa(componi(filtro), dialetto);
+    if (!vera) throw erroreForma();
+
+    const Pezzi valori = valoriTra(*pezzi);
+    const auto [regole, barre] = letturaDi(strConnessione);
+    for (const Regole insieme : regole)
+        if (!stessaForma({*vera, *prima, *seconda}, valori, insieme, barre)) throw erroreForma();
+    return *vera;
 }
 
 } // namespace norvel::query

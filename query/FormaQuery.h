@@ -16,10 +16,12 @@ using ComponiQuery = std::function<std::string(const std::string& filtro)>;
 // The composed and rendered query, ready to run. It is compared, token by token and by the lexical
 // rules of the connection's database (backslashes escape in MySQL; where the database is unknown,
 // every rule set that reads the neutral notation must agree and no value may hold a backslash),
-// with the query that harmless values in the filter's quotes and hashes give. Raises Errore where a
-// value of the filter does not stand as the one literal that it was ("*" written as "%" aside), or
-// anything else of the query depends on it; where the filter itself has what no criteria have; and
-// with ElaboraQuery's description where that failed (its box has been shown).
+// with the query that harmless values in the filter's quotes and hashes give.
+//
+// Raises Errore where a value of the filter does not stand as the one literal that it was ("*"
+// written as "%" aside), or anything else of the query depends on it; and where the filter itself
+// has what no criteria have. Where the query around the filter cannot be rendered, ElaboraQuery
+// shows its box and Errore is raised.
 std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
                              const std::string& strConnessione);
 

@@ -70,6 +70,7 @@ std::optional<std::string> verificaCella(const ColonnaFiltro& cella, const TipoD
         if (!piuValori) return verificaValore(cella.valore, suo, confronto);
         for (const std::string_view valore : valoriDi(cella.valore)) {
             if (equalsText(valore, voceTutti)) return std::nullopt;
+            if (trimText(valore).empty()) continue;
             if (auto motivo = verificaValore(valore, suo, confronto)) return motivo;
         }
     } catch (const Errore& errore) {
