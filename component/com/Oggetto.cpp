@@ -65,7 +65,8 @@ STDMETHODIMP Oggetto::GetTypeInfo(UINT indice, LCID, ITypeInfo** tipo) {
 // by.
 STDMETHODIMP Oggetto::GetIDsOfNames(REFIID, LPOLESTR* nomi, UINT numero, LCID,
                                     DISPID* identificatori) {
-    if (nomi == nullptr || identificatori == nullptr || numero == 0) return E_POINTER;
+    if (nomi == nullptr || identificatori == nullptr || numero == 0 || nomi[0] == nullptr)
+        return E_POINTER;
     std::fill_n(identificatori, numero, DISPID_UNKNOWN);
     const Membro* membro = nullptr;
     const HRESULT esito = alBordo([&] { membro = trovaMembro(narrowText(nomi[0])); });
@@ -83,7 +84,9 @@ constexpr unsigned modiDiScrittura = modoLet | modoSet;
 // The codes by which a host's language tells its own mistakes from the component's failures.
 HRESULT controllaChiamata(const Membro* membro, unsigned modo, const DISPPARAMS* argomenti) {
     if (membro == nullptr || (membro->modi & modo) == 0) return DISP_E_MEMBERNOTFOUND;
-    if (argomenti == nullptr) return E_INVALIDARG;
+    if (argomenti == nullptr || (argomenti->cArgs != 0 && argomenti->rgvarg == nullptr) ||
+        (argomenti->cNamedArgs != 0 && argomenti->rgdispidNamedArgs == nullptr))
+        return E_INVALIDARG;
     const bool scrive = (modo & modiDiScrittura) != 0;
     if (argomenti->cArgs != (scrive ? 1U : 0U)) return DISP_E_BADPARAMCOUNT;
     if (argomenti->cNamedArgs > argomenti->cArgs ||

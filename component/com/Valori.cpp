@@ -28,8 +28,12 @@ OwnedVariant valorePredefinito(const DispatchObject& oggetto) {
     return valore;
 }
 
+// Also one in a variable of the host's that is passed by reference.
 bool eOggetto(const VARIANT& valore) {
-    return (V_VT(&valore) & ~VT_BYREF) == VT_DISPATCH;
+    const bool variabile =
+        V_VT(&valore) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(&valore) != nullptr;
+    const VARIANT& dentro = variabile ? *V_VARIANTREF(&valore) : valore;
+    return (V_VT(&dentro) & ~VT_BYREF) == VT_DISPATCH;
 }
 
 } // namespace

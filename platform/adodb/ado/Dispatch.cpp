@@ -11,6 +11,7 @@ namespace norvel::com {
 DispatchObject DispatchObject::in(const VARIANT& value) {
     const VARIANT* place = &value;
     if (V_VT(place) == (VT_BYREF | VT_VARIANT)) place = V_VARIANTREF(place);
+    if (place == nullptr) throw erroreTipoNonCorrispondente();
     IUnknown* object = nullptr;
     switch (V_VT(place)) {
     case VT_EMPTY:
@@ -22,6 +23,7 @@ DispatchObject DispatchObject::in(const VARIANT& value) {
         break;
     case VT_BYREF | VT_DISPATCH:
     case VT_BYREF | VT_UNKNOWN:
+        if (V_BYREF(place) == nullptr) throw erroreTipoNonCorrispondente();
         object = *V_UNKNOWNREF(place);
         break;
     default:

@@ -66,6 +66,16 @@ TEST(Modulo, StaysOnceTheSessionHoldsSomething) {
     EXPECT_EQ(GetModuleHandleW(dll.percorso().c_str()), modulo);
 }
 
+// The toolkit's threads, hooks and window classes point into the DLL, however far its start came.
+TEST(Modulo, StaysOnceTheWindowIsAskedFor) {
+    const Dll dll;
+    ComPtr<_Ricerca> oggetto = dll.crea();
+    ASSERT_TRUE(oggetto);
+    oggetto->abilitaCombo();
+    oggetto = {};
+    EXPECT_FALSE(dll.scaricabile());
+}
+
 TEST(Modulo, CarriesItsVersion) {
     const std::wstring percorso = percorsoDllDiProva().wstring();
     DWORD ignorato = 0;

@@ -140,6 +140,12 @@ TEST_F(Automazione, AnObjectStandsForItsDefaultValueWhereATextIsWanted) {
     OggettoDelHost campo(L"Value");
     EXPECT_EQ(invoca(0x68030003, DISPATCH_PROPERTYPUT, {riferimentoA(&campo)}, nullptr), S_OK);
     EXPECT_EQ(tardi_.text(L"CampoRicerca"), "42");
+    VARIANT variabile = riferimentoA(&campo);
+    VARIANT perRiferimento;
+    V_VT(&perRiferimento) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&perRiferimento) = &variabile;
+    EXPECT_EQ(invoca(0x6803000C, DISPATCH_PROPERTYPUT, {perRiferimento}, nullptr), S_OK);
+    EXPECT_EQ(tardi_.text(L"Caption"), "42");
     EXPECT_EQ(campo.riferimenti, 1U);
 }
 
