@@ -128,8 +128,8 @@ TEST_F(Registrazione, LeavesWhatOthersWroteBelowItsKeys) {
 // --- without rights to the machine ---
 
 constexpr wchar_t chiaveNome[] = L"Software\\Classes\\NorvelRicerca.Ricerca";
-constexpr wchar_t chiaveServer[] =
-    L"Software\\Classes\\CLSID\\{466D9F72-EE4D-41CD-B43C-2B86055D530B}\\InprocServer32";
+constexpr wchar_t chiaveInterfaccia[] =
+    L"Software\\Classes\\Interface\\{0D795A52-0972-42DC-B591-3C829ADC6A7B}";
 
 // A key of the machine that everybody may read and nobody write (neither values nor keys) while
 // this lives. Removed at the end, with those above it that it made.
@@ -151,7 +151,7 @@ class ChiaveNegata {
         for (std::wstring chiave = chiave_;
              RegDeleteKeyW(HKEY_LOCAL_MACHINE, chiave.c_str()) == ERROR_SUCCESS;) {
             chiave.resize(chiave.find_last_of(L'\\'));
-            if (chiave.ends_with(L"CLSID") || chiave.ends_with(L"Classes")) return;
+            if (chiave.ends_with(L"Interface") || chiave.ends_with(L"Classes")) return;
         }
     }
     ChiaveNegata(const ChiaveNegata&) = delete;
@@ -200,7 +200,7 @@ TEST_F(Registrazione, WithoutRightsToTheMachineItIsForTheUserAloneAndHostsFindIt
 
 TEST_F(Registrazione, RightsThatEndHalfwayLeaveNothingWithTheMachine) {
     {
-        const ChiaveNegata negata(chiaveServer);
+        const ChiaveNegata negata(chiaveInterfaccia);
         const auto prima = registro(HKEY_LOCAL_MACHINE);
         EXPECT_EQ(dll_.registra(), S_OK);
         EXPECT_EQ(registro(HKEY_LOCAL_MACHINE), prima);
@@ -227,7 +227,7 @@ TEST_F(Registrazione, ForTheMachineTakesAwayAnEarlierOneForTheUser) {
 TEST_F(Registrazione, TakingTheMachinesAwayWithoutRightsIsAnErrorThatSaysSo) {
     ASSERT_EQ(dll_.registra(), S_OK);
     {
-        const ChiaveNegata negata(chiaveServer);
+        const ChiaveNegata negata(chiaveInterfaccia);
         EXPECT_EQ(dll_.annulla(), E_ACCESSDENIED);
     }
     dll_.annulla();
