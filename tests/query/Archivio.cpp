@@ -68,6 +68,7 @@ std::string Archivio::righe(const std::string& sql) const {
     std::vector<std::string> tutte;
     for (; !recordset->EOF_(); recordset->MoveNext()) {
         std::vector<std::string> valori;
+        valori.reserve(static_cast<std::size_t>(recordset->Fields().Count()));
         for (int i = 0; i < recordset->Fields().Count(); ++i)
             valori.push_back(recordset->Fields()(i).Value().toDisplay());
         tutte.push_back(uniti(valori));
