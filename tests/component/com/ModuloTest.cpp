@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
 #include <vector>
 
 namespace norvel::tests {
@@ -74,6 +76,35 @@ TEST(Modulo, StaysOnceTheWindowIsAskedFor) {
     oggetto->abilitaCombo();
     oggetto = {};
     EXPECT_FALSE(dll.scaricabile());
+}
+
+// The names of the libraries that a loaded module was linked with.
+std::vector<std::string> importazioniDi(HMODULE modulo) {
+    const auto* base = reinterpret_cast<const char*>(modulo);
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* intestazione = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto& tabella = intestazione->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    const auto* riga =
+        reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + tabella.VirtualAddress);
+    std::vector<std::string> nomi;
+    for (; riga->Name != 0; ++riga) {
+        std::string nome = base + riga->Name;
+        CharLowerA(nome.data());
+        nomi.push_back(nome.substr(0, nome.find('.')));
+    }
+    return nomi;
+}
+
+TEST(Modulo, NeedsOnlyWhatWindowsBrings) {
+    const std::set<std::string> diWindows = {
+        "advapi32", "comctl32", "comdlg32", "gdi32",   "gdiplus", "imm32",    "kernel32", "msimg32",
+        "msvcrt",   "normaliz", "odbc32",   "ole32",   "oleacc",  "oleaut32", "rpcrt4",   "shell32",
+        "shlwapi",  "user32",   "uxtheme",  "version", "winmm",   "winspool"};
+    const Dll dll;
+    const auto importate = importazioniDi(GetModuleHandleW(dll.percorso().c_str()));
+    EXPECT_GT(importate.size(), 5U);
+    for (const std::string& nome : importate)
+        EXPECT_TRUE(diWindows.contains(nome)) << nome;
 }
 
 TEST(Modulo, CarriesItsVersion) {
