@@ -58,7 +58,7 @@ struct Lettura {
 
 Lettura letturaDi(const std::string& strConnessione) {
     const auto provider = adodb::ConnectionString(strConnessione).value("Provider");
-    if (provider && equalsText(*provider, "SQLite")) return {{Regole::Sqlite}};
+    if (provider && equalsText(trimText(*provider), "SQLite")) return {{Regole::Sqlite}};
     switch (riconosciDialetto(strConnessione)) {
     case Dialetto::Sql:
         return {{Regole::SqlServer}};

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* serveUnNumero = "Qui serve un solo numero, per esempio 12,5";
 constexpr const char* serveUnaData = "Qui serve una data, per esempio 15/03/2011";
-constexpr const char* jolly = "Il testo cercato non può contenere * o %";
+constexpr const char* jolly = "Con «contiene» il testo cercato non può avere * o %";
 
 // Why the recordset would refuse the condition of one value; nullopt where it would not.
 std::optional<std::string> verificaValore(std::string_view valore, adodb::DataTypeEnum tipo,

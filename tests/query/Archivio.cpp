@@ -49,6 +49,7 @@ void Archivio::aggiungi(const std::string& nome) const {
     sqlite3* db = nullptr;
     sqlite3_stmt* istruzione = nullptr;
     sqlite3_open(file_.string().c_str(), &db);
+    sqlite3_exec(db, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
     sqlite3_prepare_v2(db, "INSERT INTO clienti (nome) VALUES (?)", -1, &istruzione, nullptr);
     sqlite3_bind_text(istruzione, 1, nome.data(), static_cast<int>(nome.size()), SQLITE_TRANSIENT);
     const int fatto = sqlite3_step(istruzione);

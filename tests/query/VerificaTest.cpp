@@ -64,7 +64,8 @@ TEST(Verifica, ITokenVannoBeneInOgniColonna) {
 
 TEST(Verifica, IJollyNonStannoDentroUnTestoContenuto) {
     for (const char* valore : {"a*b", "%a", "a%b"})
-        EXPECT_EQ(verifica(valore, adodb::adVarWChar), "Il testo cercato non può contenere * o %");
+        EXPECT_EQ(verifica(valore, adodb::adVarWChar),
+                  "Con «contiene» il testo cercato non può avere * o %");
     EXPECT_EQ(verifica("a*b", adodb::adVarWChar, Confronto::Uguale), std::nullopt);
     EXPECT_EQ(verifica("a%b", adodb::adVarWChar, Confronto::Diverso), std::nullopt);
 }
