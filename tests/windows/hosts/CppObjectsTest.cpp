@@ -23,9 +23,7 @@ void letGoOfRows(_Ricerca& ricerca) {
 
 // A double-click chooses without waiting for the window to take Enter.
 void chooseSomeRow() {
-    const Shown window = Shown::titled(caption);
-    window.clickMiddle(window.rows(), 2);
-    window.waitClosed();
+    Shown::titled(caption).chooseByDoubleClick();
 }
 
 // The recordsets' server may go when no object of it is held: no recordset, clone, field,

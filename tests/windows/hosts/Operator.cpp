@@ -8,10 +8,11 @@ namespace norvel::tests {
 
 namespace {
 
-constexpr ULONGLONG patience = 60000;   // milliseconds that anything may take on a busy machine
-constexpr ULONGLONG untilReady = 600;   // and the search window takes Enter
-constexpr ULONGLONG untilAgain = 10000; // before a key that showed nothing is pressed once more
+constexpr ULONGLONG patience = 60000;  // milliseconds that anything may take on a busy machine
+constexpr ULONGLONG untilReady = 600;  // and the search window takes Enter
+constexpr ULONGLONG untilAgain = 5000; // before what showed nothing is done once more
 constexpr DWORD pause = 20;
+constexpr int looksAtRest = 3; // a window that has not moved between so many has found its place
 
 // A window that answers nobody has no text.
 std::wstring textOf(HWND window) {
@@ -112,6 +113,19 @@ void waitUntil(const std::string& what, const std::function<bool()>& condition) 
             throw std::runtime_error("a minute is over: " + what);
 }
 
+void repeatUntil(const std::string& what, const std::function<void()>& action,
+                 const std::function<bool()>& condition) {
+    ULONGLONG next = 0;
+    waitUntil(what, [&] {
+        if (condition()) return true;
+        if (GetTickCount64() >= next) {
+            action();
+            next = GetTickCount64() + untilAgain;
+        }
+        return false;
+    });
+}
+
 void press(WORD key, int times) {
     for (int i = 0; i < times; ++i)
         send({stroke(key, true), stroke(key, false)});
@@ -125,15 +139,23 @@ bool Shown::isThere(const std::wstring& title) {
     return visible(title) != nullptr;
 }
 
+// The window manager may place it after it was shown.
 Shown Shown::titled(const std::wstring& title, const std::function<void()>& ended) {
     HWND window = nullptr;
+    RECT before{};
+    int rests = 0;
     waitUntil("no window '" + narrow(title) + "' in front", [&] {
         window = visible(title);
         if (window == nullptr && ended) ended();
         if (window == nullptr || IsWindowEnabled(window) == 0) return false;
-        if (GetForegroundWindow() == window) return true;
-        SetForegroundWindow(window);
-        return false;
+        if (GetForegroundWindow() != window) {
+            SetForegroundWindow(window);
+            return false;
+        }
+        const RECT now = placeOf(window);
+        rests = EqualRect(&now, &before) != 0 ? rests + 1 : 0;
+        before = now;
+        return rests >= looksAtRest;
     });
     return Shown(window);
 }
@@ -201,16 +223,34 @@ void Shown::clickMiddle(HWND part, int times) const {
     click(part, (place.right - place.left) / 2, (place.bottom - place.top) / 2, times);
 }
 
+void Shown::endBy(const std::function<void()>& action) const {
+    repeatUntil("the window is still open", action, [this] { return !open(); });
+}
+
 void Shown::chooseByEnter() const {
-    ULONGLONG next = since_ + untilReady;
-    waitUntil("Enter chose nothing", [&] {
-        if (!open()) return true;
-        if (GetTickCount64() >= next) {
-            press(VK_RETURN);
-            next = GetTickCount64() + untilAgain;
-        }
-        return false;
-    });
+    waitUntil("the clock stands still", [this] { return GetTickCount64() >= since_ + untilReady; });
+    endBy([] { press(VK_RETURN); });
+}
+
+void Shown::doubleClickARow() const {
+    clickMiddle(rows(), 2);
+}
+
+void Shown::chooseByDoubleClick() const {
+    endBy([this] { doubleClickARow(); });
+}
+
+void Shown::clickApri() const {
+    click(toolbar(), 16, 16);
+}
+
+void Shown::leaveByButton() const {
+    endBy([this] { clickMiddle(button(L"Chiudi")); });
+}
+
+Shown Shown::boxAfter(const std::function<void()>& action, const std::wstring& title) {
+    repeatUntil("no box '" + narrow(title) + "'", action, [&] { return isThere(title); });
+    return titled(title);
 }
 
 void Shown::close() const {
@@ -232,8 +272,8 @@ void Shown::answer(int button) const {
     const auto numbered = std::ranges::find(buttons, button, GetDlgCtrlID);
     if (numbered == buttons.end() && buttons.size() != 1)
         throw std::runtime_error("the box has no button " + std::to_string(button));
-    clickMiddle(numbered == buttons.end() ? buttons.front() : *numbered);
-    waitClosed();
+    const HWND chosen = numbered == buttons.end() ? buttons.front() : *numbered;
+    endBy([&] { clickMiddle(chosen); });
 }
 
 } // namespace norvel::tests

@@ -12,6 +12,11 @@ namespace norvel::tests {
 // Looks at the condition until it is true.
 void waitUntil(const std::string& what, const std::function<bool()>& condition);
 
+// Does something until it has shown its effect: what an operator does whose click came while a
+// window moved.
+void repeatUntil(const std::string& what, const std::function<void()>& action,
+                 const std::function<bool()>& condition);
+
 // Presses keys by the system's own input: they go to the window in front.
 void press(WORD key, int times = 1);
 void pressHolding(WORD held, WORD key);
@@ -37,11 +42,18 @@ class Shown {
     void click(HWND part, int x, int y, int times = 1) const;
     void clickMiddle(HWND part, int times = 1) const;
 
-    // Waits until the window takes Enter (half a second after it was shown), presses it, and waits
-    // for the window's end.
+    // Ways out of the search window; each waits for its end. Enter counts half a second after the
+    // window was shown.
     void chooseByEnter() const;
-    // The close box, as the system hands its click to the window.
-    void close() const;
+    void chooseByDoubleClick() const; // the row in the middle
+    void leaveByButton() const;       // CmdChiudi
+    void close() const;               // the close box, as the system hands its click to the window
+    void endBy(const std::function<void()>& action) const;
+    // What may leave it open.
+    void doubleClickARow() const;
+    void clickApri() const; // the toolbar's first button
+    // The box that something brings up.
+    static Shown boxAfter(const std::function<void()>& action, const std::wstring& title);
 
     // The words and the buttons (IDOK, IDYES, IDNO) of a message box.
     std::wstring words() const;

@@ -51,9 +51,7 @@ TEST_P(ScriptSearch, DoubleClickHandsTheClickedRowBackAndTheCloseBoxNothing) {
         r.Ricerca();
         Mostra("[" + r.Risposta + "]");)"},
                                    [](Program& host) {
-                                       const Shown first = host.window(title);
-                                       first.clickMiddle(first.rows(), 2);
-                                       first.waitClosed();
+                                       host.window(title).chooseByDoubleClick();
                                        host.window(title).close();
                                    });
     EXPECT_EQ(wrote, L"riga scelta\n[]\n");
@@ -101,17 +99,14 @@ TEST_P(ScriptSearch, DoubleClickWithSeveralAllowedGivesTheOneRowAndABar) {
         r.SelezioneMultipla = true;
         r.Ricerca();
         if (r.Risposta === rs.Fields("codice").Value + "|") Mostra("una");)"},
-                                   [](Program& host) {
-                                       const Shown window = host.window(title);
-                                       window.clickMiddle(window.rows(), 2);
-                                       window.waitClosed();
-                                   });
+                                   [](Program& host) { host.window(title).chooseByDoubleClick(); });
     EXPECT_EQ(wrote, L"una\n");
 }
 
 // "Apri" with nothing selected asks; Yes takes every row, No none.
 TEST_P(ScriptSearch, NothingSelectedAsksWhetherAllAreMeant) {
-    const std::wstring wrote = run({R"(
+    const std::wstring wrote =
+        run({R"(
         Dim volta
         For volta = 1 To 2
             Prepara Clienti(4)
@@ -119,23 +114,22 @@ TEST_P(ScriptSearch, NothingSelectedAsksWhetherAllAreMeant) {
             r.Ricerca
             Mostra "[" & r.Risposta & "]"
         Next)",
-                                    R"(
+             R"(
         for (var volta = 1; volta <= 2; ++volta) {
             Prepara(Clienti(4));
             r.SelezioneMultipla = true;
             r.Ricerca();
             Mostra("[" + r.Risposta + "]");
         })"},
-                                   [](Program& host) {
-                                       for (const int button : {IDYES, IDNO}) {
-                                           const Shown window = host.window(title);
-                                           window.click(window.toolbar(), 16, 16);
-                                           const Shown box = host.window(L"Inserimento");
-                                           EXPECT_EQ(box.words(), L"Inserisco tutti i record?");
-                                           box.answer(button);
-                                           window.waitClosed();
-                                       }
-                                   });
+            [](Program& host) {
+                for (const int button : {IDYES, IDNO}) {
+                    const Shown window = host.window(title);
+                    const Shown box = Shown::boxAfter([&] { window.clickApri(); }, L"Inserimento");
+                    EXPECT_EQ(box.words(), L"Inserisco tutti i record?");
+                    box.answer(button);
+                    window.waitClosed();
+                }
+            });
     EXPECT_EQ(wrote, L"[1|2|3|4|]\n[]\n");
 }
 
@@ -159,12 +153,11 @@ TEST_P(ScriptSearch, BrowsingHandsNothingBackAndTheButtonChiudiLeavesTheOlderAns
                                    [](Program& host) {
                                        host.window(title).chooseByEnter();
                                        const Shown window = host.window(title);
-                                       window.clickMiddle(window.rows(), 2);
-                                       window.click(window.toolbar(), 16, 16); // Apri
+                                       window.doubleClickARow();
+                                       window.clickApri();
                                        press(VK_RETURN);
                                        EXPECT_TRUE(window.open());
-                                       window.clickMiddle(window.button(L"Chiudi"));
-                                       window.waitClosed();
+                                       window.leaveByButton();
                                    });
     EXPECT_EQ(wrote, L"1\n");
 }
@@ -205,7 +198,7 @@ TEST_P(ScriptSearch, DoubleClickOnAnEmptyResultDoesNothing) {
         Mostra("[" + r.Risposta + "]");)"},
                                    [](Program& host) {
                                        const Shown window = host.window(title);
-                                       window.clickMiddle(window.rows(), 2);
+                                       window.doubleClickARow();
                                        window.click(window.rows(), 60, 30, 2);
                                        EXPECT_TRUE(window.open());
                                        window.close();
@@ -244,8 +237,8 @@ TEST_P(ScriptSearch, FailuresAreBoxesAndNoErrorsOfTheScript) {
                 EXPECT_EQ(noNumber.words(), failed + L"13 - Tipo non corrispondente");
                 noNumber.answer(IDOK);
                 const Shown window = host.window(title);
-                window.clickMiddle(window.rows(), 2);
-                const Shown noField = host.window(L"TAMBORIN");
+                const Shown noField =
+                    Shown::boxAfter([&] { window.doubleClickARow(); }, L"TAMBORIN");
                 EXPECT_EQ(noField.words().find(L"Errore nel modulo di ricerca, rivolgersi "
                                                L"all'assistenza\n"),
                           0U);
