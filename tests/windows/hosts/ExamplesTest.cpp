@@ -93,7 +93,7 @@ TEST_P(Examples, PrintTheValueOfTheRowChosen) {
 
 TEST_P(Examples, PrintNothingWhenTheWindowIsClosed) {
     const Ended ended =
-        run({connection(), L"persone"}, [](Program& host) { host.window(title).close(); });
+        run({connection(), L"persone"}, [](Program& host) { host.window(title).closeByKeys(); });
     EXPECT_EQ(ended, (Ended{1, L"", L""}));
 }
 

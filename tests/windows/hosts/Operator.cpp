@@ -253,9 +253,13 @@ Shown Shown::boxAfter(const std::function<void()>& action, const std::wstring& t
     return titled(title);
 }
 
+// A window that a box has just left takes input again a moment later.
 void Shown::close() const {
-    PostMessageW(handle_, WM_SYSCOMMAND, SC_CLOSE, 0);
-    waitClosed();
+    endBy([this] { PostMessageW(handle_, WM_SYSCOMMAND, SC_CLOSE, 0); });
+}
+
+void Shown::closeByKeys() const {
+    endBy([] { pressHolding(VK_MENU, VK_F4); });
 }
 
 std::wstring Shown::words() const {

@@ -48,6 +48,7 @@ class Shown {
     void chooseByDoubleClick() const; // the row in the middle
     void leaveByButton() const;       // CmdChiudi
     void close() const;               // the close box, as the system hands its click to the window
+    void closeByKeys() const;         // Alt+F4
     void endBy(const std::function<void()>& action) const;
     // What may leave it open.
     void doubleClickARow() const;

@@ -206,6 +206,37 @@ TEST_P(ScriptSearch, DoubleClickOnAnEmptyResultDoesNothing) {
     EXPECT_EQ(wrote, L"[]\n");
 }
 
+TEST_P(ScriptSearch, AChosenNullIsAnErrorWhereItIsReadAndAnAbortedSearchLeavesTheOlderAnswer) {
+    const std::wstring wrote = run({R"(
+        Prepara Apri("SELECT 7 AS codice, NULL AS vuoto")
+        r.Ricerca
+        r.Width = "larga"
+        r.Ricerca
+        Mostra r.Risposta
+        r.Width = 0
+        r.CampoRicerca = "vuoto"
+        r.Ricerca
+        Dim letto
+        On Error Resume Next
+        letto = r.Risposta: Tenta "leggere Null")",
+                                    R"(
+        Prepara(Apri("SELECT 7 AS codice, NULL AS vuoto"));
+        r.Ricerca();
+        r.Width = "larga";
+        r.Ricerca();
+        Mostra(r.Risposta);
+        r.Width = 0;
+        r.CampoRicerca = "vuoto";
+        r.Ricerca();
+        Tenta("leggere Null", function () { return r.Risposta; });)"},
+                                   [](Program& host) {
+                                       host.window(title).chooseByEnter();
+                                       host.window(L"NorvelRicerca").answer(IDOK);
+                                       host.window(title).chooseByEnter();
+                                   });
+    EXPECT_EQ(wrote, L"7\nleggere Null: 94\n");
+}
+
 // What goes wrong in a search is told to the operator and not to the script.
 TEST_P(ScriptSearch, FailuresAreBoxesAndNoErrorsOfTheScript) {
     const std::wstring wrote =
