@@ -275,6 +275,15 @@ TEST(Forma, UnValoreCheLaResaNonSopportaNonMostraMessaggi) {
     EXPECT_TRUE(messaggi.visti.empty());
 }
 
+TEST(Forma, UnCompositoreCheLasciaFuoriUnValoreOLoScriveDueVolteSiRifiuta) {
+    for (const ComponiQuery& componi :
+         {ComponiQuery([](const std::string&) { return "SELECT nome FROM clienti"s; }),
+          ComponiQuery([](const std::string& f) { return "SELECT 1 WHERE " + f + " AND " + f; })}) {
+        EXPECT_THROW(queryControllata(componi, "nome = 'Anna'", "gest.mdb"), Errore);
+        EXPECT_NO_THROW(queryControllata(componi, "prezzo=1", "gest.mdb"));
+    }
+}
+
 TEST(Forma, OgniCompositoreCheMetteUnFiltroInUnaQueryPuoFarlaControllare) {
     const Archivio archivio;
     const ComponiQuery esporta = [](const std::string& filtro) {
