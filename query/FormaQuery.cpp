@@ -50,20 +50,31 @@ std::string conValori(const Pezzi& pezzi, const Innocui& innocui) {
 }
 
 // The lexical rules by which the connection's database may read a query, and whether it may take a
-// backslash for an escape.
+// backslash for an escape: every database may that is not known by its provider or driver.
 struct Lettura {
     std::vector<Regole> regole;
     bool barre = false;
 };
 
+constexpr std::array<std::string_view, 4> nomiSqlServer = {"SQLOLEDB", "SQLNCLI", "MSOLEDBSQL",
+                                                           "SQL Server"};
+constexpr std::array<std::string_view, 3> nomiAccess = {"Jet.OLEDB", "ACE.OLEDB",
+                                                        "Microsoft Access"};
+
 Lettura letturaDi(const std::string& strConnessione) {
-    const auto provider = adodb::ConnectionString(strConnessione).value("Provider");
-    if (provider && equalsText(trimText(*provider), "SQLite")) return {{Regole::Sqlite}};
+    const adodb::ConnectionString connessione(strConnessione);
+    const std::string provider = trimText(connessione.value("Provider").value_or(""));
+    if (equalsText(provider, "SQLite")) return {{Regole::Sqlite}};
+    const std::string chi = provider + "\n" + connessione.value("Driver").value_or("");
+    const auto nominato = [&chi](const auto& nomi) {
+        return std::any_of(nomi.begin(), nomi.end(),
+                           [&chi](std::string_view nome) { return contiene(chi, nome); });
+    };
     switch (riconosciDialetto(strConnessione)) {
     case Dialetto::Sql:
-        return {{Regole::SqlServer}};
+        return {{Regole::SqlServer}, !nominato(nomiSqlServer)};
     case Dialetto::Access:
-        return {{Regole::Access}};
+        return {{Regole::Access}, !nominato(nomiAccess)};
     case Dialetto::MySql:
         return {{Regole::MySql}, true};
     default: // whose neutral notation neither SQL Server nor MySQL reads

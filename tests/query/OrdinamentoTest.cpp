@@ -87,6 +87,7 @@ TEST(Ordinamento, IlSecondoClicSuUnAltraColonnaOrdinaDecrescente) {
     EXPECT_EQ(griglia.colonne[2].immagine, "C:\\gest\\parametri\\SortDown.bmp");
     EXPECT_EQ(griglia.colonne[2].posizione, 1);
     EXPECT_EQ(griglia.colonne[0].posizione, 7);
+    EXPECT_EQ(griglia.colonne[1].posizione, 0); // it never showed the picture
 }
 
 TEST(Ordinamento, DueClicSullaStessaColonnaAlternano) {
