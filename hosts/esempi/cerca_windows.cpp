@@ -10,6 +10,7 @@
 #include <clocale>
 #include <comdef.h>
 #include <cstdio>
+#include <string>
 #include <vector>
 #ifdef _MSC_VER
 #import "NorvelRicerca.dll" no_namespace raw_interfaces_only
@@ -33,8 +34,19 @@ using Object = Counted<IDispatch>;
 
 struct Failure {
     HRESULT code;
-    _bstr_t text;
+    std::wstring text;
 };
+
+_bstr_t bstr(const std::wstring& text) {
+    return _bstr_t(text.c_str());
+}
+
+// A text that a call handed out.
+std::wstring taken(BSTR text) {
+    std::wstring out(text != nullptr ? text : L"", SysStringLen(text));
+    SysFreeString(text);
+    return out;
+}
 
 void check(HRESULT code) {
     if (FAILED(code)) throw Failure{code, _com_error(code).ErrorMessage()};
@@ -56,8 +68,10 @@ _variant_t invoke(IDispatch* object, const wchar_t* name, WORD kind,
     EXCEPINFO exception{};
     const HRESULT code = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                                         &result, &exception, nullptr);
-    if (code == DISP_E_EXCEPTION)
-        throw Failure{exception.scode, _bstr_t(exception.bstrDescription, false)};
+    taken(exception.bstrSource);
+    taken(exception.bstrHelpFile);
+    const std::wstring said = taken(exception.bstrDescription);
+    if (code == DISP_E_EXCEPTION) throw Failure{exception.scode, said};
     check(code);
     return result;
 }
@@ -90,17 +104,18 @@ Object noRows(const std::vector<const wchar_t*>& fields) {
 
 // --- the search, by its interface ---
 
-_bstr_t search(const wchar_t* connection, const _bstr_t& table, const _bstr_t& field) {
-    const _bstr_t query = L"SELECT * FROM " + table;
+std::wstring search(const wchar_t* connection, const std::wstring& table,
+                    const std::wstring& field) {
+    const _bstr_t query = bstr(L"SELECT * FROM " + table);
     const Object rows = openRows(query, connection);
 
     Counted<_Ricerca> ricerca;
     check(ricerca.CreateInstance(__uuidof(Ricerca)));
-    check(ricerca->put_Caption(L"Ricerca in " + table));
-    check(ricerca->put_WindowsState(_bstr_t(L"1"))); // centred
-    check(ricerca->put_StatusBar(_bstr_t(L"1")));
-    check(ricerca->put_FilterBar(_bstr_t(L"1")));
-    check(ricerca->put_CampoRicerca(field)); // what is handed back
+    check(ricerca->put_Caption(bstr(L"Ricerca in " + table)));
+    check(ricerca->put_WindowsState(bstr(L"1"))); // centred
+    check(ricerca->put_StatusBar(bstr(L"1")));
+    check(ricerca->put_FilterBar(bstr(L"1")));
+    check(ricerca->put_CampoRicerca(bstr(field))); // what is handed back
     check(ricerca->put_QueryBase(query));
     check(ricerca->putref_Recordset(rows));
     check(ricerca->putref_RecordsetOperatori(
@@ -112,22 +127,22 @@ _bstr_t search(const wchar_t* connection, const _bstr_t& table, const _bstr_t& f
 
     BSTR answer = nullptr;
     check(ricerca->get_Risposta(&answer));
+    std::wstring chosen = taken(answer);
     check(ricerca->putref_Recordset(nullptr)); // the session would keep it
     invoke(rows, L"Close", DISPATCH_METHOD);
-    return {answer, false};
+    return chosen;
 }
 
 int run(int argc, wchar_t** argv) {
     try {
-        const _bstr_t answer =
+        const std::wstring answer =
             search(argv[1], argc > 2 ? argv[2] : L"clienti", argc > 3 ? argv[3] : L"codice");
-        if (answer.length() == 0) return 1;
-        std::printf("%ls\n", static_cast<const wchar_t*>(answer));
+        if (answer.empty()) return 1;
+        std::printf("%ls\n", answer.c_str());
         return 0;
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%ls: 0x%08lX - %ls\n", argv[0],
-                     static_cast<unsigned long>(failure.code),
-                     static_cast<const wchar_t*>(failure.text));
+                     static_cast<unsigned long>(failure.code), failure.text.c_str());
         return 2;
     }
 }

@@ -130,8 +130,8 @@ HostWindow::~HostWindow() {
 }
 
 LRESULT CALLBACK HostWindow::onMessage(HWND window, UINT message, WPARAM w, LPARAM l) {
-    auto* self = reinterpret_cast<HostWindow*>(
-        GetWindowLongPtrW(window, GWLP_USERDATA)); // NOLINT(performance-no-int-to-ptr)
+    const LONG_PTR kept = GetWindowLongPtrW(window, GWLP_USERDATA);
+    auto* self = reinterpret_cast<HostWindow*>(kept); // NOLINT(performance-no-int-to-ptr)
     if (message != WM_TIMER || self == nullptr) return DefWindowProcW(window, message, w, l);
     ++self->ticks_;
     if (self->tick_) self->tick_();

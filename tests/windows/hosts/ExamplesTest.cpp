@@ -71,7 +71,8 @@ class Examples : public testing::TestWithParam<Example> {
         ASSERT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                                    reinterpret_cast<void**>(made.put())),
                   S_OK);
-        std::ofstream(database_, std::ios::app); // the provider opens what is there
+        std::ofstream file(database_, std::ios::app); // the provider opens what is there
+        file.close();
         const com::DispatchObject opened(std::move(made));
         opened.call(L"Open", {com::textArgument(narrowText(connection()))});
         opened.call(L"Execute", {com::textArgument(sql)});
