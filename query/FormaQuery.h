@@ -14,9 +14,10 @@ namespace norvel::query {
 using ComponiQuery = std::function<std::string(const std::string& filtro)>;
 
 // The composed and rendered query, ready to run. It is compared, token by token and by the lexical
-// rules of the connection's database (backslashes escape in MySQL; where the database is unknown,
-// every rule set that reads the neutral notation must agree and no value may hold a backslash),
-// with the query that harmless values in the filter's quotes and hashes give.
+// rules of the connection's database (backslashes escape in MySQL, and may wherever neither
+// provider nor driver tells the database: then no value may hold one; of a database of no known
+// dialect every rule set that reads the neutral notation must agree), with the query that harmless
+// values in the filter's quotes and hashes give.
 //
 // Raises Errore where a value of the filter does not stand as the one literal that it was ("*"
 // written as "%" aside), or anything else of the query depends on it; and where the filter itself
