@@ -114,16 +114,16 @@ struct Interrogazioni {
 
 bool stessaForma(const Interrogazioni& query, const Pezzi& valori, Regole regole, bool barre) {
     const auto veri = simboliDi(query.vera, regole);
-    const auto primi_ = simboliDi(query.prima, regole);
-    const auto secondi_ = simboliDi(query.seconda, regole);
-    if (veri.size() != primi_.size() || veri.size() != secondi_.size()) return false;
+    const auto conPrimi = simboliDi(query.prima, regole);
+    const auto conSecondi = simboliDi(query.seconda, regole);
+    if (veri.size() != conPrimi.size() || veri.size() != conSecondi.size()) return false;
     std::size_t visti = 0;
     for (std::size_t i = 0; i < veri.size(); ++i) {
-        if (primi_[i] == secondi_[i]) {
-            if (veri[i] != primi_[i]) return false;
+        if (conPrimi[i] == conSecondi[i]) {
+            if (veri[i] != conPrimi[i]) return false;
             continue;
         }
-        if (visti == valori.size() || veri[i].genere != primi_[i].genere) return false;
+        if (visti == valori.size() || veri[i].genere != conPrimi[i].genere) return false;
         if (!valoreIntatto(veri[i], valori[visti], regole, barre)) return false;
         ++visti;
     }
