@@ -37,11 +37,13 @@ struct Search {
     HWND found = nullptr;
 };
 
+// Only windows that are shown are asked: a hidden one's thread may be waiting for this one.
 BOOL CALLBACK compareTitle(HWND window, LPARAM pointer) {
     auto& search = *reinterpret_cast<Search*>(pointer); // NOLINT(performance-no-int-to-ptr)
+    if (IsWindowVisible(window) == 0) return TRUE;
     std::wstring text(256, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), 256)));
-    if (IsWindowVisible(window) == 0 || text != search.title) return TRUE;
+    if (text != search.title) return TRUE;
     search.found = window;
     return FALSE;
 }
