@@ -49,6 +49,12 @@ class Registrazione : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        if (macchina_.empty()) leggiRegistro();
+    }
+    void TearDown() override { CoUninitialize(); }
+
+    // Once: every test leaves the registry as it was. Reading all of it takes a while.
+    static void leggiRegistro() {
         HKEY utente = nullptr; // which Windows gives every user
         RegCreateKeyExW(HKEY_CURRENT_USER, classi, 0, nullptr, 0, KEY_READ, nullptr, &utente,
                         nullptr);
@@ -56,7 +62,6 @@ class Registrazione : public testing::Test {
         macchina_ = registro(HKEY_LOCAL_MACHINE);
         utente_ = registro(HKEY_CURRENT_USER);
     }
-    void TearDown() override { CoUninitialize(); }
 
     static HRESULT creaPerNome(ComPtr<_Ricerca>& oggetto) {
         CLSID classe{};
@@ -67,8 +72,8 @@ class Registrazione : public testing::Test {
     }
 
     Dll dll_;
-    std::vector<std::wstring> macchina_; // before
-    std::vector<std::wstring> utente_;
+    static inline std::vector<std::wstring> macchina_; // before
+    static inline std::vector<std::wstring> utente_;
 };
 
 TEST_F(Registrazione, AHostCreatesTheClassByNameAndNothingIsLeftAfterwards) {
