@@ -5,6 +5,8 @@
 #include "query/FormaQuery.h"
 #include "query/TestoSql.h"
 
+#include <memory>
+
 namespace norvel::query {
 
 namespace {
@@ -41,6 +43,17 @@ std::string componi(const std::string& q, const std::string& f, const std::strin
 }
 
 } // namespace
+
+RichiestaValori richiestaValori(const adodb::Recordset& recordset, const std::string& campo,
+                                const std::string& queryBase) {
+    RichiestaValori richiesta{campo, std::nullopt, queryBase, recordset.Filter(),
+                              adodb::connectionText(recordset)};
+    const Variant comando = recordset.ActiveCommand();
+    if (!comando.isObject()) return richiesta;
+    if (const auto attivo = std::dynamic_pointer_cast<adodb::Command>(comando.object()))
+        richiesta.testoComando = attivo->CommandText();
+    return richiesta;
+}
 
 std::string componiQueryValori(const RichiestaValori& richiesta) {
     return componi(queryInterna(richiesta), richiesta.campo, testoFiltro(richiesta.filtro));

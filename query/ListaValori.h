@@ -1,8 +1,7 @@
 // The value list of a column: which query brings its values, and how each is shown.
 #pragma once
 
-#include "platform/adodb/Constants.h"
-#include "platform/runtime/Variant.h"
+#include "platform/adodb/Recordset.h"
 #include "query/FiltroColonne.h"
 
 #include <array>
@@ -22,6 +21,11 @@ struct RichiestaValori {
     Variant filtro;             // the recordset's Filter: 0 (or "") is none, else a text
     std::string strConnessione; // adodb::connectionText of the recordset
 };
+
+// What is to be asked for the recordset behind a grid: the text of the command that it runs, its
+// filter, its connection. Raises what the recordset raises.
+RichiestaValori richiestaValori(const adodb::Recordset& recordset, const std::string& campo,
+                                const std::string& queryBase);
 
 // The query in neutral notation: what ElaboraQuery gets. A filter that is an array of bookmarks
 // cannot be said in SQL: 13.

@@ -88,6 +88,29 @@ TEST(Valori, UnCondizionaleSenzaChiusuraMostraUnMessaggioSolo) {
     EXPECT_EQ(messaggi.visti.size(), 1U);
 }
 
+TEST(Valori, DalRecordsetVengonoComandoFiltroEConnessione) {
+    const Archivio archivio;
+    const auto griglia = archivio.apri("SELECT nome\r\nFROM clienti;");
+    const auto richiesta = richiestaValori(*griglia, "nome", "SELECT 1");
+    EXPECT_EQ(richiesta.campo, "nome");
+    EXPECT_EQ(richiesta.testoComando, "SELECT nome\r\nFROM clienti;");
+    EXPECT_EQ(richiesta.queryBase, "SELECT 1");
+    EXPECT_TRUE(equalsNumber(richiesta.filtro, 0));
+    EXPECT_EQ(richiesta.strConnessione, archivio.connessione());
+    EXPECT_EQ(archivio.righe(queryListaValori(richiesta)), "Anna / Bruno / Carla d'Ami / Élodie");
+}
+
+TEST(Valori, SenzaComandoAttivoRestaLaQueryBase) {
+    const auto griglia = adodb::makeClientRecordset();
+    griglia->Fields().Append("nome", adodb::adVarWChar, 20);
+    griglia->Open();
+    const auto richiesta = richiestaValori(*griglia, "nome", "SELECT * FROM clienti");
+    EXPECT_EQ(richiesta.testoComando, std::nullopt);
+    EXPECT_EQ(richiesta.strConnessione, "");
+    EXPECT_TRUE(componiQueryValori(richiesta).starts_with(
+        "SELECT myTR.nome FROM (SELECT * FROM clienti) myTR WHERE "));
+}
+
 TEST(Valori, IlTestoDiUnaVoce) {
     EXPECT_EQ(testoVoce(Variant(true), adodb::adBoolean), "-1");
     EXPECT_EQ(testoVoce(Variant(false), adodb::adBoolean), "0");
