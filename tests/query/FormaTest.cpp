@@ -249,7 +249,9 @@ TEST(Forma, UnValoreCheLaResaNonSopportaNonMostraMessaggi) {
 TEST(Forma, UnCompositoreCheLasciaFuoriUnValoreOLoScriveDueVolteSiRifiuta) {
     for (const ComponiQuery& componi :
          {ComponiQuery([](const std::string&) { return "SELECT nome FROM clienti"s; }),
-          ComponiQuery([](const std::string& f) { return "SELECT 1 WHERE " + f + " AND " + f; })}) {
+          ComponiQuery([](const std::string& f) {
+              return std::string("SELECT 1 WHERE ").append(f).append(" AND ").append(f);
+          })}) {
         EXPECT_THROW(queryControllata(componi, "nome = 'Anna'", "gest.mdb"), Errore);
         EXPECT_NO_THROW(queryControllata(componi, "prezzo=1", "gest.mdb"));
     }
