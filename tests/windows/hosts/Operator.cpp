@@ -173,6 +173,10 @@ bool Shown::open() const {
     return IsWindowVisible(handle_) != 0;
 }
 
+void Shown::waitClosed() const {
+    waitUntil("the window is still open", [this] { return !open(); });
+}
+
 // The largest part.
 HWND Shown::rows() const {
     const auto all = parts(handle_);

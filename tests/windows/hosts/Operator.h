@@ -31,6 +31,7 @@ class Shown {
 
     HWND handle() const { return handle_; }
     bool open() const;
+    void waitClosed() const;
 
     // The rows, the toolbar, a button by its caption: parts of the search window.
     HWND rows() const;
