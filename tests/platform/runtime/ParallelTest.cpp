@@ -61,6 +61,7 @@ TEST(Parallel, TheFirstFailureComesBackAndThePiecesNotBegunAreLeftOut) {
 TEST(Parallel, CallsFromSeveralThreadsAndFromWithinWorkEnd) {
     std::atomic<int> sum{0};
     std::vector<std::thread> callers;
+    callers.reserve(4);
     for (int i = 0; i < 4; ++i)
         callers.emplace_back([&] {
             for (int round = 0; round < 20; ++round)
