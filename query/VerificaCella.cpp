@@ -1,5 +1,6 @@
 #include "query/VerificaCella.h"
 
+#include "platform/adodb/filter/Criteria.h"
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/Text.h"
 #include "query/Condizioni.h"
@@ -15,8 +16,8 @@ constexpr const char* serveUnaData = "Qui serve una data, per esempio 15/03/2011
 constexpr const char* jolly = "Con «contiene» il testo cercato non può avere * o %";
 
 // Why the recordset would refuse the condition of one value; nullopt where it would not.
-std::optional<std::string> verificaValore(std::string_view valore, adodb::DataTypeEnum tipo,
-                                          Confronto confronto) {
+std::optional<std::string> verificaValore(const std::string& campo, std::string_view valore,
+                                          adodb::DataTypeEnum tipo, Confronto confronto) {
     const Genere genere = genereDi(valore, confronto);
     const ClasseColonna classe = classeDiTipo(tipo);
     const bool digitato = genere >= Genere::Contiene;
@@ -24,9 +25,17 @@ std::optional<std::string> verificaValore(std::string_view valore, adodb::DataTy
     if (digitato && classe == ClasseColonna::Numero && tipo != adodb::adBoolean &&
         !eUnNumero(valore))
         return serveUnNumero;
-    const bool testo = classe == ClasseColonna::Testo;
-    if (testo && genere == Genere::Contiene && valore.find_first_of("*%") != std::string_view::npos)
-        return jolly;
+    try {
+        for (const std::string& condizione : condizioniDi(campo, valore, tipo, genere)) {
+            const adodb::Criteria criteri = adodb::parseFilter(condizione);
+            if (criteri.groups.size() != 1 || criteri.groups.front().size() != 1)
+                return "Il filtro sul campo " + campo + " non è una sola condizione";
+        }
+    } catch (const Errore& errore) {
+        const bool conJolly = valore.find_first_of("*%") != std::string_view::npos;
+        if (genere == Genere::Contiene && conJolly) return jolly;
+        return "Il filtro non è valido: " + errore.descrizione();
+    }
     return std::nullopt;
 }
 
@@ -67,11 +76,11 @@ std::optional<std::string> verificaCella(const ColonnaFiltro& cella, const TipoD
     if (trimText(cella.valore).empty()) return std::nullopt;
     try {
         const adodb::DataTypeEnum suo = tipo(cella.campo);
-        if (!piuValori) return verificaValore(cella.valore, suo, confronto);
+        if (!piuValori) return verificaValore(cella.campo, cella.valore, suo, confronto);
         for (const std::string_view valore : valoriDi(cella.valore)) {
             if (equalsText(valore, voceTutti)) return std::nullopt;
             if (trimText(valore).empty()) continue;
-            if (auto motivo = verificaValore(valore, suo, confronto)) return motivo;
+            if (auto motivo = verificaValore(cella.campo, valore, suo, confronto)) return motivo;
         }
     } catch (const Errore& errore) {
         return errore.descrizione();

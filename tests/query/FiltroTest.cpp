@@ -1,4 +1,5 @@
 // The filter bar's text, from the table of cases and beyond it.
+#include "platform/adodb/filter/Criteria.h"
 #include "platform/runtime/Errore.h"
 #include "query/FiltroColonne.h"
 #include "query/TestoSql.h"
@@ -63,6 +64,23 @@ TEST_P(FiltroComeSql, LasciaPassareLeSueRighe) {
         Archivio().righe("SELECT nome FROM clienti WHERE " +
                          sostituisci(traParentesi(filtro), "*", "%") + " ORDER BY nome");
     EXPECT_EQ(sostituisci(righe, " / ", "|"), caso.testoO("nomi"));
+}
+
+// What the criteria language says of the same texts.
+TEST_P(FiltroCasi, SiLeggeOSiRifiuta) {
+    const Caso& caso = GetParam();
+    for (const char* chiave : {"filtro", "multiplo"}) {
+        const auto filtro = caso.testo(chiave);
+        if (!filtro) continue;
+        std::int64_t numero = 0;
+        try {
+            adodb::parseFilter(*filtro);
+        } catch (const Errore& errore) {
+            numero = errore.numero();
+        }
+        const bool rifiutato = chiave == std::string("filtro") && caso.testo("rifiuta");
+        EXPECT_EQ(std::to_string(numero), rifiutato ? caso.testoO("rifiuta") : "0") << *filtro;
+    }
 }
 
 // Those cases that say which rows.

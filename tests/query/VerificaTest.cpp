@@ -86,6 +86,17 @@ TEST(Verifica, TraPiuValoriSiGuardaOgnuno) {
     EXPECT_EQ(verifica("[Tutti] ;§; 3", adodb::adDouble, Confronto::Uguale, true), std::nullopt);
 }
 
+TEST(Verifica, UnNomeDiCampoCheIlFiltroNonPrendeSiSegna) {
+    const auto motivo =
+        verificaCella({"nome intero", "a"}, sempre(adodb::adVarWChar), Confronto::Contiene);
+    ASSERT_TRUE(motivo);
+    EXPECT_TRUE(motivo->starts_with("Il filtro non è valido: ")) << *motivo;
+    EXPECT_EQ(verificaCella({"nome intero", " "}, sempre(adodb::adVarWChar), Confronto::Contiene),
+              std::nullopt);
+    // A name that would make its condition two
+    EXPECT_TRUE(verificaCella({"a=1 AND b", "2"}, sempre(adodb::adDouble), Confronto::Uguale));
+}
+
 TEST(Verifica, UnCampoCheMancaELaRagione) {
     Messaggi messaggi;
     const auto motivo = verificaCella(
