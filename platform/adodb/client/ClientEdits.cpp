@@ -91,7 +91,7 @@ void ClientRecordset::AddNew(const std::vector<Variant>& fields,
         changeRecord(adRsnAddNew, [&] {
             newRow_ = std::move(row);
             beforeNew_ = before;
-            cursor_ = {rows_->rows(), false, false};
+            cursor_ = {view_->rows(), false, false};
         });
     });
     if (!fields.empty()) Update();
@@ -108,6 +108,10 @@ void ClientRecordset::commitPending() {
     changeRecord(adRsnUpdate, [&] {
         appender_->append(*newRow_);
         newRow_.reset();
+        if (const auto position = view_->positionOf(rows_->rows() - 1))
+            cursor_.position = *position;
+        else
+            cursor_ = {view_->rows(), view_->rows() == 0, true};
     });
 }
 

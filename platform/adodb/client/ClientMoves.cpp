@@ -47,7 +47,7 @@ void ClientRecordset::settleAt(RowCount target) {
         cursor_ = {0, true, false};
         return;
     }
-    const RowCount have = rows_->reach(target + 1);
+    const RowCount have = view_->reach(target + 1);
     if (target < have)
         cursor_ = {target, false, false};
     else
@@ -110,18 +110,23 @@ void ClientRecordset::MovePrevious() {
     moveTo(adRsnMovePrevious, [&] { settleAt(base() - 1); });
 }
 
+// While rows are still to come, the first that the filter shows is waited for.
+bool ClientRecordset::empty() const {
+    return shownRows() == 0 && view_->reach(1) == 0;
+}
+
 void ClientRecordset::MoveFirst() {
     refuseInEvent();
     requireOpen();
-    if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
+    if (empty()) throw adoError(adErrNoCurrentRecord);
     moveTo(adRsnMoveFirst, [&] { settleAt(0); });
 }
 
 void ClientRecordset::MoveLast() {
     refuseInEvent();
     requireOpen();
-    if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
-    moveTo(adRsnMoveLast, [&] { settleAt(rows_->reach(everyRow) - 1); });
+    if (empty()) throw adoError(adErrNoCurrentRecord);
+    moveTo(adRsnMoveLast, [&] { settleAt(view_->reach(everyRow) - 1); });
 }
 
 RowCount ClientRecordset::RecordCount() const {
@@ -152,14 +157,15 @@ void ClientRecordset::SetAbsolutePosition(RowCount position) {
     if (position < 1) throw adoError(adErrInvalidArgument);
     moveTo(adRsnMove, [&] {
         const bool mayCome = rows_->fetching() && !rows_->waits();
-        if (rows_->reach(position) < position && !mayCome) throw adoError(adErrInvalidArgument);
+        if (view_->reach(position) < position && !mayCome) throw adoError(adErrInvalidArgument);
         settleAt(position - 1);
     });
 }
 
 Variant ClientRecordset::Bookmark() const {
     requireRow();
-    return makeBookmark(rows_->generation(), rowAt(cursor_.position));
+    const RowCount row = onNewRow() ? rows_->rows() : view_->rowAt(cursor_.position);
+    return makeBookmark(rows_->generation(), row);
 }
 
 void ClientRecordset::SetBookmark(const Variant& bookmark) {
@@ -171,9 +177,12 @@ void ClientRecordset::SetBookmark(const Variant& bookmark) {
 
 RowCount ClientRecordset::positionOfBookmark(const Variant& bookmark) const {
     const BookmarkParts parts = readBookmark(bookmark);
-    if (parts.generation != rows_->generation() || parts.row >= shownRows())
-        throw adoError(dbBadBookmark);
-    return positionOf(parts.row);
+    if (parts.generation != rows_->generation()) throw adoError(dbBadBookmark);
+    if (newRow_ && parts.row == rows_->rows()) return view_->rows();
+    const auto position =
+        parts.row < rows_->rows() ? view_->positionOf(parts.row) : std::optional<RowCount>();
+    if (!position) throw adoError(dbBadBookmark);
+    return *position;
 }
 
 // Start of Move and GetRows: a BookmarkEnum number or a bookmark.
@@ -187,7 +196,7 @@ RowCount ClientRecordset::startPosition(const Variant& start) const {
     case adBookmarkFirst:
     case adBookmarkLast:
         if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
-        return start.toI8() == adBookmarkFirst ? 0 : rows_->reach(everyRow) - 1;
+        return start.toI8() == adBookmarkFirst ? 0 : view_->reach(everyRow) - 1;
     default:
         throw adoError(adErrInvalidArgument);
     }
@@ -219,7 +228,7 @@ RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
     RowBlock block;
     moveTo(adRsnMove, [&] {
         const RowCount end = rows < 0 ? everyRow : moved(first, rows);
-        const RowCount have = rows_->reach(end);
+        const RowCount have = view_->reach(end);
         block = readBlock(first, std::min(end, have) - first, columns);
         // Every row asked for is there, but what comes behind them never came: that is not the end,
         // so the cursor stays on the last one, and whoever goes on gets the error.

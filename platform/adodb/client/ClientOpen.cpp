@@ -174,12 +174,13 @@ void ClientRecordset::show(std::shared_ptr<RowSet> rows) {
     rows_ = std::move(rows);
     fields_.bind(rows_->store().columns());
     newRow_.reset();
+    showThroughFilter();
     completeTold_ = true;
     toStart();
 }
 
 void ClientRecordset::toStart() {
-    const bool none = rows_->rows() == 0;
+    const bool none = view_->rows() == 0;
     cursor_ = {0, none, none};
 }
 
@@ -202,6 +203,11 @@ void ClientRecordset::deliverFetchEvents(std::uint32_t generation) {
         return rows_ && rows_->generation() == generation && !completeTold_;
     };
     if (!current()) return;
+    if (cursor_.bof && cursor_.eof && shownRows() > 0) { // the first row that the filter shows
+        toStart();
+        tellMoved(adRsnMove, nullptr);
+        if (!current()) return;
+    }
     const bool fetching = rows_->fetching();
     const RowCount rows = rows_->rows();
     const RowCount most = fetching ? std::max(rows, expectedRows_) : rows;
@@ -278,7 +284,9 @@ void ClientRecordset::Close() {
 void ClientRecordset::closeNow() {
     if (!rows_) return;
     const auto self = shared_from_this();
+    view_.reset();
     rows_.reset(); // the last holder ends a running fetch
+    filter_ = std::int32_t{adFilterNone};
     appender_.reset();
     newRow_.reset();
     cursor_ = {};

@@ -117,33 +117,4 @@ void ClientRecordset::SetCursorLocation(CursorLocationEnum location) {
     if (location != adUseServer && location != adUseClient) throw adoError(adErrInvalidArgument);
 }
 
-// --- view ---
-
-Variant ClientRecordset::Filter() const {
-    return std::int32_t{adFilterNone};
-}
-
-void ClientRecordset::SetFilter(const Variant& criteria) {
-    refuseInEvent();
-    const bool none = criteria.isText()      ? criteria.text().empty()
-                      : criteria.isNumeric() ? criteria.toDouble() == 0.0
-                                             : false;
-    if (criteria.isEmpty() || criteria.isNull()) throw adoError(adErrInvalidArgument);
-    if (!none)
-        throw adoError(adErrFeatureNotAvailable,
-                       "Su questo recordset non si possono porre filtri.");
-    if (rows_ && shownRows() > 0) moveTo(adRsnMove, [&] { settleAt(0); });
-}
-
-std::string ClientRecordset::Sort() const {
-    return {};
-}
-
-void ClientRecordset::SetSort(const std::string& criteria) {
-    refuseInEvent();
-    if (!criteria.empty())
-        throw adoError(adErrFeatureNotAvailable,
-                       "Su questo recordset non si può cambiare l'ordinamento.");
-}
-
 } // namespace norvel::adodb

@@ -7,6 +7,7 @@
 #include "platform/adodb/client/ConnectionObject.h"
 #include "platform/adodb/client/EventSinks.h"
 #include "platform/adodb/client/RowSet.h"
+#include "platform/adodb/client/View.h"
 
 #include <functional>
 #include <memory>
@@ -33,8 +34,13 @@ namespace norvel::adodb {
 //   FetchComplete may.
 // - Clones share the rows: the fetch goes on while one of them is open. Its events go to the
 //   recordset that was opened only.
+// - A filter shows the rows that match among those that came, without waiting; a row that comes
+//   later shows when it matches. It stays in force over a Requery, bookmarks and groups apart. A
+//   bookmark of a row that does not show is a bad one. On a closed recordset a filter is kept
+//   unread; an Open whose rows it does not fit goes on without it.
 // - A recordset without a source may be filled by AddNew and Update (fields not set become NULL);
-//   other edits raise 3251, as does a Filter or Sort that is not empty.
+//   a new row that the filter does not show leaves the cursor at the end. Other edits raise 3251,
+//   as does a Sort that is not empty.
 // - Closing a Connection closes the recordsets open on it; one whose ActiveConnection was set to
 //   Nothing stays.
 class ClientRecordset final : public Recordset,
@@ -157,10 +163,13 @@ class ClientRecordset final : public Recordset,
     RowCount base() const;
     RowCount startPosition(const Variant& start) const;
     RowCount positionOfBookmark(const Variant& bookmark) const;
-    // The order in which rows show: a position's row number, and back. The one place that knows.
-    RowCount rowAt(RowCount position) const { return position; }
-    RowCount positionOf(RowCount row) const { return row; }
     RowCount shownRows() const;
+    bool empty() const;
+
+    // Filtering (ClientView.cpp)
+    View::Rules rulesOf(const Variant& criteria) const;
+    std::shared_ptr<View> viewOf(const Variant& criteria) const;
+    void showThroughFilter();
 
     // Reading (ClientRows.cpp)
     RowBlock readBlock(RowCount first, RowCount count,
@@ -189,6 +198,8 @@ class ClientRecordset final : public Recordset,
     RowCount affected_ = 0;
 
     std::shared_ptr<RowSet> rows_; // null: closed
+    std::shared_ptr<View> view_;   // of them; null: closed
+    Variant filter_ = std::int32_t{adFilterNone};
     Cursor cursor_;
     bool completeTold_ = true;                   // FetchComplete went out
     RowCount expectedRows_ = 0;                  // a guess: what the last fetch brought

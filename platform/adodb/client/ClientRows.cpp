@@ -7,17 +7,17 @@
 namespace norvel::adodb {
 
 RowCount ClientRecordset::shownRows() const {
-    return rows_->rows() + (newRow_ ? 1 : 0);
+    return view_->rows() + (newRow_ ? 1 : 0);
 }
 
 bool ClientRecordset::onNewRow() const {
-    return newRow_ && cursor_.onRow() && cursor_.position == rows_->rows();
+    return newRow_ && cursor_.onRow() && cursor_.position == view_->rows();
 }
 
 Variant ClientRecordset::currentValue(int column) const {
     requireRow();
     if (onNewRow()) return (*newRow_)[static_cast<std::size_t>(column)];
-    return rows_->store().value(column, rowAt(cursor_.position));
+    return rows_->store().value(column, view_->rowAt(cursor_.position));
 }
 
 std::vector<std::size_t> ClientRecordset::columnsOf(const std::vector<Variant>& fields) const {
@@ -44,7 +44,7 @@ RowBlock ClientRecordset::readBlock(RowCount first, RowCount count,
     std::vector<ColumnStore::Place> places;
     places.reserve(static_cast<std::size_t>(count));
     for (RowCount i = 0; i < count; ++i) {
-        const RowCount row = rowAt(first + i);
+        const RowCount row = view_->rowAt(first + i);
         places.push_back(store.find(row));
         block.bookmarks.push_back(makeBookmark(rows_->generation(), row));
     }

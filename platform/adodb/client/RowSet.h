@@ -6,8 +6,10 @@
 #include "platform/adodb/store/ColumnStore.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace norvel::adodb {
 
@@ -30,6 +32,8 @@ class RowSet {
     bool waits() const { return waits_; }
     std::optional<Errore> error() const;
     bool waitForEnd(int milliseconds) const;
+    // The views that recordsets have on these rows, by what tells them apart (View::shared).
+    std::map<std::string, std::weak_ptr<void>>& views() { return views_; }
 
     RowCount rows() const { return store_->rows(); }
     // Rows that are there once wanted rows are, waiting for them where this set waits. Fewer than
@@ -42,6 +46,7 @@ class RowSet {
     std::shared_ptr<ColumnStore> store_;
     std::uint32_t generation_;
     bool waits_;
+    std::map<std::string, std::weak_ptr<void>> views_;
 };
 
 // A bookmark: a Double, as ADO's client cursor has it, that holds generation and row. A host only
