@@ -36,6 +36,7 @@ enum ErrorNumber : std::int64_t {
     dbIntegrityViolation = -2147217873, // 0x80040E2F DB_E_INTEGRITYVIOLATION
     dbCommandTimeout = -2147217871,     // 0x80040E31 DB_E_ABORTLIMITREACHED
     dbNoTable = -2147217865,            // 0x80040E37 DB_E_NOTABLE
+    dbCantOrder = -2147217824,          // 0x80040E60 DB_E_CANTORDER
 };
 
 // The error with its description from the one table; detail (Italian, may be empty) follows it

@@ -255,6 +255,10 @@ int collateText(std::string_view a, std::string_view b) {
     return order(system_text::collate(a, b), 0);
 }
 
+std::string collationKey(std::string_view text) {
+    return system_text::collationKey(text);
+}
+
 TextMatch matchText(std::string_view text, std::string_view needle, std::size_t start) {
     if (needle.empty()) return start <= text.size() ? TextMatch{start, 0} : TextMatch{};
     return Matches(text, needle).next(start);

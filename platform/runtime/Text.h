@@ -23,6 +23,10 @@ NR_API bool equalsText(std::string_view a, std::string_view b);
 NR_API int compareText(std::string_view a, std::string_view b);
 // <0, 0, >0 by Italian collation, case-blind: the order in which an operator expects a list.
 NR_API int collateText(std::string_view a, std::string_view b);
+// Bytes that compare (as unsigned bytes, the shorter first) as collateText compares the texts: made
+// once for each text, they make long sorts cheap. They are for this process: another release of the
+// system may make others.
+NR_API std::string collationKey(std::string_view text);
 // The form in which case-blind equal texts are byte-equal. Folding is made once, comparing is
 // cheap.
 NR_API std::string foldText(std::string_view text);

@@ -116,4 +116,28 @@ int collate(std::string_view a, std::string_view b) {
                             static_cast<int32_t>(b.size()), &status);
 }
 
+// Bytes that are not UTF-8 count as U+FFFD, as ucol_strcollUTF8 counts them.
+std::string collationKey(std::string_view text) {
+    const UCollator* const collator = italianCollator();
+    if (collator == nullptr) return foldText(text);
+    std::u16string wide(text.size(), u'\0'); // never longer than the bytes
+    UErrorCode status = U_ZERO_ERROR;
+    int32_t length = 0;
+    u_strFromUTF8WithSub(wide.data(), static_cast<int32_t>(wide.size()), &length, text.data(),
+                         static_cast<int32_t>(text.size()), 0xFFFD, nullptr, &status);
+    std::string key(text.size() * 3 + 16, '\0'); // a guess
+    const auto fill = [&] {
+        return ucol_getSortKey(collator, wide.data(), length,
+                               reinterpret_cast<std::uint8_t*>(key.data()),
+                               static_cast<int32_t>(key.size()));
+    };
+    int32_t needed = fill();
+    if (needed > static_cast<int32_t>(key.size())) {
+        key.resize(static_cast<std::size_t>(needed));
+        needed = fill();
+    }
+    key.resize(needed > 0 ? static_cast<std::size_t>(needed) - 1 : 0); // without the 0 at its end
+    return key;
+}
+
 } // namespace norvel::system_text

@@ -151,6 +151,11 @@ class Answers {
         std::make_unique<std::array<std::atomic<char>, 0x10000>>();
 };
 
+// Punctuation counts, and stands before letters; case, width and the two Japanese alphabets do not
+// count: what remains when tertiary differences are left out.
+constexpr DWORD collation =
+    NORM_IGNORECASE | NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE | SORT_STRINGSORT;
+
 // A length for Windows, which takes no 0: an empty text is one that ends at once.
 int lengthOf(const std::wstring& text) {
     return text.empty() ? -1 : static_cast<int>(text.size());
@@ -184,16 +189,28 @@ std::string foldSegment(std::string_view segment) {
         normalized(NormalizationC, folded(normalized(NormalizationC, wideText(segment)))));
 }
 
-// Punctuation counts, and stands before letters; case, width and the two Japanese alphabets do not
-// count: what remains when tertiary differences are left out.
 int collate(std::string_view a, std::string_view b) {
-    constexpr DWORD flags =
-        NORM_IGNORECASE | NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE | SORT_STRINGSORT;
     const std::wstring first = normalized(NormalizationC, wideText(a));
     const std::wstring second = normalized(NormalizationC, wideText(b));
-    const int order = CompareStringEx(L"it-IT", flags, first.data(), lengthOf(first), second.data(),
-                                      lengthOf(second), nullptr, nullptr, 0);
+    const int order = CompareStringEx(L"it-IT", collation, first.data(), lengthOf(first),
+                                      second.data(), lengthOf(second), nullptr, nullptr, 0);
     return order == 0 ? compareText(a, b) : order - CSTR_EQUAL;
+}
+
+// Windows counts a sort key's room in bytes, though it takes it for wide characters.
+std::string collationKey(std::string_view text) {
+    const std::wstring wide = normalized(NormalizationC, wideText(text));
+    const auto fill = [&](void* room, int bytes) {
+        return LCMapStringEx(L"it-IT", LCMAP_SORTKEY | collation, wide.data(), lengthOf(wide),
+                             static_cast<wchar_t*>(room), bytes, nullptr, nullptr, 0);
+    };
+    const int needed = fill(nullptr, 0);
+    if (needed <= 0) return foldText(text);
+    std::string key(static_cast<std::size_t>(needed), '\0');
+    const int length = fill(key.data(), needed);
+    if (length <= 0) return foldText(text);
+    key.resize(static_cast<std::size_t>(length) - 1); // without the 0 at its end
+    return key;
 }
 
 } // namespace norvel::system_text
