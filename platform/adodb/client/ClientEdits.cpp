@@ -91,7 +91,7 @@ void ClientRecordset::AddNew(const std::vector<Variant>& fields,
         changeRecord(adRsnAddNew, [&] {
             newRow_ = std::move(row);
             beforeNew_ = before;
-            cursor_ = {view_->rows(), false, false};
+            cursor_ = {view_->rows(), false, false, Cursor::On::NewRow};
         });
     });
     if (!fields.empty()) Update();
@@ -109,9 +109,9 @@ void ClientRecordset::commitPending() {
         appender_->append(*newRow_);
         newRow_.reset();
         if (const auto position = view_->positionOf(rows_->rows() - 1))
-            cursor_.position = *position;
+            setCursor(*position, false, false);
         else
-            cursor_ = {view_->rows(), view_->rows() == 0, true};
+            setCursor(view_->rows(), view_->rows() == 0, true);
     });
 }
 

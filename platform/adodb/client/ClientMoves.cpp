@@ -41,17 +41,47 @@ void ClientRecordset::tellMoved(EventReasonEnum reason, const Errore* error) {
     sinks_.tell([&](auto& sink) { sink.MoveComplete(reason, error, status, *this); });
 }
 
+void ClientRecordset::setCursor(RowCount position, bool bof, bool eof) {
+    cursor_ = {position, bof, eof};
+    if (!cursor_.onRow()) return;
+    cursor_.row = view_->rowAt(position);
+    cursor_.version = view_->version();
+}
+
+// The cursor where its row stands by now. A row that was changed so that it does not show any more
+// leaves the cursor on the one that follows.
+const ClientRecordset::Cursor& ClientRecordset::cursor() const {
+    using enum Cursor::On;
+    if (!cursor_.onRow() || cursor_.on == NewRow) return cursor_;
+    const RowCount have = view_->rows();
+    if (cursor_.version == view_->version()) return cursor_;
+    cursor_.version = view_->version();
+    if (const auto position = view_->positionOf(cursor_.row)) {
+        cursor_.position = *position;
+        cursor_.on = Row;
+    } else if (rows_->isDeleted(cursor_.row)) {
+        cursor_.position = std::min(cursor_.position, have);
+        cursor_.on = DeletedRow;
+    } else if (have > 0) {
+        cursor_.position = std::min(cursor_.position, have - 1);
+        cursor_.row = view_->rowAt(cursor_.position);
+    } else {
+        cursor_ = {};
+    }
+    return cursor_;
+}
+
 // Puts the cursor on the target row, or beyond the edge that lies before it.
 void ClientRecordset::settleAt(RowCount target) {
     if (target < 0) {
-        cursor_ = {0, true, false};
+        setCursor(0, true, false);
         return;
     }
     const RowCount have = view_->reach(target + 1);
     if (target < have)
-        cursor_ = {target, false, false};
+        setCursor(target, false, false);
     else
-        cursor_ = {have, false, true};
+        setCursor(have, false, true);
 }
 
 // As settleAt, of a move forward: a sink that learns of the end may have added rows.
@@ -68,25 +98,30 @@ void ClientRecordset::settleForward(RowCount target) {
     if (more) settleAt(target);
 }
 
-RowCount ClientRecordset::base() const {
-    if (cursor_.bof) return -1;
-    return cursor_.eof ? shownRows() : cursor_.position;
+// Where a move by so many rows starts from.
+RowCount ClientRecordset::base(RowCount rows) const {
+    const Cursor& at = cursor();
+    if (at.bof) return -1;
+    if (at.eof) return shownRows();
+    if (at.on == Cursor::On::NewRow) return view_->rows();
+    return at.on == Cursor::On::DeletedRow && rows > 0 ? at.position - 1 : at.position;
 }
 
 // ADO's table of moves at the edges: forward is a move by 1 or more, back by -1 or less.
 void ClientRecordset::checkEdges(RowCount rows) const {
-    if (cursor_.eof && rows >= 0)
+    const Cursor& at = cursor();
+    if (at.eof && rows >= 0)
         if (const auto broken = rows_->error()) throw *broken;
-    if ((cursor_.bof && rows <= 0) || (cursor_.eof && rows >= 0))
+    const bool nowhere = (at.bof && rows <= 0) || (at.eof && rows >= 0) || (at.bof && at.eof);
+    if (nowhere || (at.on == Cursor::On::DeletedRow && rows == 0))
         throw adoError(adErrNoCurrentRecord);
-    if (cursor_.bof && cursor_.eof) throw adoError(adErrNoCurrentRecord);
 }
 
 void ClientRecordset::Move(RowCount rows, const Variant& start) {
     refuseInEvent();
     requireOpen();
     if (start.isEmpty()) checkEdges(rows);
-    const RowCount from = start.isEmpty() ? base() : startPosition(start);
+    const RowCount from = start.isEmpty() ? base(rows) : startPosition(start);
     moveTo(adRsnMove, [&] {
         const RowCount target = moved(from, rows);
         if (rows > 0)
@@ -100,14 +135,14 @@ void ClientRecordset::MoveNext() {
     refuseInEvent();
     requireOpen();
     checkEdges(1);
-    moveTo(adRsnMoveNext, [&] { settleForward(base() + 1); });
+    moveTo(adRsnMoveNext, [&] { settleForward(base(1) + 1); });
 }
 
 void ClientRecordset::MovePrevious() {
     refuseInEvent();
     requireOpen();
     checkEdges(-1);
-    moveTo(adRsnMovePrevious, [&] { settleAt(base() - 1); });
+    moveTo(adRsnMovePrevious, [&] { settleAt(base(-1) - 1); });
 }
 
 // While rows are still to come, the first that the filter shows is waited for.
@@ -136,19 +171,22 @@ RowCount ClientRecordset::RecordCount() const {
 
 bool ClientRecordset::BOF() const {
     requireOpen();
-    return cursor_.bof;
+    return cursor().bof;
 }
 
 bool ClientRecordset::EOF_() const {
     requireOpen();
-    return cursor_.eof;
+    return cursor().eof;
 }
 
 RowCount ClientRecordset::AbsolutePosition() const {
     requireOpen();
     if (shownRows() == 0) return adPosUnknown;
-    if (cursor_.bof) return adPosBOF;
-    return cursor_.eof ? RowCount{adPosEOF} : cursor_.position + 1;
+    const Cursor& at = cursor();
+    if (at.bof) return adPosBOF;
+    if (at.eof) return adPosEOF;
+    if (at.on == Cursor::On::DeletedRow) return adPosUnknown;
+    return onNewRow() ? shownRows() : at.position + 1;
 }
 
 void ClientRecordset::SetAbsolutePosition(RowCount position) {
@@ -164,8 +202,7 @@ void ClientRecordset::SetAbsolutePosition(RowCount position) {
 
 Variant ClientRecordset::Bookmark() const {
     requireRow();
-    const RowCount row = onNewRow() ? rows_->rows() : view_->rowAt(cursor_.position);
-    return makeBookmark(rows_->generation(), row);
+    return makeBookmark(rows_->generation(), onNewRow() ? rows_->rows() : cursor().row);
 }
 
 void ClientRecordset::SetBookmark(const Variant& bookmark) {
@@ -192,7 +229,7 @@ RowCount ClientRecordset::startPosition(const Variant& start) const {
     switch (start.toI8()) {
     case adBookmarkCurrent:
         requireRow();
-        return cursor_.position;
+        return base(0);
     case adBookmarkFirst:
     case adBookmarkLast:
         if (shownRows() == 0) throw adoError(adErrNoCurrentRecord);
@@ -223,7 +260,7 @@ RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
     requireOpen();
     if (rows < -1) throw adoError(adErrInvalidArgument);
     if (start.isEmpty()) requireRow();
-    const RowCount first = start.isEmpty() ? cursor_.position : startPosition(start);
+    const RowCount first = start.isEmpty() ? base(0) : startPosition(start);
     const auto columns = columnsOf(fields);
     RowBlock block;
     moveTo(adRsnMove, [&] {

@@ -181,7 +181,7 @@ void ClientRecordset::show(std::shared_ptr<RowSet> rows) {
 
 void ClientRecordset::toStart() {
     const bool none = view_->rows() == 0;
-    cursor_ = {0, none, none};
+    setCursor(0, none, none);
 }
 
 // Called on the fetch's threads; at most one delivery waits in the owner's queue at a time. The
@@ -287,6 +287,8 @@ void ClientRecordset::closeNow() {
     view_.reset();
     rows_.reset(); // the last holder ends a running fetch
     filter_ = std::int32_t{adFilterNone};
+    sort_.clear();
+    order_.reset();
     appender_.reset();
     newRow_.reset();
     cursor_ = {};

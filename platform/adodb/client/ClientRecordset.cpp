@@ -40,7 +40,8 @@ void ClientRecordset::refuseInEvent() const {
 
 void ClientRecordset::requireRow() const {
     requireOpen();
-    if (!cursor_.onRow()) throw adoError(adErrNoCurrentRecord);
+    const Cursor& at = cursor();
+    if (!at.onRow() || at.on == Cursor::On::DeletedRow) throw adoError(adErrNoCurrentRecord);
 }
 
 // --- properties ---

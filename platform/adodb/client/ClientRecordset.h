@@ -38,9 +38,11 @@ namespace norvel::adodb {
 //   later shows when it matches. It stays in force over a Requery, bookmarks and groups apart. A
 //   bookmark of a row that does not show is a bad one. On a closed recordset a filter is kept
 //   unread; an Open whose rows it does not fit goes on without it.
+// - A sort leaves the cursor on its row, wherever that stands by then; so do rows that a fetch
+//   brings into a sorted recordset. It tells ViewChanged and no move. It stays in force over a
+//   Requery, and like a filter it may be set while the recordset is closed.
 // - A recordset without a source may be filled by AddNew and Update (fields not set become NULL);
-//   a new row that the filter does not show leaves the cursor at the end. Other edits raise 3251,
-//   as does a Sort that is not empty.
+//   a new row that the filter does not show leaves the cursor at the end. Other edits raise 3251.
 // - Closing a Connection closes the recordsets open on it; one whose ActiveConnection was set to
 //   Nothing stays.
 class ClientRecordset final : public Recordset,
@@ -121,6 +123,10 @@ class ClientRecordset final : public Recordset,
         RowCount position = 0;
         bool bof = true;
         bool eof = true;
+        enum class On : std::uint8_t { Row, NewRow, DeletedRow };
+        On on = On::Row;  // a deleted row's position is that of the row that follows it
+        RowCount row = 0; // its number, and the view's version that position is of
+        std::uint32_t version = 0;
         bool onRow() const { return !bof && !eof; }
     };
     // The bits of an options argument.
@@ -155,20 +161,26 @@ class ClientRecordset final : public Recordset,
     void requireRow() const;    // 3704, 3021
 
     // Moving (ClientMoves.cpp)
+    const Cursor& cursor() const;
+    void setCursor(RowCount position, bool bof, bool eof);
     void moveTo(EventReasonEnum reason, const std::function<void()>& step);
     void tellMoved(EventReasonEnum reason, const Errore* error);
     void settleAt(RowCount target);
     void settleForward(RowCount target);
     void checkEdges(RowCount rows) const;
-    RowCount base() const;
+    RowCount base(RowCount rows) const;
     RowCount startPosition(const Variant& start) const;
     RowCount positionOfBookmark(const Variant& bookmark) const;
     RowCount shownRows() const;
     bool empty() const;
 
-    // Filtering (ClientView.cpp)
+    // Filtering and sorting (ClientView.cpp)
+    using Order = std::shared_ptr<const SortOrder>;
     View::Rules rulesOf(const Variant& criteria) const;
-    std::shared_ptr<View> viewOf(const Variant& criteria) const;
+    Order orderOf(const std::string& criteria) const;
+    std::shared_ptr<View> viewOf(const Variant& criteria, const std::string& sort,
+                                 const Order& order) const;
+    void useView(std::shared_ptr<View> view);
     void showThroughFilter();
 
     // Reading (ClientRows.cpp)
@@ -200,7 +212,9 @@ class ClientRecordset final : public Recordset,
     std::shared_ptr<RowSet> rows_; // null: closed
     std::shared_ptr<View> view_;   // of them; null: closed
     Variant filter_ = std::int32_t{adFilterNone};
-    Cursor cursor_;
+    std::string sort_;
+    Order order_;                                // by sort_; null: none
+    mutable Cursor cursor_;                      // read through cursor(), which follows its row
     bool completeTold_ = true;                   // FetchComplete went out
     RowCount expectedRows_ = 0;                  // a guess: what the last fetch brought
     std::shared_ptr<GroupBuilder> appender_;     // of a recordset without a source

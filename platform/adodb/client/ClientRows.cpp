@@ -11,13 +11,13 @@ RowCount ClientRecordset::shownRows() const {
 }
 
 bool ClientRecordset::onNewRow() const {
-    return newRow_ && cursor_.onRow() && cursor_.position == view_->rows();
+    return newRow_ && cursor_.onRow() && cursor_.on == Cursor::On::NewRow;
 }
 
 Variant ClientRecordset::currentValue(int column) const {
     requireRow();
     if (onNewRow()) return (*newRow_)[static_cast<std::size_t>(column)];
-    return rows_->store().value(column, view_->rowAt(cursor_.position));
+    return rows_->store().value(column, cursor().row);
 }
 
 std::vector<std::size_t> ClientRecordset::columnsOf(const std::vector<Variant>& fields) const {

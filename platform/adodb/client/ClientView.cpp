@@ -25,6 +25,11 @@ View::Rules ClientRecordset::rulesOf(const Variant& criteria) const {
     View::Rules rules;
     if (isNoFilter(criteria)) return rules;
     if (criteria.isText()) {
+        const bool inForce = view_ && filter_.isText() && filter_.text() == criteria.text();
+        if (inForce) {
+            rules.filter = view_->rules().filter;
+            return rules;
+        }
         rules.filter =
             FilterProgram::compile(parseFilter(criteria.text()), rows_->store().columns());
         return rules;
@@ -52,12 +57,30 @@ View::Rules ClientRecordset::rulesOf(const Variant& criteria) const {
     return rules;
 }
 
-std::shared_ptr<View> ClientRecordset::viewOf(const Variant& criteria) const {
+// Raises what the sort language refuses, 3265, DB_E_CANTORDER; null: no order.
+ClientRecordset::Order ClientRecordset::orderOf(const std::string& criteria) const {
+    const auto keys = parseSort(criteria);
+    return keys.empty() ? nullptr : SortOrder::make(keys, rows_->store().columns());
+}
+
+std::shared_ptr<View> ClientRecordset::viewOf(const Variant& criteria, const std::string& sort,
+                                              const Order& order) const {
     View::Rules rules = rulesOf(criteria);
-    const bool sharable = criteria.isText() || rules.plain();
-    if (!sharable) return std::make_shared<View>(rows_, std::move(rules), nullptr);
-    const std::string key = rules.filter ? criteria.text() : std::string();
+    rules.order = order;
+    if (rules.only) {
+        auto made = std::make_shared<View>(rows_, std::move(rules), nullptr);
+        rows_->views().add({}, made);
+        return made;
+    }
+    const std::string filter = rules.filter ? criteria.text() : std::string();
+    const std::string key = std::to_string(filter.size()) + ':' + filter + sort;
     return View::shared(rows_, key, std::move(rules), view_.get());
+}
+
+// The order is that of the view, which may be shared: views tell orders apart by identity.
+void ClientRecordset::useView(std::shared_ptr<View> view) {
+    view_ = std::move(view);
+    order_ = view_->rules().order;
 }
 
 Variant ClientRecordset::Filter() const {
@@ -76,7 +99,7 @@ void ClientRecordset::SetFilter(const Variant& criteria) {
         return;
     }
     commitPending();
-    auto view = viewOf(wanted);
+    auto view = viewOf(wanted, sort_, order_);
     const bool same = view == view_;
     if (same && shownRows() == 0) {
         filter_ = wanted;
@@ -84,33 +107,51 @@ void ClientRecordset::SetFilter(const Variant& criteria) {
     }
     moveTo(adRsnMove, [&] {
         filter_ = wanted;
-        view_ = std::move(view);
+        useView(std::move(view));
         toStart();
         if (!same) sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
     });
 }
 
-// Of rows newly shown: the filter stays in force where it can. Bookmarks are of the rows that are
-// gone, and a column may be gone, too.
+// Of rows newly shown: filter and sort stay in force where they can. Bookmarks are of the rows that
+// are gone, and a column may be gone, too.
 void ClientRecordset::showThroughFilter() {
     if (!filter_.isText()) filter_ = noFilter;
+    view_.reset();
     try {
-        view_ = viewOf(filter_);
+        order_ = orderOf(sort_);
+    } catch (const Errore&) {
+        order_.reset();
+        sort_.clear();
+    }
+    try {
+        useView(viewOf(filter_, sort_, order_));
     } catch (const Errore&) {
         filter_ = noFilter;
-        view_ = viewOf(filter_);
+        useView(viewOf(filter_, sort_, order_));
     }
 }
 
 std::string ClientRecordset::Sort() const {
-    return {};
+    return sort_;
 }
 
 void ClientRecordset::SetSort(const std::string& criteria) {
     refuseInEvent();
-    if (!criteria.empty())
-        throw adoError(adErrFeatureNotAvailable,
-                       "Su questo recordset non si può cambiare l'ordinamento.");
+    const std::string wanted = trimText(criteria).empty() ? std::string() : criteria;
+    if (!rows_) {
+        sort_ = wanted;
+        return;
+    }
+    const auto self = shared_from_this();
+    Order order = orderOf(wanted);
+    commitPending();
+    auto view = viewOf(filter_, wanted, order);
+    cursor(); // its row, for the last time in the old order
+    sort_ = wanted;
+    useView(std::move(view));
+    cursor_.version = view_->version() - 1; // its position is looked up again
+    sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
 }
 
 } // namespace norvel::adodb

@@ -1,11 +1,13 @@
 #include "platform/adodb/client/RowSet.h"
 
 #include "platform/adodb/Errors.h"
+#include "platform/adodb/client/View.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
-#include <limits>
+#include <iterator>
 #include <utility>
 
 namespace norvel::adodb {
@@ -51,6 +53,90 @@ RowCount RowSet::reach(RowCount wanted) const {
     if (have < wanted && ended)
         if (const auto broken = error()) throw *broken;
     return have;
+}
+
+// --- changes ---
+
+namespace {
+
+// The views around a change of one row.
+template <class Change>
+void changeRow(const ViewRegistry& registry, RowNumber row, Change change) {
+    std::vector<std::pair<std::shared_ptr<View>, bool>> views;
+    for (auto& view : registry.all()) {
+        const bool showed = view->take(row);
+        views.emplace_back(std::move(view), showed);
+    }
+    change();
+    for (const auto& [view, showed] : views)
+        view->put(row, showed);
+}
+
+} // namespace
+
+void RowSet::edit(RowCount row, const std::vector<std::pair<int, Variant>>& cells) {
+    changeRow(views_, static_cast<RowNumber>(row), [&] {
+        for (const auto& [column, value] : cells)
+            store_->change(column, row, value);
+    });
+}
+
+void RowSet::remove(RowCount row) {
+    const auto number = static_cast<RowNumber>(row);
+    if (isDeleted(row)) return;
+    changeRow(views_, number,
+              [&] { deleted_.insert(std::ranges::lower_bound(deleted_, number), number); });
+}
+
+bool RowSet::isDeleted(RowCount row) const {
+    return !deleted_.empty() && std::ranges::binary_search(deleted_, row);
+}
+
+void RowSet::leaveOutDeleted(RowList& rows) const {
+    if (deleted_.empty()) return;
+    RowList left;
+    left.reserve(rows.size());
+    std::ranges::set_difference(rows, deleted_, std::back_inserter(left));
+    rows = std::move(left);
+}
+
+// As many rows are skipped as were deleted up to the one looked for.
+RowCount RowSet::livingRow(RowCount position) const {
+    std::size_t low = 0;
+    std::size_t high = deleted_.size();
+    while (low < high) {
+        const std::size_t middle = (low + high) / 2;
+        if (static_cast<RowCount>(deleted_[middle]) - static_cast<RowCount>(middle) <= position)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return position + static_cast<RowCount>(low);
+}
+
+RowCount RowSet::livingBefore(RowCount row) const {
+    return row - (std::ranges::lower_bound(deleted_, row) - deleted_.begin());
+}
+
+// --- views ---
+
+void ViewRegistry::add(const std::string& key, const std::shared_ptr<View>& view) {
+    std::erase_if(views_, [](const auto& entry) { return entry.second.expired(); });
+    views_.emplace_back(key, view);
+}
+
+std::shared_ptr<View> ViewRegistry::find(const std::string& key) const {
+    for (const auto& [known, view] : views_)
+        if (known == key && !key.empty())
+            if (auto found = view.lock()) return found;
+    return nullptr;
+}
+
+std::vector<std::shared_ptr<View>> ViewRegistry::all() const {
+    std::vector<std::shared_ptr<View>> found;
+    for (const auto& [key, weak] : views_)
+        if (auto view = weak.lock()) found.push_back(std::move(view));
+    return found;
 }
 
 Variant makeBookmark(std::uint32_t generation, RowCount row) {

@@ -4,14 +4,30 @@
 #include "platform/adodb/Recordset.h"
 #include "platform/adodb/fetch/Fetch.h"
 #include "platform/adodb/store/ColumnStore.h"
+#include "platform/adodb/store/RowList.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace norvel::adodb {
+
+class View;
+
+// The views that recordsets have on the same rows, while somebody holds them.
+class ViewRegistry {
+  public:
+    // key tells the rules of a view apart; "" is for one that is not to be found again.
+    void add(const std::string& key, const std::shared_ptr<View>& view);
+    std::shared_ptr<View> find(const std::string& key) const; // null: none
+    std::vector<std::shared_ptr<View>> all() const;
+
+  private:
+    std::vector<std::pair<std::string, std::weak_ptr<View>>> views_;
+};
 
 // Lives as long as one recordset shows it; the last one to let go ends a running fetch.
 class RowSet {
@@ -32,8 +48,17 @@ class RowSet {
     bool waits() const { return waits_; }
     std::optional<Errore> error() const;
     bool waitForEnd(int milliseconds) const;
-    // The views that recordsets have on these rows, by what tells them apart (View::shared).
-    std::map<std::string, std::weak_ptr<void>>& views() { return views_; }
+    ViewRegistry& views() { return views_; }
+
+    // Deleted rows keep their numbers. Changes go through here, so that every view hears of them.
+    void edit(RowCount row, const std::vector<std::pair<int, Variant>>& cells);
+    void remove(RowCount row);
+    bool isDeleted(RowCount row) const;
+    RowCount deletedRows() const { return static_cast<RowCount>(deleted_.size()); }
+    void leaveOutDeleted(RowList& rows) const; // ascending
+    // The row that stands at this place among those not deleted, and back.
+    RowCount livingRow(RowCount position) const;
+    RowCount livingBefore(RowCount row) const;
 
     RowCount rows() const { return store_->rows(); }
     // Rows that are there once wanted rows are, waiting for them where this set waits. Fewer than
@@ -46,7 +71,8 @@ class RowSet {
     std::shared_ptr<ColumnStore> store_;
     std::uint32_t generation_;
     bool waits_;
-    std::map<std::string, std::weak_ptr<void>> views_;
+    ViewRegistry views_;
+    RowList deleted_; // ascending
 };
 
 // A bookmark: a Double, as ADO's client cursor has it, that holds generation and row. A host only

@@ -5,44 +5,56 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
-#include <utility>
+#include <ranges>
 
 namespace norvel::adodb {
 
-namespace {
-
-constexpr RowNumber nowhere = std::numeric_limits<RowNumber>::max();
-
-} // namespace
-
-View::View(std::shared_ptr<RowSet> rows, Rules rules, const View* previous)
-    : rows_(std::move(rows)), rules_(std::move(rules)) {
+View::View(std::shared_ptr<RowSet> rows, Rules rules, View* previous)
+    : rows_(std::move(rows)), rules_(std::move(rules)), list_(std::make_shared<RowList>()) {
     if (rules_.only) {
-        list_ = *rules_.only;
-        if (rules_.order) rules_.order->sort(rows_->store(), list_);
-    } else if (previous && previous->rows_ == rows_) {
-        takeOver(*previous);
+        *list_ = *rules_.only;
+        rows_->leaveOutDeleted(*list_);
+        if (rules_.order) rules_.order->sort(rows_->store(), *list_);
+    } else if (previous && previous->rows_ == rows_ && !previous->rules_.only) {
+        if (!takeOverFilter(*previous)) takeOverOrder(*previous);
     }
 }
 
 std::shared_ptr<View> View::shared(const std::shared_ptr<RowSet>& rows, const std::string& key,
-                                   Rules rules, const View* previous) {
-    auto& kept = rows->views();
-    std::erase_if(kept, [](const auto& entry) { return entry.second.expired(); });
-    if (auto found = kept[key].lock()) return std::static_pointer_cast<View>(found);
+                                   Rules rules, View* previous) {
+    if (auto found = rows->views().find(key)) return found;
     auto made = std::make_shared<View>(rows, std::move(rules), previous);
-    kept[key] = made;
+    rows->views().add(key, made);
     return made;
 }
 
 // Rows that the previous filter kept, in the same order: those that the new one keeps are found
 // among them.
-void View::takeOver(const View& previous) {
+bool View::takeOverFilter(const View& previous) {
     const Rules& old = previous.rules_;
-    if (!rules_.filter || !old.filter || old.order != rules_.order) return;
-    if (!rules_.filter->narrows(*old.filter)) return;
-    rules_.filter->runOver(rows_->store(), previous.list_, list_);
+    if (!rules_.filter || !old.filter || old.order != rules_.order) return false;
+    if (!rules_.filter->narrows(*old.filter)) return false;
+    rules_.filter->runOver(rows_->store(), *previous.list_, *list_);
     examined_ = previous.examined_;
+    turned_ = previous.turned_;
+    return true;
+}
+
+// The same rows in another order.
+bool View::takeOverOrder(View& previous) {
+    const Rules& old = previous.rules_;
+    if (!rules_.order || old.filter != rules_.filter) return false;
+    if (old.plain()) return false;
+    previous.update();
+    examined_ = previous.examined_;
+    if (old.order && rules_.order->reverses(*old.order)) {
+        list_ = previous.list_;
+        turned_ = !previous.turned_;
+        return true;
+    }
+    *list_ = *previous.list_;
+    rules_.order->sort(rows_->store(), *list_);
+    return true;
 }
 
 // The rows that came since the last look.
@@ -60,31 +72,58 @@ void View::update() {
         std::iota(hits.begin(), hits.end(), examined_);
     }
     examined_ = now;
+    rows_->leaveOutDeleted(hits);
     add(std::move(hits));
 }
 
 void View::add(RowList hits) {
     if (hits.empty()) return;
     if (!rules_.order) {
-        if (list_.empty())
-            list_ = std::move(hits);
+        RowList& list = changeable();
+        if (list.empty())
+            list = std::move(hits);
         else
-            list_.insert(list_.end(), hits.begin(), hits.end());
+            list.insert(list.end(), hits.begin(), hits.end());
         return;
     }
     rules_.order->sort(rows_->store(), hits);
-    list_ = list_.empty() ? std::move(hits) : rules_.order->merge(rows_->store(), list_, hits);
+    straighten();
+    RowList& list = changeable();
+    list = list.empty() ? std::move(hits) : rules_.order->merge(rows_->store(), list, hits);
     ++version_;
 }
 
+// The list, this view's alone from now on.
+RowList& View::changeable() {
+    if (list_.use_count() > 1) list_ = std::make_shared<RowList>(*list_);
+    return *list_;
+}
+
+// Brings a turned list into this view's own order.
+void View::straighten() {
+    if (!turned_) return;
+    auto straight = std::make_shared<RowList>();
+    straight->reserve(list_->size());
+    for (std::size_t end = list_->size(); end > 0;) {
+        std::size_t begin = end - 1;
+        while (begin > 0 &&
+               rules_.order->compare(rows_->store(), (*list_)[begin - 1], (*list_)[end - 1]) == 0)
+            --begin;
+        straight->insert(straight->end(), list_->begin() + static_cast<std::ptrdiff_t>(begin),
+                         list_->begin() + static_cast<std::ptrdiff_t>(end));
+        end = begin;
+    }
+    list_ = std::move(straight);
+    turned_ = false;
+}
+
 RowCount View::rows() {
-    if (rules_.plain()) return rows_->rows();
+    if (rules_.plain()) return rows_->rows() - rows_->deletedRows();
     update();
-    return static_cast<RowCount>(list_.size());
+    return static_cast<RowCount>(list_->size());
 }
 
 RowCount View::reach(RowCount wanted) {
-    if (rules_.plain()) return rows_->reach(wanted);
     for (;;) {
         const bool ended = !rows_->fetching(); // looked at before the rows: they are final then
         const RowCount have = rows();
@@ -94,32 +133,93 @@ RowCount View::reach(RowCount wanted) {
             return have;
         }
         if (!rows_->waits()) return have;
-        rows_->reach(RowCount{examined_} + 1);
+        rows_->reach(rules_.plain() ? wanted + rows_->deletedRows() : RowCount{examined_} + 1);
     }
+}
+
+// The rows of the list, in its own order, that equal the one at index: nearly always few.
+View::Run View::equalsAround(std::size_t index) const {
+    const ColumnStore& store = rows_->store();
+    const RowNumber row = (*list_)[index];
+    const auto equal = [&](std::size_t i) {
+        return rules_.order->compare(store, (*list_)[i], row) == 0;
+    };
+    // Steps that double until they are out, then halves.
+    const auto reaches = [&](std::size_t most, auto at) {
+        std::size_t inside = 0;
+        std::size_t step = 1;
+        while (inside + step <= most && equal(at(inside + step))) {
+            inside += step;
+            step *= 2;
+        }
+        for (step = std::min(step, most - inside); step > 0; step /= 2)
+            while (inside + step <= most && equal(at(inside + step)))
+                inside += step;
+        return inside;
+    };
+    const std::size_t back = reaches(index, [&](std::size_t n) { return index - n; });
+    const std::size_t on =
+        reaches(list_->size() - 1 - index, [&](std::size_t n) { return index + n; });
+    return {index - back, index + on + 1};
 }
 
 RowCount View::rowAt(RowCount position) const {
-    return rules_.plain() ? position : list_[static_cast<std::size_t>(position)];
+    const auto at = static_cast<std::size_t>(position);
+    if (rules_.plain()) return rows_->livingRow(position);
+    if (!turned_) return (*list_)[at];
+    const std::size_t mirrored = list_->size() - 1 - at;
+    const auto [begin, end] = equalsAround(mirrored);
+    return (*list_)[begin + (end - 1 - mirrored)];
+}
+
+// As this list's order has it; equal rows by their numbers.
+bool View::before(RowNumber a, RowNumber b) const {
+    if (!rules_.order) return a < b;
+    const int order = rules_.order->compare(rows_->store(), a, b);
+    if (order != 0) return turned_ ? order > 0 : order < 0;
+    return a < b;
+}
+
+// Where the row stands in the list, or would stand.
+std::size_t View::indexFor(RowNumber row) const {
+    const auto place = std::lower_bound(list_->begin(), list_->end(), row,
+                                        [&](RowNumber a, RowNumber b) { return before(a, b); });
+    return static_cast<std::size_t>(place - list_->begin());
 }
 
 std::optional<RowCount> View::positionOf(RowCount row) {
-    if (rules_.plain()) return row;
+    if (rows_->isDeleted(row)) return std::nullopt;
+    if (rules_.plain()) return rows_->livingBefore(row);
     update();
-    if (!rules_.order) {
-        const auto found = std::ranges::lower_bound(list_, static_cast<RowNumber>(row));
-        if (found == list_.end() || *found != row) return std::nullopt;
-        return found - list_.begin();
-    }
-    if (positionsOf_ != version_ || positionsCount_ != list_.size() || positions_.empty()) {
-        positions_.assign(static_cast<std::size_t>(rows_->rows()), nowhere);
-        for (std::size_t i = 0; i < list_.size(); ++i)
-            positions_[list_[i]] = static_cast<RowNumber>(i);
-        positionsOf_ = version_;
-        positionsCount_ = list_.size();
-    }
-    const auto at = static_cast<std::size_t>(row);
-    if (at >= positions_.size() || positions_[at] == nowhere) return std::nullopt;
-    return positions_[at];
+    if (row >= rows_->rows()) return std::nullopt;
+    const std::size_t index = indexFor(static_cast<RowNumber>(row));
+    if (index == list_->size() || (*list_)[index] != row) return std::nullopt;
+    if (!turned_) return static_cast<RowCount>(index);
+    const auto [begin, end] = equalsAround(index);
+    return static_cast<RowCount>(list_->size() - end + (index - begin));
+}
+
+bool View::take(RowNumber row) {
+    if (rules_.plain()) return true;
+    if (row >= examined_ && !rules_.only) return false;
+    const std::size_t index = indexFor(row);
+    if (index == list_->size() || (*list_)[index] != row) return false;
+    RowList& list = changeable();
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
+    return true;
+}
+
+void View::put(RowNumber row, bool showed) {
+    ++version_;
+    if (rules_.plain() || (row >= examined_ && !rules_.only)) return;
+    const bool shows =
+        !rows_->isDeleted(row) && (rules_.filter ? rules_.filter->matches(rows_->store(), row)
+                                   : rules_.only ? showed
+                                                 : true);
+    if (!shows) return;
+    const std::size_t index = indexFor(row);
+    RowList& list = changeable();
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(index), row);
 }
 
 } // namespace norvel::adodb

@@ -10,12 +10,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace norvel::adodb {
 
 // Shared by the recordsets that show the same rows in the same way (a grid's clone beside its
 // host's), so that a filter runs once. Rows that a fetch brings later are filtered, and put into
-// the order, when somebody asks. The owner thread alone uses it.
+// the order, when somebody asks. Deleted rows do not show. The owner thread alone uses it.
 class View {
   public:
     // What makes a view: a filter, or a list of rows, or neither; and an order, or none.
@@ -26,12 +27,13 @@ class View {
         bool plain() const { return !filter && !only && !order; }
     };
 
-    // previous: the view that this one takes the place of (may be null); where the filter only
-    // narrows that one's and the order is the same, its rows alone are looked at.
-    View(std::shared_ptr<RowSet> rows, Rules rules, const View* previous);
+    // previous: the view that this one takes the place of (may be null); what it knows spares work:
+    // where the filter only narrows that one's, its rows alone are looked at; where the order is
+    // that one's turned round, its list serves.
+    View(std::shared_ptr<RowSet> rows, Rules rules, View* previous);
     // The one view of these rows under this key, which tells rules apart; made where there is none.
     static std::shared_ptr<View> shared(const std::shared_ptr<RowSet>& rows, const std::string& key,
-                                        Rules rules, const View* previous);
+                                        Rules rules, View* previous);
 
     // Those known so far.
     RowCount rows();
@@ -44,19 +46,31 @@ class View {
     std::uint32_t version() const { return version_; }
     const Rules& rules() const { return rules_; }
 
+    // Around a change of one row's values, or its deletion: before it the row is taken out (the
+    // answer: whether it showed), after it it is put where it belongs by now.
+    bool take(RowNumber row);
+    void put(RowNumber row, bool showed);
+
   private:
-    void takeOver(const View& previous);
+    using Run = std::pair<std::size_t, std::size_t>;
+
+    bool takeOverFilter(const View& previous);
+    bool takeOverOrder(View& previous);
     void update();
     void add(RowList hits);
+    RowList& changeable();
+    void straighten();
+    Run equalsAround(std::size_t index) const;
+    std::size_t indexFor(RowNumber row) const;
+    bool before(RowNumber a, RowNumber b) const;
 
     std::shared_ptr<RowSet> rows_;
     Rules rules_;
-    RowList list_; // nothing of a plain view
+    std::shared_ptr<RowList> list_; // never null; nothing of a plain view; may be another view's
+    // The list is in the opposite order: it is read backwards, runs of equal rows forwards.
+    bool turned_ = false;
     RowNumber examined_ = 0;
     std::uint32_t version_ = 0;
-    RowList positions_;             // of every row, where there is an order; made when asked for
-    std::uint32_t positionsOf_ = 0; // the version and the count that they are of
-    std::size_t positionsCount_ = 0;
 };
 
 } // namespace norvel::adodb

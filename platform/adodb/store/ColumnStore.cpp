@@ -16,7 +16,7 @@ ColumnStore::Position ColumnStore::position(std::size_t index) {
     return {chunk, index - first};
 }
 
-void ColumnStore::publish(std::unique_ptr<const RowGroup> group) {
+void ColumnStore::publish(std::unique_ptr<RowGroup> group) {
     const std::size_t index = groups_.load(std::memory_order_relaxed);
     const std::int64_t first = rows_.load(std::memory_order_relaxed);
     const Position p = position(index);
@@ -43,6 +43,14 @@ Variant ColumnStore::value(int column, std::int64_t row) const {
     const Place place = find(row);
     return place.group->segment(column).value(place.row,
                                               columns_[static_cast<std::size_t>(column)].type);
+}
+
+void ColumnStore::change(int column, std::int64_t row, const Variant& value) {
+    std::size_t index = 0;
+    while (index + 1 < groups() && firstRow(index + 1) <= row)
+        ++index;
+    slot(index).group->change(column, static_cast<std::uint32_t>(row - firstRow(index)), value);
+    derived_.forget(column);
 }
 
 } // namespace norvel::adodb

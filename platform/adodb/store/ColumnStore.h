@@ -16,7 +16,8 @@ namespace norvel::adodb {
 // One thread publishes groups, any thread reads those published: a group never changes after, and
 // the count of rows is what makes it visible. Rows count from 0. Filters and sorts work on the
 // segments of whole groups and keep what they derive (folded texts, keys) beside the group's
-// number; edits lie in an overlay over rows, so a group is never written to.
+// number. The owner alone changes a value, while nothing runs over the store; what was derived from
+// that column is dropped then.
 class ColumnStore {
   public:
     explicit ColumnStore(std::vector<ColumnInfo> columns);
@@ -42,15 +43,18 @@ class ColumnStore {
     Place find(std::int64_t row) const;
     Variant value(int column, std::int64_t row) const;
 
+    // Sets one value: of the column's type, or of any other, or Null.
+    void change(int column, std::int64_t row, const Variant& value);
+
     // What runs over the columns keep between them; it is no part of the rows' value.
     DerivedData& derived() const { return derived_; }
 
     // Adds a group of one row or more behind the others. One thread at a time.
-    void publish(std::unique_ptr<const RowGroup> group);
+    void publish(std::unique_ptr<RowGroup> group);
 
   private:
     struct Slot {
-        std::unique_ptr<const RowGroup> group;
+        std::unique_ptr<RowGroup> group;
         std::int64_t firstRow = 0;
     };
     // Chunk k holds firstChunk << k slots, so that a slot stays where it is while the directory

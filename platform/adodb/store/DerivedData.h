@@ -21,10 +21,10 @@ class DerivedData {
         if (!kept) kept = std::make_shared<T>();
         return std::static_pointer_cast<T>(kept);
     }
-    template <class T>
+    // Drops all that was derived from a column: a value of it has changed.
     void forget(int column) {
         const std::scoped_lock lock(mutex_);
-        kept_.erase({std::type_index(typeid(T)), column});
+        std::erase_if(kept_, [&](const auto& entry) { return entry.first.second == column; });
     }
 
   private:

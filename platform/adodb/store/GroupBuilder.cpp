@@ -57,7 +57,7 @@ bool GroupBuilder::publish() {
         at += sizes[i];
     }
     store_->publish(
-        std::make_unique<const RowGroup>(gathered_, std::move(slab), std::move(segments)));
+        std::make_unique<RowGroup>(gathered_, std::move(slab), std::move(segments)));
     gathered_ = 0;
     return true;
 }
