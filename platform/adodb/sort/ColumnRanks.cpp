@@ -170,9 +170,9 @@ class Extraction {
         case Storage::Int64:
             return whole(segment_.values<std::int64_t>()[row], at);
         case Storage::Scaled32:
-            return whole(segment_.values<std::int32_t>()[row], at);
+            return whole(segment_.values<std::int32_t>()[row], at, segment_.scale);
         case Storage::Scaled:
-            return whole(segment_.values<std::int64_t>()[row], at);
+            return whole(segment_.values<std::int64_t>()[row], at, segment_.scale);
         case Storage::Double:
             return real(segment_.values<double>()[row], at);
         case Storage::Days:
@@ -212,10 +212,9 @@ class Extraction {
             piece_.others.push_back(at);
         }
     }
-    // A whole number, or that of a scaled one; segments that are not scaled have the scale 0.
-    void whole(std::int64_t value, std::uint32_t at) {
+    void whole(std::int64_t value, std::uint32_t at, unsigned scale = 0) {
         if (exact_)
-            piece_.exact.push_back({numberKey(Decimal::fromScaled(value, segment_.scale)), at});
+            piece_.exact.push_back({numberKey(Decimal::fromScaled(value, scale)), at});
         else
             piece_.numbers.push_back({wholeKey(value), at});
     }
