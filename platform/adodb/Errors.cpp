@@ -47,6 +47,7 @@ constexpr Description descriptions[] = {
     {dbIntegrityViolation, "L'operazione viola un vincolo di integrità del database."},
     {dbCommandTimeout, "Tempo di attesa del comando scaduto."},
     {dbNoTable, "La tabella o la vista non esiste."},
+    {dbConcurrency, "Il record è stato modificato o cancellato da altri dopo la lettura."},
     {dbCantOrder, "Non è possibile ordinare i record in questo modo."},
 };
 

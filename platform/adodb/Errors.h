@@ -36,6 +36,7 @@ enum ErrorNumber : std::int64_t {
     dbIntegrityViolation = -2147217873, // 0x80040E2F DB_E_INTEGRITYVIOLATION
     dbCommandTimeout = -2147217871,     // 0x80040E31 DB_E_ABORTLIMITREACHED
     dbNoTable = -2147217865,            // 0x80040E37 DB_E_NOTABLE
+    dbConcurrency = -2147217864,        // 0x80040E38 DB_E_CONCURRENCYVIOLATION
     dbCantOrder = -2147217824,          // 0x80040E60 DB_E_CANTORDER
 };
 

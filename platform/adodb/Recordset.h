@@ -208,6 +208,11 @@ class NR_API Command : public Object {
 
 // This project's own engine: a client cursor over columns.
 NR_API RecordsetRef makeClientRecordset();
+// The same, but its Open and Requery without options are asynchronous from the start
+// (adAsyncExecute, adAsyncFetchNonBlocking): for the rows of a query that nobody should wait for.
+// FetchProgress tells of rows that came, FetchComplete of the end or the failure, a failed Open
+// included.
+NR_API RecordsetRef makeStreamingRecordset();
 NR_API ConnectionRef makeConnection();
 NR_API CommandRef makeCommand();
 

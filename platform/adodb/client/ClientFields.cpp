@@ -34,6 +34,11 @@ Variant ClientField::Value() const {
     return recordset_.currentValue(index_);
 }
 
+Variant ClientField::OriginalValue() const {
+    info();
+    return recordset_.originalValue(index_);
+}
+
 void ClientField::SetValue(const Variant& value) {
     info();
     recordset_.setCurrentValue(index_, value);

@@ -28,7 +28,7 @@ class ClientField final : public Field {
     int NumericScale() const override { return info().scale; }
     Variant Value() const override;
     void SetValue(const Variant& value) override;
-    Variant OriginalValue() const override { return Value(); }
+    Variant OriginalValue() const override;
     Variant UnderlyingValue() const override { return Value(); }
 
     void bind(ColumnInfo info) {

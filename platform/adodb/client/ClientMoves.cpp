@@ -25,6 +25,7 @@ RowCount moved(RowCount base, RowCount rows) {
 void ClientRecordset::moveTo(EventReasonEnum reason, const std::function<void()>& step) {
     const auto self = shared_from_this(); // a sink may drop the last reference of the host
     commitPending();
+    returning_.reset(); // whoever moves wants to be elsewhere
     try {
         if (!sinks_.ask([&](auto& sink, auto& status) { sink.WillMove(reason, status, *this); }))
             throw adoError(adErrOperationCancelled);

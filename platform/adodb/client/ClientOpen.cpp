@@ -20,8 +20,9 @@ constexpr int longestCancel = 2000; // milliseconds that Cancel waits for the fe
 
 } // namespace
 
-ClientRecordset::Options ClientRecordset::readOptions(int options) {
+ClientRecordset::Options ClientRecordset::readOptions(int options) const {
     Options read;
+    if (options == adOptionUnspecified) options = unspecifiedOptions_;
     if (options == adOptionUnspecified) return read;
     if ((options & ~(commandBits | fetchBits)) != 0) throw adoError(adErrInvalidArgument);
     const int command = options & commandBits;
@@ -29,6 +30,7 @@ ClientRecordset::Options ClientRecordset::readOptions(int options) {
     if (command != 0) read.command = static_cast<CommandTypeEnum>(command);
     read.background = (options & fetchBits) != 0;
     read.waits = (options & adAsyncFetchNonBlocking) == 0;
+    read.executes = (options & adAsyncExecute) != 0;
     return read;
 }
 
@@ -75,6 +77,7 @@ void ClientRecordset::Open(const Variant& source, const Variant& connection,
     if (cursorType < adOpenUnspecified || cursorType > adOpenStatic)
         throw adoError(adErrInvalidArgument);
     const Options read = readOptions(options);
+    openError_.reset();
     takeLockType(lockType);
     takeSource(source);
     takeConnection(connection);
@@ -94,12 +97,23 @@ void ClientRecordset::openOn(const Options& options) {
     const auto self = shared_from_this();
     const auto session = openedSession();
     makeCommand(*session, options.command);
-    auto rows = run(*session, options);
+    if (options.executes) {
+        await(session, options, true);
+        std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(self);
+        return;
+    }
+    const auto rows = run(*session, options);
     if (!rows) return;
     if (!options.background) {
         rows->start({});
         rows->reach(everyRow);
     }
+    present(rows, options);
+    std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(self);
+}
+
+// Of an opening: asks, shows, tells.
+void ClientRecordset::present(const std::shared_ptr<RowSet>& rows, const Options& options) {
     if (!sinks_.ask([&](auto& sink, auto& status) { sink.WillMove(adRsnMove, status, *this); })) {
         const Errore cancelled = adoError(adErrOperationCancelled);
         tellMoved(adRsnMove, &cancelled);
@@ -107,7 +121,6 @@ void ClientRecordset::openOn(const Options& options) {
     }
     show(rows);
     if (options.background) rows->start(fetchListener(rows->generation()));
-    std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(self);
     sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
     tellMoved(adRsnMove, nullptr);
 }
@@ -117,7 +130,7 @@ void ClientRecordset::openWithoutSource() {
     if (fields_.Count() == 0) throw adoError(connection_ ? dbNoCommand : adErrInvalidConnection);
     const auto self = shared_from_this();
     auto store = std::make_shared<ColumnStore>(fields_.infos());
-    appender_ = std::make_shared<GroupBuilder>(store);
+    appender_ = true;
     command_.reset();
     show(std::make_shared<RowSet>(std::move(store)));
     sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
@@ -158,11 +171,7 @@ void ClientRecordset::makeCommand(const Session& session, CommandTypeEnum type) 
 
 // Runs the statement and reads the first block; null where the statement has no rows.
 std::shared_ptr<RowSet> ClientRecordset::run(Session& session, const Options& options) {
-    StatementRequest request;
-    request.text = statement_;
-    request.background = options.background;
-    request.timeoutSeconds = connection_->CommandTimeout();
-    StatementResult result = session.execute(request);
+    StatementResult result = session.execute(requestFor(options));
     affected_ = result.affected;
     if (!result.rows) return nullptr;
     auto fetch = std::make_unique<Fetch>(std::move(result.rows));
@@ -172,8 +181,11 @@ std::shared_ptr<RowSet> ClientRecordset::run(Session& session, const Options& op
 
 void ClientRecordset::show(std::shared_ptr<RowSet> rows) {
     rows_ = std::move(rows);
+    rows_->share(weak_from_this());
     fields_.bind(rows_->store().columns());
     newRow_.reset();
+    edits_.clear();
+    returning_.reset();
     showThroughFilter();
     completeTold_ = true;
     toStart();
@@ -208,6 +220,10 @@ void ClientRecordset::deliverFetchEvents(std::uint32_t generation) {
         tellMoved(adRsnMove, nullptr);
         if (!current()) return;
     }
+    if (returning_ && returnToRow()) {
+        tellMoved(adRsnMove, nullptr);
+        if (!current()) return;
+    }
     const bool fetching = rows_->fetching();
     const RowCount rows = rows_->rows();
     const RowCount most = fetching ? std::max(rows, expectedRows_) : rows;
@@ -222,50 +238,12 @@ void ClientRecordset::deliverFetchEvents(std::uint32_t generation) {
     });
 }
 
-void ClientRecordset::Requery(int options) {
-    refuseInEvent();
-    requireOpen();
-    refusePending();
-    if (statement_.empty()) throw adoError(adErrIllegalOperation);
-    const Options read = readOptions(options);
-    const auto self = shared_from_this();
-    const bool allowed = sinks_.ask([&](auto& sink, auto& status) {
-        sink.WillChangeRecordset(adRsnRequery, status, *this);
-    }) && sinks_.ask([&](auto& sink, auto& status) { sink.WillMove(adRsnRequery, status, *this); });
-    try {
-        if (!allowed) throw adoError(adErrOperationCancelled);
-        requery(read);
-    } catch (const Errore& error) {
-        tellRequeried(&error);
-        throw;
-    }
-    tellRequeried(nullptr);
-}
-
-void ClientRecordset::tellRequeried(const Errore* error) {
-    const auto status = error ? adStatusErrorsOccurred : adStatusOK;
-    sinks_.tell(
-        [&](auto& sink) { sink.RecordsetChangeComplete(adRsnRequery, error, status, *this); });
-    sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
-    tellMoved(adRsnRequery, error);
-}
-
-void ClientRecordset::requery(const Options& options) {
-    const auto session = openedSession();
-    if (sourceIsCommand_) makeCommand(*session, options.command);
-    auto rows = run(*session, options);
-    if (!rows) throw adoError(adErrIllegalOperation);
-    show(rows);
-    if (options.background) {
-        rows->start(fetchListener(rows->generation()));
-    } else {
-        rows->start({});
-        rows->reach(everyRow);
-    }
-}
-
 void ClientRecordset::Close() {
     refuseInEvent();
+    if (awaited_ && awaited_->opening) {
+        clear();
+        return;
+    }
     requireOpen();
     refusePending();
     const auto self = shared_from_this();
@@ -282,27 +260,41 @@ void ClientRecordset::Close() {
 }
 
 void ClientRecordset::closeNow() {
-    if (!rows_) return;
+    const bool wasOpen = rows_ != nullptr;
+    if (!wasOpen && !awaited_) return;
     const auto self = shared_from_this();
+    clear();
+    if (!wasOpen) return;
+    sinks_.tell(
+        [&](auto& sink) { sink.RecordsetChangeComplete(adRsnClose, nullptr, adStatusOK, *this); });
+    sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
+}
+
+// Closed, without a word.
+void ClientRecordset::clear() {
+    awaited_.reset(); // ends what runs
     view_.reset();
     rows_.reset(); // the last holder ends a running fetch
     filter_ = std::int32_t{adFilterNone};
     sort_.clear();
     order_.reset();
-    appender_.reset();
+    appender_ = false;
     newRow_.reset();
+    edits_.clear();
     cursor_ = {};
     fields_.unbind();
     completeTold_ = true;
     statement_.clear();
     if (!sourceIsCommand_) command_.reset();
     releaseOwnConnection();
-    sinks_.tell(
-        [&](auto& sink) { sink.RecordsetChangeComplete(adRsnClose, nullptr, adStatusOK, *this); });
-    sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
 }
 
 void ClientRecordset::Cancel() {
+    if (awaited_) {
+        awaited_->execution->cancel();
+        if (awaited_->execution->wait(std::chrono::milliseconds(longestCancel))) awaitedEnded();
+        return;
+    }
     requireOpen();
     rows_->cancel();
     rows_->waitForEnd(longestCancel);

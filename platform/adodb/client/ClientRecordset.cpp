@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Errors.h"
 
+#include <chrono>
 #include <utility>
 
 namespace norvel::adodb {
@@ -10,6 +11,12 @@ RecordsetEvents::~RecordsetEvents() = default;
 
 RecordsetRef makeClientRecordset() {
     return std::make_shared<ClientRecordset>();
+}
+
+RecordsetRef makeStreamingRecordset() {
+    auto recordset = std::make_shared<ClientRecordset>();
+    recordset->setUnspecifiedOptions(adAsyncExecute | adAsyncFetchNonBlocking);
+    return recordset;
 }
 
 std::string connectionText(const Recordset& recordset) {
@@ -27,11 +34,11 @@ ClientRecordset::~ClientRecordset() = default;
 // --- checks ---
 
 void ClientRecordset::requireOpen() const {
-    if (!rows_) throw adoError(adErrObjectClosed);
+    if (!rows_) throw adoError(awaited_ ? adErrStillExecuting : adErrObjectClosed);
 }
 
 void ClientRecordset::requireClosed() const {
-    if (rows_) throw adoError(adErrObjectOpen);
+    if (rows_ || awaited_) throw adoError(adErrObjectOpen);
 }
 
 void ClientRecordset::refuseInEvent() const {
@@ -47,18 +54,23 @@ void ClientRecordset::requireRow() const {
 // --- properties ---
 
 int ClientRecordset::State() const {
-    if (!rows_) return adStateClosed;
+    if (!rows_) return awaited_ ? adStateExecuting : adStateClosed;
     int state = adStateOpen;
+    if (awaited_) return state | adStateExecuting;
     if (rows_->fetching()) return state | adStateFetching;
     if (rows_->error()) state |= adStateFetchBroken;
     return state;
 }
 
 std::optional<Errore> ClientRecordset::FetchError() const {
-    return rows_ ? rows_->error() : std::nullopt;
+    return rows_ ? rows_->error() : openError_;
 }
 
 bool ClientRecordset::WaitFetch(int milliseconds) {
+    if (awaited_) {
+        if (!awaited_->execution->wait(std::chrono::milliseconds(milliseconds))) return false;
+        awaitedEnded();
+    }
     return !rows_ || rows_->waitForEnd(milliseconds);
 }
 

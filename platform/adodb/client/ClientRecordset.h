@@ -8,8 +8,10 @@
 #include "platform/adodb/client/EventSinks.h"
 #include "platform/adodb/client/RowSet.h"
 #include "platform/adodb/client/View.h"
+#include "platform/adodb/fetch/Execution.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,12 +22,18 @@ namespace norvel::adodb {
 
 // Decisions where ADO leaves a choice:
 // - Open and Requery run the statement and read the first block on the calling thread; the options
-//   adAsyncFetch, adAsyncFetchNonBlocking and adAsyncExecute (taken as adAsyncFetch) bring the rest
-//   in the background and always end with a FetchComplete event, also where the first block was
-//   all. Without them every row is there on return, no fetch event comes, and a failure half way
-//   raises: an Open then leaves the recordset closed, a Requery leaves it open on what came.
+//   adAsyncFetch and adAsyncFetchNonBlocking bring the rest in the background and always end with a
+//   FetchComplete event, also where the first block was all. Without them every row is there on
+//   return, no fetch event comes, and a failure half way raises: an Open then leaves the recordset
+//   closed, a Requery leaves it open on what came.
+// - With adAsyncExecute the first block comes in the background, too, and so it does for a Requery
+//   with adAsyncFetchNonBlocking: until then an Open leaves the recordset neither open nor closed
+//   (State adStateExecuting; its members raise 3711, Cancel and Close end it), a Requery leaves the
+//   old rows on show, which may be read but not edited. A failure comes with FetchComplete. A newer
+//   Requery takes the place of one that still runs.
 // - Requery without options waits for every row. One that fails before its first block leaves rows
-//   and position as they were.
+//   and position as they were. The cursor returns to the row it was on where the rows' key tells
+//   it, as soon as that row comes, unless somebody moves first; else to the first row.
 // - While a fetch runs, a move to a row still to come waits for it under adAsyncFetch; under
 //   adAsyncFetchNonBlocking MoveLast goes to the last known row and other moves beyond it to EOF.
 //   A fetch that broke off makes every move, and GetRows, beyond the rows that came raise its
@@ -33,7 +41,7 @@ namespace norvel::adodb {
 // - Handlers of move and change events must not navigate (3710); those of FetchProgress and
 //   FetchComplete may.
 // - Clones share the rows: the fetch goes on while one of them is open. Its events go to the
-//   recordset that was opened only.
+//   recordset that was opened only; those of changed fields and records go to all of them.
 // - A filter shows the rows that match among those that came, without waiting; a row that comes
 //   later shows when it matches. It stays in force over a Requery, bookmarks and groups apart. A
 //   bookmark of a row that does not show is a bad one. On a closed recordset a filter is kept
@@ -41,8 +49,14 @@ namespace norvel::adodb {
 // - A sort leaves the cursor on its row, wherever that stands by then; so do rows that a fetch
 //   brings into a sorted recordset. It tells ViewChanged and no move. It stays in force over a
 //   Requery, and like a filter it may be set while the recordset is closed.
-// - A recordset without a source may be filled by AddNew and Update (fields not set become NULL);
-//   a new row that the filter does not show leaves the cursor at the end. Other edits raise 3251.
+// - Rows of one table whose whole primary key is among the columns can be changed, with a lock type
+//   other than adLockReadOnly; so can those of a recordset without a source. A change is sent to
+//   the database by Update (adLockBatchOptimistic included), a move or a Delete; fields of a new
+//   row that were not set are left to the database, or become NULL. Of the columns to be changed,
+//   and of every one of a row to be deleted, the database must still hold what was read. A fetch
+//   that runs is waited for. What the database made of the row is read back.
+// - A new row that the filter does not show leaves the cursor at the end; a row changed so that it
+//   no longer shows leaves it on the one that follows.
 // - Closing a Connection closes the recordsets open on it; one whose ActiveConnection was set to
 //   Nothing stays.
 class ClientRecordset final : public Recordset,
@@ -108,13 +122,17 @@ class ClientRecordset final : public Recordset,
     void Unsubscribe(RecordsetEvents* sink) override { sinks_.remove(sink); }
 
     // --- for this folder ---
+    // What an Open or Requery without options does.
+    void setUnspecifiedOptions(int options) { unspecifiedOptions_ = options; }
     Variant currentValue(int column) const;
+    Variant originalValue(int column) const;
     void setCurrentValue(int column, const Variant& value);
     // Rows that the statement of the last Open inserted, changed or deleted.
     RowCount affected() const { return affected_; }
     // What Close does once no one may object any more; nothing where it is closed.
     void closeNow();
     const ConnectionRef& connection() const { return connection_; }
+    bool shows(const RowSet& rows) const { return rows_.get() == &rows; }
 
   private:
     // Where the cursor stands: on a row, or before the first, or behind the last, or (no rows)
@@ -134,10 +152,18 @@ class ClientRecordset final : public Recordset,
         CommandTypeEnum command = adCmdUnknown;
         bool background = false;
         bool waits = true;
+        bool executes = false; // in the background, too
+    };
+    // A statement whose first block is awaited.
+    struct Awaited {
+        std::unique_ptr<Execution> execution;
+        Options options;
+        bool opening = false; // else a Requery
+        std::uint64_t number = 0;
     };
 
     // Opening (ClientOpen.cpp)
-    static Options readOptions(int options);
+    Options readOptions(int options) const;
     void takeLockType(LockTypeEnum type);
     void takeSource(const Variant& source);
     void takeConnection(const Variant& connection);
@@ -147,15 +173,35 @@ class ClientRecordset final : public Recordset,
     void releaseOwnConnection();
     void makeCommand(const Session& session, CommandTypeEnum type);
     std::shared_ptr<RowSet> run(Session& session, const Options& options);
+    void present(const std::shared_ptr<RowSet>& rows, const Options& options);
     void show(std::shared_ptr<RowSet> rows);
+    void clear();
     void toStart();
-    void requery(const Options& options);
-    void tellRequeried(const Errore* error);
     Fetch::Listener fetchListener(std::uint32_t generation);
     void deliverFetchEvents(std::uint32_t generation);
 
+    // Running the statement again (ClientRequery.cpp)
+    // The row to return to, by the values of its key, and how many rows were looked at.
+    struct Return {
+        std::vector<std::pair<int, Variant>> cells;
+        RowCount searched = 0;
+    };
+    void requery(const Options& options);
+    void tellRequeried(const Errore* error);
+    std::optional<Return> rowToReturnTo() const;
+    void showAgain(const std::shared_ptr<RowSet>& rows);
+    bool returnToRow();
+
+    // Opening in the background (ClientAsync.cpp)
+    StatementRequest requestFor(const Options& options) const;
+    void await(const std::shared_ptr<Session>& session, const Options& options, bool opening);
+    void awaitedEnded();
+    void openingEnded(Execution::Outcome outcome, const Options& options);
+    void requeryEnded(Execution::Outcome outcome, const Options& options);
+    void tellFetchFailed(const Errore& error);
+
     // Checks
-    void requireOpen() const;   // 3704
+    void requireOpen() const;   // 3704, 3711
     void requireClosed() const; // 3705
     void refuseInEvent() const; // 3710
     void requireRow() const;    // 3704, 3021
@@ -190,12 +236,21 @@ class ClientRecordset final : public Recordset,
     bool onNewRow() const;
 
     // Editing (ClientEdits.cpp)
+    using Asked = std::function<void(RecordsetEvents&, EventStatusEnum&, Recordset&)>;
+    using Told = std::function<void(RecordsetEvents&, Recordset&)>;
     bool updatable() const;
     void requireUpdatable() const;
-    void commitPending();
+    bool pending() const;
     void refusePending() const;
-    template <class Change>
-    void changeRecord(EventReasonEnum reason, Change change);
+    void commitPending();
+    void postNewRow();
+    void postEdits();
+    void deleteRow(RowCount row);
+    RowChange changeOf(RowChange::Kind kind) const;
+    std::vector<Variant> rowAsRead(RowCount row) const;
+    void changeRecord(EventReasonEnum reason, const std::function<void()>& change);
+    bool askSharers(const Asked& ask);
+    void tellSharers(const Told& tell);
 
     ClientFields fields_;
     EventSinks sinks_;
@@ -213,12 +268,18 @@ class ClientRecordset final : public Recordset,
     std::shared_ptr<View> view_;   // of them; null: closed
     Variant filter_ = std::int32_t{adFilterNone};
     std::string sort_;
-    Order order_;                                // by sort_; null: none
-    mutable Cursor cursor_;                      // read through cursor(), which follows its row
+    Order order_;           // by sort_; null: none
+    mutable Cursor cursor_; // read through cursor(), which follows its row
+    std::optional<Return> returning_;
+    std::optional<Awaited> awaited_;
+    std::uint64_t lastAwaited_ = 0;
+    std::optional<Errore> openError_; // why the last opening in the background came to nothing
+    int unspecifiedOptions_ = adOptionUnspecified;
     bool completeTold_ = true;                   // FetchComplete went out
     RowCount expectedRows_ = 0;                  // a guess: what the last fetch brought
-    std::shared_ptr<GroupBuilder> appender_;     // of a recordset without a source
+    bool appender_ = false;                      // a recordset without a source
     std::optional<std::vector<Variant>> newRow_; // AddNew's, until Update
+    std::map<int, Variant> edits_;               // of the current row, by column, until Update
     Cursor beforeNew_;
 };
 

@@ -17,7 +17,14 @@ bool ClientRecordset::onNewRow() const {
 Variant ClientRecordset::currentValue(int column) const {
     requireRow();
     if (onNewRow()) return (*newRow_)[static_cast<std::size_t>(column)];
+    if (const auto edited = edits_.find(column); edited != edits_.end()) return edited->second;
     return rows_->store().value(column, cursor().row);
+}
+
+// As it was read, whatever is being edited; a new row has none.
+Variant ClientRecordset::originalValue(int column) const {
+    requireRow();
+    return onNewRow() ? Variant() : rows_->store().value(column, cursor().row);
 }
 
 std::vector<std::size_t> ClientRecordset::columnsOf(const std::vector<Variant>& fields) const {

@@ -43,7 +43,7 @@ View::Rules ClientRecordset::rulesOf(const Variant& criteria) const {
             only.push_back(static_cast<RowNumber>(parts.row));
         }
         std::ranges::sort(only);
-        only.erase(std::ranges::unique(only).begin(), only.end());
+        only.erase(std::unique(only.begin(), only.end()), only.end());
         rules.only = std::move(only);
         return rules;
     }

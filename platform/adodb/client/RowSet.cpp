@@ -1,6 +1,7 @@
 #include "platform/adodb/client/RowSet.h"
 
 #include "platform/adodb/Errors.h"
+#include "platform/adodb/client/ClientRecordset.h"
 #include "platform/adodb/client/View.h"
 
 #include <algorithm>
@@ -26,8 +27,8 @@ std::uint32_t nextGeneration() {
 } // namespace
 
 RowSet::RowSet(std::unique_ptr<Fetch> fetch, bool waits)
-    : fetch_(std::move(fetch)), store_(fetch_->store()), generation_(nextGeneration()),
-      waits_(waits) {}
+    : fetch_(std::move(fetch)), store_(fetch_->store()), identity_(fetch_->identity()),
+      generation_(nextGeneration()), waits_(waits) {}
 
 RowSet::RowSet(std::shared_ptr<ColumnStore> store)
     : store_(std::move(store)), generation_(nextGeneration()), waits_(true) {}
@@ -55,7 +56,27 @@ RowCount RowSet::reach(RowCount wanted) const {
     return have;
 }
 
+// --- who shows the rows ---
+
+void RowSet::share(const std::weak_ptr<ClientRecordset>& recordset) {
+    std::erase_if(sharers_, [](const auto& each) { return each.expired(); });
+    sharers_.push_back(recordset);
+}
+
+std::vector<std::shared_ptr<ClientRecordset>> RowSet::sharers() {
+    std::vector<std::shared_ptr<ClientRecordset>> found;
+    for (const auto& each : sharers_)
+        if (auto recordset = each.lock())
+            if (recordset->shows(*this)) found.push_back(std::move(recordset));
+    return found;
+}
+
 // --- changes ---
+
+void RowSet::append(const std::vector<Variant>& row) {
+    if (!appender_) appender_ = std::make_unique<GroupBuilder>(store_);
+    appender_->append(row);
+}
 
 namespace {
 

@@ -15,6 +15,7 @@
 
 namespace norvel::adodb {
 
+class ClientRecordset;
 class View;
 
 // The views that recordsets have on the same rows, while somebody holds them.
@@ -48,9 +49,14 @@ class RowSet {
     bool waits() const { return waits_; }
     std::optional<Errore> error() const;
     bool waitForEnd(int milliseconds) const;
+    const RowIdentity& identity() const { return identity_; }
+    // The recordsets that show these rows.
+    void share(const std::weak_ptr<ClientRecordset>& recordset);
+    std::vector<std::shared_ptr<ClientRecordset>> sharers();
     ViewRegistry& views() { return views_; }
 
     // Deleted rows keep their numbers. Changes go through here, so that every view hears of them.
+    void append(const std::vector<Variant>& row); // no fetch runs
     void edit(RowCount row, const std::vector<std::pair<int, Variant>>& cells);
     void remove(RowCount row);
     bool isDeleted(RowCount row) const;
@@ -69,8 +75,11 @@ class RowSet {
   private:
     std::unique_ptr<Fetch> fetch_; // null: no source
     std::shared_ptr<ColumnStore> store_;
+    RowIdentity identity_; // of a recordset without a source: nothing
     std::uint32_t generation_;
     bool waits_;
+    std::unique_ptr<GroupBuilder> appender_; // made when the first row is added
+    std::vector<std::weak_ptr<ClientRecordset>> sharers_;
     ViewRegistry views_;
     RowList deleted_; // ascending
 };

@@ -18,7 +18,8 @@ constexpr auto firstBlockTime = 50ms; // longer, and what is there is the first 
 constexpr std::size_t batchCount = 8;
 constexpr std::size_t batchesToWake = 4; // a thread is woken for so many, not for each
 
-// What stops a thread of the fetch, as the one failure type.
+} // namespace
+
 Errore asErrore(const std::exception_ptr& failure) {
     try {
         std::rethrow_exception(failure);
@@ -30,8 +31,6 @@ Errore asErrore(const std::exception_ptr& failure) {
         return adoError(oleFail, other.what());
     }
 }
-
-} // namespace
 
 Fetch::Fetch(std::unique_ptr<RowSource> source) : source_(std::move(source)) {}
 
@@ -51,6 +50,7 @@ void Fetch::readFirstBlock() {
 
 void Fetch::readFirstRows() {
     std::vector<ColumnInfo> columns = source_->columns();
+    identity_ = source_->identity();
     firstBatch_ = std::make_unique<Batch>(static_cast<int>(columns.size()));
     const auto until = Clock::now() + firstBlockTime;
     const auto readMore = [&](std::uint32_t have) {

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -41,7 +42,10 @@ class Fetch {
     // Reads the first rows (one at least, unless there is none), settles the types of columns
     // that have none, and makes the store. Raises what the source raises.
     void readFirstBlock();
+    // Makes a readFirstBlock() that is running raise. Any thread.
+    void abandon() noexcept { source_->cancel(); }
     const std::shared_ptr<ColumnStore>& store() const { return store_; }
+    const RowIdentity& identity() const { return identity_; } // after the first block
 
     // Goes on in the background where there is more to read; otherwise the fetch is at its end.
     void start(Listener listener);
@@ -74,6 +78,7 @@ class Fetch {
     void finish();
 
     std::unique_ptr<RowSource> source_;
+    RowIdentity identity_;
     std::shared_ptr<ColumnStore> store_;
     std::unique_ptr<GroupBuilder> builder_; // the builder thread's once it runs
     std::unique_ptr<Batch> firstBatch_;
@@ -97,6 +102,9 @@ class Fetch {
     std::thread stepper_;
     std::thread builderThread_;
 };
+
+// What stops a thread, as the one failure type.
+Errore asErrore(const std::exception_ptr& failure);
 
 // Types for the columns that have none, from the rows of the first batch: one kind of values makes
 // its type, whole and other numbers together make a double, no values make text, and any other mix

@@ -1,6 +1,7 @@
 #include "platform/adodb/fetch/Fetch.h"
 
 #include <limits>
+#include <utility>
 
 namespace norvel::adodb {
 
@@ -61,7 +62,10 @@ void settleTypes(std::vector<ColumnInfo>& columns, const Batch& batch) {
         const int column = static_cast<int>(c);
         for (std::uint32_t row = 0; row < batch.ready(); ++row)
             seen.add(batch.kinds(column)[row], batch.values(column)[row]);
-        columns[c] = describeColumn(columns[c].name, seen.type());
+        ColumnInfo settled = describeColumn(columns[c].name, seen.type());
+        settled.attributes |= columns[c].attributes;
+        settled.origin = columns[c].origin;
+        columns[c] = std::move(settled);
     }
 }
 

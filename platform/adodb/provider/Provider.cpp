@@ -34,6 +34,10 @@ std::string nameOf(const ConnectionString& connection) {
 RowSource::~RowSource() = default;
 Session::~Session() = default;
 
+std::vector<Variant> Session::change(const RowChange&) {
+    throw adoError(adErrFeatureNotAvailable, "Questo database si può solo leggere.");
+}
+
 void registerProvider(const std::string& name, SessionFactory factory) {
     if (factory)
         providers()[name] = std::move(factory);

@@ -2,6 +2,7 @@
 
 #include "platform/adodb/sqlite/AccessFunctions.h"
 #include "platform/adodb/sqlite/SqliteErrors.h"
+#include "platform/adodb/store/RawConversion.h"
 #include "platform/runtime/HostPath.h"
 
 #include <sqlite3.h>
@@ -35,14 +36,41 @@ void checkFile(const std::string& path) {
         throw Errore(oleFail, "«" + path + "» è una cartella, non un database.");
 }
 
+int bindValue(sqlite3_stmt* statement, int parameter, const Variant& value) {
+    switch (value.type()) {
+    case VarType::Empty:
+    case VarType::Null:
+        return sqlite3_bind_null(statement, parameter);
+    case VarType::Boolean:
+        return sqlite3_bind_int(statement, parameter, value.toBoolean() ? 1 : 0);
+    case VarType::R4:
+    case VarType::R8:
+        return sqlite3_bind_double(statement, parameter, value.toDouble());
+    case VarType::Bytes:
+        return sqlite3_bind_blob64(statement, parameter, value.bytes().data(), value.bytes().size(),
+                                   SQLITE_TRANSIENT);
+    default:
+        break;
+    }
+    if (isWholeNumber(value.type())) return sqlite3_bind_int64(statement, parameter, value.toI8());
+    const std::string text = value.isText() ? value.text() : value.toDecimal().toText();
+    return sqlite3_bind_text64(statement, parameter, text.data(), text.size(), SQLITE_TRANSIENT,
+                               SQLITE_UTF8);
+}
+
 } // namespace
 
 void FinalizeStatement::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }
 
+bool Stop::asked() const {
+    return cancelled.load(std::memory_order_relaxed) ||
+           (outside && outside->load(std::memory_order_relaxed));
+}
+
 bool Stop::due() const {
-    if (cancelled.load(std::memory_order_relaxed)) return true;
+    if (asked()) return true;
     return deadline != std::chrono::steady_clock::time_point{} &&
            std::chrono::steady_clock::now() >= deadline;
 }
@@ -74,7 +102,7 @@ std::shared_ptr<SqliteHandle> SqliteHandle::open(const std::string& path, bool r
     return handle;
 }
 
-StatementHandle SqliteHandle::prepare(const std::string& sql) {
+StatementHandle SqliteHandle::compile(const std::string& sql) {
     sqlite3_stmt* statement = nullptr;
     const char* rest = nullptr;
     const int result =
@@ -86,7 +114,22 @@ StatementHandle SqliteHandle::prepare(const std::string& sql) {
     const bool clean = sqlite3_prepare_v2(db_, rest, -1, &second, nullptr) == SQLITE_OK && !second;
     sqlite3_finalize(second);
     if (!clean) throw adoError(dbErrorsInCommand, "Il testo contiene più di un'istruzione.");
+    return handle;
+}
+
+StatementHandle SqliteHandle::prepare(const std::string& sql) {
+    StatementHandle handle = compile(sql);
     if (sqlite3_bind_parameter_count(handle.get()) > 0) throw adoError(dbParamNotOptional);
+    return handle;
+}
+
+StatementHandle SqliteHandle::prepareBound(const std::string& sql,
+                                           const std::vector<Variant>& values) {
+    StatementHandle handle = compile(sql);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const int result = bindValue(handle.get(), static_cast<int>(i) + 1, values[i]);
+        if (result != SQLITE_OK) throw error(result);
+    }
     return handle;
 }
 
@@ -97,7 +140,7 @@ void SqliteHandle::run(const char* sql) {
 
 Errore SqliteHandle::error(int result) const {
     if ((result & 0xFF) == SQLITE_INTERRUPT && stop_)
-        return adoError(stop_->cancelled ? adErrOperationCancelled : dbCommandTimeout);
+        return adoError(stop_->asked() ? adErrOperationCancelled : dbCommandTimeout);
     return sqliteError(db_, result, path_);
 }
 

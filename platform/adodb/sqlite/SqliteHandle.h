@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/adodb/Errors.h"
+#include "platform/runtime/Variant.h"
 
 #include <atomic>
 #include <chrono>
@@ -10,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -24,7 +26,9 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 // When a running statement has to stop.
 struct Stop {
     std::atomic<bool> cancelled{false};
+    const std::atomic<bool>* outside = nullptr;     // a further flag, of whoever asked
     std::chrono::steady_clock::time_point deadline; // the epoch: none
+    bool asked() const;
     bool due() const;
 };
 
@@ -54,6 +58,9 @@ class SqliteHandle {
     // --- within a Turn ---
     sqlite3* get() const { return db_; }
     StatementHandle prepare(const std::string& sql);
+    // The same with values for its parameters ?1, ?2…: Null, Booleans (1 or 0), whole and other
+    // numbers, texts, bytes.
+    StatementHandle prepareBound(const std::string& sql, const std::vector<Variant>& values);
     void run(const char* sql);
     // The failure of the last call, in Italian; result is SQLite's code.
     Errore error(int result) const;
@@ -66,6 +73,7 @@ class SqliteHandle {
 
   private:
     explicit SqliteHandle(std::string path, bool readOnly);
+    StatementHandle compile(const std::string& sql);
     static int onProgress(void* self);
     static int onBusy(void* self, int attempts);
     bool stopDue() const;

@@ -1,5 +1,6 @@
 #include "platform/adodb/sqlite/SqliteRowSource.h"
 
+#include "platform/adodb/sqlite/SqliteIdentity.h"
 #include "platform/adodb/sqlite/SqliteTypes.h"
 
 #include <sqlite3.h>
@@ -21,6 +22,7 @@ SqliteRowSource::SqliteRowSource(std::shared_ptr<SqliteHandle> handle, Statement
         const char* declared = sqlite3_column_decltype(s, i);
         columns_.push_back(columnOfDeclaredType(name ? name : "", declared ? declared : ""));
     }
+    identity_ = identifyRows(*handle_, s, columns_);
 }
 
 SqliteRowSource::~SqliteRowSource() {

@@ -19,6 +19,7 @@ class SqliteRowSource : public RowSource {
     SqliteRowSource& operator=(const SqliteRowSource&) = delete;
 
     const std::vector<ColumnInfo>& columns() const override { return columns_; }
+    RowIdentity identity() override { return identity_; }
     bool read(Batch& batch) override;
     void cancel() noexcept override;
 
@@ -29,6 +30,7 @@ class SqliteRowSource : public RowSource {
     std::shared_ptr<SqliteHandle> handle_;
     StatementHandle statement_;
     std::vector<ColumnInfo> columns_;
+    RowIdentity identity_;
     Stop stop_;
     bool pending_ = false; // the current row did not fit the last batch
 };

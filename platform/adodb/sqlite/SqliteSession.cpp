@@ -1,7 +1,9 @@
 #include "platform/adodb/sqlite/SqliteSession.h"
 
 #include "platform/adodb/sqlite/AccessNotation.h"
+#include "platform/adodb/sqlite/SqliteChange.h"
 #include "platform/adodb/sqlite/SqliteHandle.h"
+#include "platform/adodb/sqlite/SqliteIdentity.h"
 #include "platform/adodb/sqlite/SqliteRowSource.h"
 #include "platform/runtime/Text.h"
 
@@ -19,6 +21,9 @@ class SqliteSession : public Session {
     explicit SqliteSession(std::shared_ptr<SqliteHandle> handle) : handle_(std::move(handle)) {}
 
     StatementResult execute(const StatementRequest& request) override;
+    std::vector<Variant> change(const RowChange& change) override {
+        return changeRow(handle_, change);
+    }
     void begin() override { run("BEGIN"); }
     void commit() override { run("COMMIT"); }
     void rollback() override { run("ROLLBACK"); }
@@ -38,6 +43,7 @@ class SqliteSession : public Session {
 StatementResult SqliteSession::execute(const StatementRequest& request) {
     const std::string sql = translateAccessNotation(request.text);
     Stop stop;
+    stop.outside = request.cancelled;
     if (request.timeoutSeconds > 0)
         stop.deadline =
             std::chrono::steady_clock::now() + std::chrono::seconds(request.timeoutSeconds);
@@ -73,10 +79,6 @@ std::unique_ptr<RowSource> SqliteSession::readerFor(const std::string& sql,
     } catch (const Errore&) {
         return nullptr;
     }
-}
-
-std::string quotedName(std::string_view name) {
-    return "\"" + replaceText(name, "\"", "\"\"") + "\"";
 }
 
 // A name that a host has quoted or bracketed itself stays; others are quoted, part by part.

@@ -30,6 +30,7 @@ struct ColumnInfo {
     int precision = notApplicable;
     int scale = notApplicable;
     int attributes = 0; // FieldAttributeEnum bits
+    std::string origin; // the table's column that it shows; "": none
 };
 
 StorageClass storageClass(DataTypeEnum type);

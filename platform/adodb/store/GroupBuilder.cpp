@@ -56,8 +56,7 @@ bool GroupBuilder::publish() {
         segments.push_back(columns_[i].finish(slab.data() + at));
         at += sizes[i];
     }
-    store_->publish(
-        std::make_unique<RowGroup>(gathered_, std::move(slab), std::move(segments)));
+    store_->publish(std::make_unique<RowGroup>(gathered_, std::move(slab), std::move(segments)));
     gathered_ = 0;
     return true;
 }

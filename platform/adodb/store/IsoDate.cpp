@@ -1,6 +1,11 @@
 #include "platform/adodb/store/IsoDate.h"
 
+#include "platform/runtime/Formats.h"
+
+#include <array>
 #include <cmath>
+#include <cstdio>
+#include <string>
 
 namespace norvel::adodb {
 
@@ -87,6 +92,21 @@ std::optional<double> parseIsoDate(std::string_view text) {
     const double time = parseTime(text.substr(11));
     if (time < 0) return std::nullopt;
     return days < 0 ? days - time : days + time;
+}
+
+std::string isoText(double days, DataTypeEnum type) {
+    const CivilDate date = civilDate({days});
+    const CivilTime time = civilTime({days});
+    std::array<char, 32> text{};
+    const auto print = [&](const char* format, auto... parts) {
+        std::snprintf(text.data(), text.size(), format, parts...);
+        return std::string(text.data());
+    };
+    std::string clock = print("%02d:%02d:%02d", time.hour, time.minute, time.second);
+    if (type == adDBTime) return clock;
+    std::string day = print("%04d-%02d-%02d", date.year, date.month, date.day);
+    const bool midnight = time.hour == 0 && time.minute == 0 && time.second == 0;
+    return midnight && (type == adDate || type == adDBDate) ? day : day + " " + clock;
 }
 
 std::optional<double> dateFromJulianDay(double julianDay) {

@@ -409,23 +409,6 @@ TEST_F(FetchTest, NothingIsToldOfAFetchThatWasClosedOrRequeried) {
     rs->Unsubscribe(&log);
 }
 
-TEST_F(FetchTest, RequeryInTheBackgroundShowsTheNewRows) {
-    script->rows = 10;
-    const auto rs = openDouble(-1);
-    script->rows = many;
-    script->holdAt = 5'000;
-    rs->Requery(adAsyncFetchNonBlocking);
-    EXPECT_EQ(rs->State(), adStateOpen | adStateFetching);
-    EXPECT_EQ(rs->AbsolutePosition(), 1);
-    EventLog log;
-    rs->Subscribe(&log);
-    script->go();
-    ASSERT_TRUE(
-        deliverUntil([&] { return !log.lines.empty() && log.lines.back() == "FetchComplete"; }));
-    EXPECT_EQ(rs->RecordCount(), many);
-    rs->Unsubscribe(&log);
-}
-
 TEST_F(FetchTest, RequeryWhileFetchingStartsAfresh) {
     script->rows = many;
     const auto rs = openDouble(adAsyncFetch);
@@ -455,16 +438,6 @@ TEST_F(FetchTest, ASynchronousRequeryThatFailsHalfWayIsBrokenNotShort) {
     EXPECT_EQ(rs->State(), adStateOpen | adStateFetchBroken);
     EXPECT_EQ(rs->RecordCount(), 1'500);
     EXPECT_EQ(descriptionOf([&] { rs->MoveLast(); }), "linea interrotta");
-}
-
-TEST_F(FetchTest, AsyncExecuteFetchesInTheBackgroundToo) {
-    script->rows = many;
-    script->holdAt = 50'000;
-    const auto rs = openDouble(adAsyncExecute);
-    EXPECT_EQ(rs->State(), adStateOpen | adStateFetching);
-    script->go();
-    rs->MoveLast();
-    EXPECT_EQ(current(*rs), many - 1);
 }
 
 TEST_F(FetchTest, ReadersOfPublishedRowsNeverMeetTheFetch) {

@@ -1,0 +1,215 @@
+#include "platform/adodb/sqlite/SqliteChange.h"
+
+#include "platform/adodb/sqlite/SqliteIdentity.h"
+#include "platform/adodb/sqlite/SqliteRowSource.h"
+#include "platform/adodb/store/FindRow.h"
+#include "platform/adodb/store/GroupBuilder.h"
+#include "platform/adodb/store/IsoDate.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+using Kind = RowChange::Kind;
+using Values = std::vector<Variant>;
+
+constexpr const char* savepoint = "norvelricerca_modifica";
+
+class Writer {
+  public:
+    Writer(const std::shared_ptr<SqliteHandle>& handle, const RowChange& change)
+        : handle_(handle), change_(change) {}
+
+    Values run() {
+        run("SAVEPOINT");
+        try {
+            Values after = write();
+            run("RELEASE");
+            return after;
+        } catch (...) {
+            undo();
+            throw;
+        }
+    }
+
+  private:
+    // A statement, a list of it, and the values of its parameters.
+    struct Text {
+        std::string sql;
+        Values values;
+        void add(const Variant& value) {
+            values.push_back(value);
+            sql.append("?").append(std::to_string(values.size()));
+        }
+    };
+
+    const ColumnInfo& info(int column) const {
+        return change_.columns[static_cast<std::size_t>(column)];
+    }
+    std::string name(int column) const { return quotedName(info(column).origin); }
+    Variant stored(int column, const Variant& value) const {
+        if (value.type() != VarType::Date) return value;
+        return isoText(value.toDate().days, info(column).type);
+    }
+
+    void run(const std::string& word) {
+        const SqliteHandle::Turn turn(*handle_, nullptr);
+        handle_->run((word + " " + savepoint).c_str());
+    }
+    // The failure that led here is what counts; one of the way back leaves the transaction open,
+    // which the next statement tells.
+    void undo() {
+        try {
+            run("ROLLBACK TO");
+            run("RELEASE");
+        } catch (const Errore&) {
+            return;
+        }
+    }
+
+    Values write() {
+        if (change_.kind == Kind::Insert) {
+            insert();
+            return rowNow(inserted());
+        }
+        const Text where = byKey(change_.before);
+        checkUnchanged(where);
+        if (change_.kind == Kind::Delete) {
+            remove(where);
+            return {};
+        }
+        update(where);
+        Values after = change_.before;
+        for (const auto& cell : change_.cells)
+            after[static_cast<std::size_t>(cell.column)] = cell.value;
+        return rowNow(byKey(after));
+    }
+
+    void execute(const Text& text) {
+        const SqliteHandle::Turn turn(*handle_, nullptr);
+        const auto statement = handle_->prepareBound(text.sql, text.values);
+        const int result = sqlite3_step(statement.get());
+        if (result != SQLITE_DONE && result != SQLITE_ROW) throw handle_->error(result);
+    }
+
+    Text byKey(const Values& row) const {
+        Text where{" WHERE ", {}};
+        for (const int column : change_.identity.key) {
+            if (!where.values.empty()) where.sql += " AND ";
+            where.sql += name(column) + " IS ";
+            where.add(stored(column, row[static_cast<std::size_t>(column)]));
+        }
+        return where;
+    }
+
+    void insert() {
+        Text text{"INSERT INTO " + change_.identity.table, {}};
+        if (change_.cells.empty()) {
+            text.sql += " DEFAULT VALUES";
+            return execute(text);
+        }
+        text.sql += " (";
+        for (std::size_t i = 0; i < change_.cells.size(); ++i)
+            text.sql.append(i ? ", " : "").append(name(change_.cells[i].column));
+        text.sql += ") VALUES (";
+        for (std::size_t i = 0; i < change_.cells.size(); ++i) {
+            if (i) text.sql += ", ";
+            text.add(stored(change_.cells[i].column, change_.cells[i].value));
+        }
+        text.sql += ")";
+        execute(text);
+    }
+
+    // Where the new row is: by its key, where all of it was given, else by the number that the
+    // database gave it.
+    Text inserted() const {
+        Values row(change_.columns.size());
+        for (const auto& cell : change_.cells)
+            row[static_cast<std::size_t>(cell.column)] = cell.value;
+        const auto& key = change_.identity.key;
+        const bool given = !key.empty() && std::ranges::all_of(key, [&](int column) {
+            const Variant& value = row[static_cast<std::size_t>(column)];
+            return !value.isNull() && !value.isEmpty();
+        });
+        if (given) return byKey(row);
+        const SqliteHandle::Turn turn(*handle_, nullptr);
+        Text where{" WHERE _rowid_ = ", {}};
+        where.add(std::int64_t{sqlite3_last_insert_rowid(handle_->get())});
+        return where;
+    }
+
+    void update(const Text& where) {
+        // The parameters of the condition keep their numbers; those of the values follow.
+        Text text{"UPDATE " + change_.identity.table + " SET ", where.values};
+        for (std::size_t i = 0; i < change_.cells.size(); ++i) {
+            if (i) text.sql += ", ";
+            text.sql += name(change_.cells[i].column) + " = ";
+            text.add(stored(change_.cells[i].column, change_.cells[i].value));
+        }
+        text.sql += where.sql;
+        execute(text);
+    }
+
+    void remove(const Text& where) {
+        execute({"DELETE FROM " + change_.identity.table + where.sql, where.values});
+    }
+
+    bool written(std::size_t column) const {
+        if (change_.columns[column].origin.empty()) return false;
+        if (change_.kind == Kind::Delete) return true;
+        return std::ranges::any_of(change_.cells, [&](const RowChange::Cell& cell) {
+            return static_cast<std::size_t>(cell.column) == column;
+        });
+    }
+    void checkUnchanged(const Text& where) {
+        const Values now = rowNow(where);
+        for (std::size_t i = 0; i < now.size(); ++i)
+            if (written(i) && !sameValue(now[i], change_.before[i])) throw adoError(dbConcurrency);
+    }
+
+    // The row as a fetch would read it; of a column that no table has, what was read before.
+    Values rowNow(const Text& where) {
+        std::string sql = "SELECT ";
+        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
+            const int column = static_cast<int>(i);
+            sql.append(i ? ", " : "").append(info(column).origin.empty() ? "NULL" : name(column));
+        }
+        sql += " FROM " + change_.identity.table + where.sql;
+        const auto store = std::make_shared<ColumnStore>(change_.columns);
+        GroupBuilder builder(store);
+        Batch batch(static_cast<int>(change_.columns.size()));
+        batch.reset(1);
+        source({sql, where.values})->read(batch);
+        builder.take(batch);
+        builder.publish();
+        if (store->rows() == 0) throw adoError(dbConcurrency);
+        Values row;
+        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
+            const bool computed = change_.columns[i].origin.empty() && !change_.before.empty();
+            row.push_back(computed ? change_.before[i] : store->value(static_cast<int>(i), 0));
+        }
+        return row;
+    }
+    std::unique_ptr<RowSource> source(const Text& text) const {
+        const SqliteHandle::Turn turn(*handle_, nullptr);
+        auto statement = handle_->prepareBound(text.sql, text.values);
+        return std::make_unique<SqliteRowSource>(handle_, std::move(statement), 0);
+    }
+
+    std::shared_ptr<SqliteHandle> handle_;
+    const RowChange& change_;
+};
+
+} // namespace
+
+std::vector<Variant> changeRow(const std::shared_ptr<SqliteHandle>& handle,
+                               const RowChange& change) {
+    return Writer(handle, change).run();
+}
+
+} // namespace norvel::adodb
