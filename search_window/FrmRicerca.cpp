@@ -5,6 +5,7 @@
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/Toolkit.h"
+#include "platform/controls/ToolkitThread.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
 #include "platform/runtime/Twips.h"
@@ -15,7 +16,6 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/display.h>
-#include <wx/evtloop.h>
 #include <wx/frame.h>
 #include <wx/timer.h>
 
@@ -30,15 +30,6 @@ namespace {
 std::unique_ptr<FrmRicerca>& istanza() {
     static auto* finestra = new std::unique_ptr<FrmRicerca>;
     return *finestra;
-}
-
-// Lets the display hear that the window is gone, for a host that runs no event loop afterwards.
-// Bounded: the host's own events are its own business.
-void vuotaEventi() {
-    wxGUIEventLoop ciclo;
-    const wxEventLoopActivator attivo(&ciclo);
-    for (int n = 0; n < 100 && ciclo.Pending(); ++n)
-        ciclo.Dispatch();
 }
 
 } // namespace
@@ -180,7 +171,8 @@ void FrmRicerca::Show(bool modale) {
         questa = std::move(istanza());
     }
     questa.reset();
-    vuotaEventi();
+    controls::finishPendingWork();
+    controls::leaveThread();
 }
 
 void FrmRicerca::Scarica(ModoScarico modo) {
@@ -196,7 +188,10 @@ void FrmRicerca::Scarica(ModoScarico modo) {
         Finestra->Hide();
         // Handlers of the window may be running: it is destroyed from the event loop.
         auto morente = std::make_shared<std::unique_ptr<FrmRicerca>>(std::move(istanza()));
-        wxTheApp->CallAfter([morente] { morente->reset(); });
+        wxTheApp->CallAfter([morente] {
+            morente->reset();
+            controls::leaveThread();
+        });
     }
 }
 

@@ -31,6 +31,7 @@ class HostWindows {
     };
     static Disabled disable(void* window);
     std::vector<Disabled> disabled_;
+    void* modal_ = nullptr; // the window that outlives an owner of the host's (Windows)
 };
 
 // True where a loop over the program's events runs on another thread (a host's own).

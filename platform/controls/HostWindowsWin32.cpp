@@ -3,6 +3,8 @@
 #include <wx/toplevel.h>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 #include <windows.h>
 
 namespace norvel::controls {
@@ -23,6 +25,39 @@ BOOL CALLBACK collect(HWND window, LPARAM list) {
     return TRUE;
 }
 
+// The modal windows over hosts' windows, and the hook that lasts as long as there are any. All on
+// the thread that owns the toolkit.
+std::vector<HWND>& overHosts() {
+    static std::vector<HWND> windows;
+    return windows;
+}
+HHOOK& destructionHook() {
+    static HHOOK hook = nullptr;
+    return hook;
+}
+
+// An owner takes what it owns along when it is destroyed. A host may close its window while the
+// operator searches (a session that expires): the search goes on without an owner.
+LRESULT CALLBACK beforeDestruction(int code, WPARAM window, LPARAM parameter) {
+    if (code == HCBT_DESTROYWND)
+        for (HWND modal : overHosts())
+            if (reinterpret_cast<WPARAM>(GetWindow(modal, GW_OWNER)) == window)
+                SetWindowLongPtrW(modal, GWLP_HWNDPARENT, 0);
+    return CallNextHookEx(nullptr, code, window, parameter);
+}
+
+void surviveOwner(HWND modal) {
+    overHosts().push_back(modal);
+    if (destructionHook() == nullptr)
+        destructionHook() =
+            SetWindowsHookExW(WH_CBT, beforeDestruction, nullptr, GetCurrentThreadId());
+}
+void forgetOwner(HWND modal) {
+    if (std::erase(overHosts(), modal) == 0 || !overHosts().empty()) return;
+    UnhookWindowsHookEx(destructionHook());
+    destructionHook() = nullptr;
+}
+
 } // namespace
 
 HostWindows::Disabled HostWindows::disable(void* window) {
@@ -34,8 +69,13 @@ HostWindows::Disabled HostWindows::disable(void* window) {
 // the icon with it and gives the focus back to it.
 void HostWindows::takeInputFor(wxTopLevelWindow& modal) {
     const HWND owner = GetActiveWindow();
-    if (owner != nullptr && owner != modal.GetHandle())
+    if (owner != nullptr && owner != modal.GetHandle()) {
         SetWindowLongPtrW(modal.GetHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+        if (!isToolkits(owner)) {
+            modal_ = modal.GetHandle();
+            surviveOwner(modal.GetHandle());
+        }
+    }
     std::vector<HWND> windows;
     EnumThreadWindows(GetCurrentThreadId(), collect, reinterpret_cast<LPARAM>(&windows));
     for (HWND window : windows)
@@ -54,6 +94,7 @@ void HostWindows::giveBack() {
             EnableWindow(window, TRUE);
     }
     disabled_.clear();
+    forgetOwner(static_cast<HWND>(std::exchange(modal_, nullptr)));
 }
 
 // Every thread of Windows has an event queue of its own.

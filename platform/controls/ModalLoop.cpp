@@ -1,10 +1,10 @@
 #include "platform/controls/HostWindows.h"
+#include "platform/controls/NestedLoop.h"
 #include "platform/controls/Toolkit.h"
 #include "platform/controls/ToolkitThread.h"
 #include "platform/runtime/Errore.h"
 
 #include <wx/app.h>
-#include <wx/evtloop.h>
 #include <wx/toplevel.h>
 #include <wx/utils.h>
 #include <wx/weakref.h>
@@ -13,44 +13,14 @@
 
 namespace norvel::controls {
 
-namespace {
-
-#ifdef __WXGTK__
-// The toolkit's own loop, when it ends, also ends the gtk_main() around it to see whether that was
-// meant; around ours that may be the host's. So this one turns by single iterations.
-class NestedLoop : public wxGUIEventLoop {
-  public:
-    void ScheduleExit(int) override {
-        ended_ = true;
-        WakeUp();
-    }
-
-  protected:
-    int DoRun() override {
-        while (!ended_)
-            Dispatch();
-        return 0;
-    }
-
-  private:
-    bool ended_ = false;
-};
-#else
-using NestedLoop = wxGUIEventLoop;
-#endif
-
-// Takes a window that was hidden or destroyed off the screen, also in a host that runs no event
-// loop after this.
 void finishPendingWork() {
     wxTheApp->ProcessPendingEvents();
     wxTheApp->ProcessIdle(); // deletes what was Destroy()ed
-    wxGUIEventLoop turn;
+    NestedLoop turn;
     const wxEventLoopActivator activator(&turn);
     for (int i = 0; i < 100 && turn.Pending(); ++i)
         turn.Dispatch();
 }
-
-} // namespace
 
 struct ModalLoop::Impl {
     NestedLoop* loop = nullptr; // while Run runs
@@ -127,6 +97,7 @@ void ModalLoop::Run(wxTopLevelWindow& window) {
     impl->begin(window);
     loop.Run();
     impl->loop = nullptr;
+    impl->end(); // of a loop that ended because the program is to quit
     impl->leave(focusBefore.get());
 }
 

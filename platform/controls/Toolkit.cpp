@@ -13,7 +13,6 @@
 #include <wx/log.h>
 #include <wx/module.h>
 #include <wx/thread.h>
-#include <wx/toplevel.h>
 
 #include <clocale>
 #include <cstdio>
@@ -75,14 +74,6 @@ std::mutex& startMutex() {
 
 bool toolkitRuns() {
     return wxTheApp != nullptr && wxModule::AreInitialized();
-}
-
-// A window that waits for its deletion is not open any more.
-bool aWindowIsOpen() {
-    if (toolkitInUse()) return true;
-    for (wxWindow* window : wxTopLevelWindows)
-        if (window->IsShown() && !wxPendingDelete.Member(window)) return true;
-    return false;
 }
 
 Errore erroreAltroThread() {

@@ -22,6 +22,10 @@ NR_API void avviaToolkit();
 // True on the thread that owns the toolkit, or when the toolkit is not running.
 NR_API bool threadDelToolkit();
 
+// Lets the toolkit do what is left of its work, as its event loop would: takes windows that were
+// hidden or destroyed off the screen, also in a host that runs no event loop after this.
+NR_API void finishPendingWork();
+
 // Shows a top-level window modally: a nested event loop, the other windows of the toolkit and of
 // the host disabled meanwhile, the focus back where it was at the end. Modal windows nest: a second
 // one over the first, a message box over both. Works whether or not the host runs an event loop,

@@ -331,6 +331,11 @@ std::shared_ptr<const Ranks> KeptRanks::reaching(std::size_t rows) const {
     return ranks_ && ranks_->size() >= rows ? ranks_ : nullptr;
 }
 
+std::size_t KeptRanks::bytes() const {
+    const std::scoped_lock lock(mutex_);
+    return ranks_ ? ranks_->capacity() * sizeof(std::uint32_t) : 0;
+}
+
 std::shared_ptr<const Ranks> KeptRanks::extended(const ColumnStore& store, int column,
                                                  std::size_t rows, unsigned threads) {
     const std::scoped_lock one(computing_);

@@ -28,6 +28,7 @@ class KeptRanks {
     // thread computes, the others wait for it.
     std::shared_ptr<const Ranks> extended(const ColumnStore& store, int column, std::size_t rows,
                                           unsigned threads);
+    std::size_t bytes() const; // of memory
 
   private:
     mutable std::mutex mutex_;

@@ -2,6 +2,8 @@
 // apartments.
 #include "tests/windows/hosts/CppHost.h"
 
+#include <thread>
+
 namespace norvel::tests {
 namespace {
 
@@ -62,6 +64,39 @@ TEST(CppObjects, ComponentStaysInTheProcessAfterASearchWhateverTheHostReleases) 
     CoUninitialize();
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     EXPECT_EQ(answerOf(*createRicerca().get()), answer);
+}
+
+// A search on a thread of its own, with keys and with the timer after which Enter counts.
+std::wstring searchOnAnotherThread() {
+    std::wstring answer;
+    std::thread host([&answer] {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        if (const ComPtr<_Ricerca> ricerca = createRicerca()) {
+            prepare(*ricerca.get(), clients(50));
+            EXPECT_EQ(search(*ricerca.get(),
+                             [] {
+                                 const Shown window = Shown::titled(caption);
+                                 press(VK_DOWN, 2);
+                                 window.chooseByEnter();
+                             }),
+                      S_OK);
+            answer = answerOf(*ricerca.get());
+            letGoOfRows(*ricerca.get());
+        }
+        CoUninitialize();
+    });
+    host.join();
+    return answer;
+}
+
+TEST(CppObjects, SearchesMoveFromThreadToThreadAlsoFromOneThatHasEnded) {
+    EXPECT_EQ(searchOnAnotherThread(), L"3");
+    EXPECT_EQ(searchOnAnotherThread(), L"3");
+    const ComPtr<_Ricerca> ricerca = createRicerca();
+    prepare(*ricerca.get(), clients(50));
+    EXPECT_EQ(search(*ricerca.get(), [] { Shown::titled(caption).chooseByEnter(); }), S_OK);
+    EXPECT_EQ(answerOf(*ricerca.get()), L"1");
+    letGoOfRows(*ricerca.get());
 }
 
 TEST(CppObjects, HostOfTheMultithreadedApartmentGetsItsAnswerThroughAProxy) {
