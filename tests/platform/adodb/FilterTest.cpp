@@ -1,10 +1,8 @@
 // The filter of a recordset: which rows show, where the cursor goes, who is told.
 #include "platform/runtime/OwnerQueue.h"
-#include "platform/runtime/Text.h"
 #include "tests/platform/adodb/AdodbTest.h"
 
 #include <algorithm>
-#include <random>
 
 namespace norvel::adodb {
 namespace {
@@ -286,90 +284,6 @@ TEST_F(FilterFetchTest, AFetchThatBreaksOffIsNoEndUnderAFilterEither) {
     EXPECT_EQ(raised, rs->FetchError()->numero());
     EXPECT_EQ(rs->RecordCount(), 10);
     EXPECT_NE(rs->State() & adStateFetchBroken, 0);
-}
-
-// Random rows and filters against the same conditions asked of SQLite.
-TEST(FilterDifferential, TheEngineAndTheDatabaseAgree) {
-    const unsigned seed = 20'111'503;
-    std::mt19937 random(seed);
-    const auto pick = [&](const auto& from) { return from[random() % std::size(from)]; };
-    const std::string words[] = {"Rossi", "rossini", "d'Amico", "",   "a[b]",
-                                 "x_y",   "50",      "Bianchi", "ros"};
-    const std::string likes[] = {"ros", "s", "d'", "[b", "_", "5", "zz", "A"};
-    const int pairs = 40;
-    int compared = 0;
-    for (int table = 0; table < 50; ++table) {
-        TemporaryFolder folder;
-        std::string sql = "CREATE TABLE t (k INTEGER, a TEXT, n INTEGER, d REAL, b BOOLEAN);";
-        for (int row = 0; row < 30; ++row) {
-            const auto maybe = [&](const std::string& value) {
-                return random() % 5 == 0 ? std::string("NULL") : value;
-            };
-            sql += "INSERT INTO t VALUES (" + std::to_string(row) + "," +
-                   maybe("'" + replaceText(pick(words), "'", "''") + "'") + "," +
-                   maybe(std::to_string(static_cast<int>(random() % 7) - 3)) + "," +
-                   maybe(std::to_string(random() % 5) + ".5") + "," +
-                   maybe(std::to_string(random() % 2)) + ");";
-        }
-        const std::string connection = folder.database("t.db", sql);
-        const auto rs = openOn(connection, "SELECT * FROM t");
-        const std::string ops[] = {"=", "<>", "<", "<=", ">", ">="};
-        const auto clause = [&]() -> std::pair<std::string, std::string> {
-            switch (random() % 6) {
-            case 0: {
-                const std::string needle = replaceText(pick(likes), "'", "''");
-                return {"a LIKE '*" + needle + "*'",
-                        "instr(lower(a), lower('" + needle + "')) > 0"};
-            }
-            case 1: {
-                const std::string value = replaceText(pick(words), "'", "''");
-                const bool equal = random() % 2 == 0;
-                return {"a" + std::string(equal ? "=" : "<>") + "'" + value + "'",
-                        "lower(a)" + std::string(equal ? "=" : "<>") + "lower('" + value + "')"};
-            }
-            case 2: {
-                const std::string test =
-                    pick(ops) + std::to_string(static_cast<int>(random() % 7) - 3);
-                return {"n" + test, "n" + test};
-            }
-            case 3: {
-                const std::string test = pick(ops) + std::to_string(random() % 5) + ".5";
-                return {"[d]" + test, "d" + test};
-            }
-            case 4: {
-                const bool wanted = random() % 2 == 0;
-                return {wanted ? "b=1" : "b<>1", wanted ? "b<>0" : "b=0"};
-            }
-            default: {
-                const std::string column = pick(std::vector<std::string>{"a", "n", "d", "b"});
-                const bool null = random() % 2 == 0;
-                return {column + (null ? "=NULL" : "<>NULL"),
-                        column + (null ? " IS NULL" : " IS NOT NULL")};
-            }
-            }
-        };
-        for (int pair = 0; pair < pairs; ++pair) {
-            std::string filter, condition;
-            for (unsigned group = 0, groups = 1 + random() % 3; group < groups; ++group) {
-                std::string own, theirs;
-                for (unsigned i = 0, count = 1 + random() % 3; i < count; ++i) {
-                    const auto [ours, its] = clause();
-                    own += (i ? " AND " : "") + ours;
-                    theirs += (i ? " AND " : "") + its;
-                }
-                filter += (group ? " OR (" : "(") + own + ")";
-                condition += (group ? " OR (" : "(") + theirs + ")";
-            }
-            rs->SetFilter(filter);
-            const auto theirs =
-                openOn(connection, "SELECT k FROM t WHERE " + condition + " ORDER BY k");
-            ASSERT_EQ(rs->RecordCount(), theirs->RecordCount()) << filter << " / " << condition;
-            for (; !theirs->EOF_(); theirs->MoveNext(), rs->MoveNext())
-                ASSERT_EQ(current(*rs, "k"), current(*theirs)) << filter;
-            ++compared;
-        }
-    }
-    EXPECT_EQ(compared, 50 * pairs);
 }
 
 } // namespace
