@@ -181,7 +181,7 @@ class Sorts {
         double kept = 0;
         for (const int column : sorted) {
             bytes += bytesOf(store_, column);
-            kept += static_cast<double>(store_.derived().of<adodb::KeptRanks>(column)->bytes()) /
+            kept += static_cast<double>(store_.derived().of<adodb::KeptOrder>(column)->bytes()) /
                     1048576.0;
         }
         std::printf("%-28s %7u %12zu %9.1f %7.2f %9.2f %9.2f %9.2f %9.1f\n", sort.c_str(),

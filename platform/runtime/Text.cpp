@@ -256,7 +256,13 @@ int collateText(std::string_view a, std::string_view b) {
 }
 
 std::string collationKey(std::string_view text) {
-    return system_text::collationKey(text);
+    std::string key;
+    system_text::appendCollationKey(key, text);
+    return key;
+}
+
+void appendCollationKey(std::string& key, std::string_view text) {
+    system_text::appendCollationKey(key, text);
 }
 
 TextMatch matchText(std::string_view text, std::string_view needle, std::size_t start) {

@@ -27,6 +27,8 @@ NR_API int collateText(std::string_view a, std::string_view b);
 // once for each text, they make long sorts cheap. They are for this process: another release of the
 // system may make others.
 NR_API std::string collationKey(std::string_view text);
+// The same behind what key holds.
+NR_API void appendCollationKey(std::string& key, std::string_view text);
 // The form in which case-blind equal texts are byte-equal. Folding is made once, comparing is
 // cheap.
 NR_API std::string foldText(std::string_view text);

@@ -9,6 +9,9 @@
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <memory>
 
 namespace norvel::system_text {
@@ -87,6 +90,108 @@ std::u16string folded(const std::u16string& text) {
     return result;
 }
 
+// Bytes that are not UTF-8 count as U+FFFD, as ucol_strcollUTF8 counts them.
+void appendAnyKey(const UCollator* collator, std::string& key, std::string_view text) {
+    std::u16string wide(text.size(), u'\0'); // never longer than the bytes
+    UErrorCode status = U_ZERO_ERROR;
+    int32_t length = 0;
+    u_strFromUTF8WithSub(wide.data(), static_cast<int32_t>(wide.size()), &length, text.data(),
+                         static_cast<int32_t>(text.size()), 0xFFFD, nullptr, &status);
+    const std::size_t before = key.size();
+    const auto fill = [&] {
+        return ucol_getSortKey(collator, wide.data(), length,
+                               reinterpret_cast<std::uint8_t*>(key.data() + before),
+                               static_cast<int32_t>(key.size() - before));
+    };
+    key.resize(before + text.size() * 3 + 16); // a guess
+    int32_t needed = fill();
+    if (static_cast<std::size_t>(needed) > key.size() - before) {
+        key.resize(before + static_cast<std::size_t>(needed));
+        needed = fill();
+    }
+    // without the 0 at its end
+    key.resize(before + (needed > 0 ? static_cast<std::size_t>(needed) - 1 : 0));
+}
+
+// The keys of texts of plain ASCII characters, put together from those of the characters. Such a
+// key is each character's own bytes one after the other, and an end that depends on their number
+// alone: what the collator makes of every pair of characters is looked at before that is relied on.
+class PlainKeys {
+  public:
+    explicit PlainKeys(const UCollator* collator) : collator_(collator) {
+        std::string letters;
+        for (std::string& end : ends_) {
+            end = keyOf(letters).substr(letters.size());
+            letters += 'a';
+        }
+        for (char c = firstPlain; c <= lastPlain; ++c)
+            learn(c);
+        for (char a = firstPlain; a <= lastPlain; ++a)
+            for (char b = firstPlain; b <= lastPlain; ++b)
+                checkPair(a, b);
+    }
+
+    // False where the text is not of that kind; key is as it was then.
+    bool append(std::string& key, std::string_view text) const {
+        if (text.size() >= ends_.size()) return false;
+        const std::size_t before = key.size();
+        key.resize(before + text.size() * longest);
+        char* out = key.data() + before;
+        for (const char c : text) {
+            const Own& own = owns_[static_cast<unsigned char>(c)];
+            if (own.length == 0) {
+                key.resize(before);
+                return false;
+            }
+            std::memcpy(out, own.bytes, longest);
+            out += own.length;
+        }
+        key.resize(static_cast<std::size_t>(out - key.data()));
+        key += ends_[text.size()];
+        return true;
+    }
+
+  private:
+    static constexpr char firstPlain = ' ';
+    static constexpr char lastPlain = '~';
+    static constexpr std::size_t longest = 4;
+    struct Own {
+        char bytes[longest] = {};
+        std::uint8_t length = 0; // 0: not plain
+    };
+
+    std::string keyOf(std::string_view text) const {
+        std::string key;
+        appendAnyKey(collator_, key, text);
+        return key;
+    }
+    void learn(char c) {
+        const std::string key = keyOf({&c, 1});
+        const std::size_t length = key.size() - std::min(key.size(), ends_[1].size());
+        if (length == 0 || length > longest || !key.ends_with(ends_[1])) return;
+        Own& own = owns_[static_cast<unsigned char>(c)];
+        std::memcpy(own.bytes, key.data(), length);
+        own.length = static_cast<std::uint8_t>(length);
+    }
+    void checkPair(char a, char b) {
+        const char pair[] = {a, b};
+        std::string key;
+        if (!append(key, {pair, 2}) || key == keyOf({pair, 2})) return;
+        owns_[static_cast<unsigned char>(a)].length = 0;
+        owns_[static_cast<unsigned char>(b)].length = 0;
+    }
+
+    const UCollator* collator_;
+    std::array<std::string, 256> ends_; // by the number of characters
+    std::array<Own, 256> owns_;
+};
+
+// What stands for a key must not hold a zero.
+void appendWithoutZeros(std::string& key, std::string text) {
+    std::ranges::replace(text, '\0', '\1');
+    key += text;
+}
+
 } // namespace
 
 char32_t foldCodePoint(char32_t c) {
@@ -116,28 +221,14 @@ int collate(std::string_view a, std::string_view b) {
                             static_cast<int32_t>(b.size()), &status);
 }
 
-// Bytes that are not UTF-8 count as U+FFFD, as ucol_strcollUTF8 counts them.
-std::string collationKey(std::string_view text) {
+void appendCollationKey(std::string& key, std::string_view text) {
     const UCollator* const collator = italianCollator();
-    if (collator == nullptr) return foldText(text);
-    std::u16string wide(text.size(), u'\0'); // never longer than the bytes
-    UErrorCode status = U_ZERO_ERROR;
-    int32_t length = 0;
-    u_strFromUTF8WithSub(wide.data(), static_cast<int32_t>(wide.size()), &length, text.data(),
-                         static_cast<int32_t>(text.size()), 0xFFFD, nullptr, &status);
-    std::string key(text.size() * 3 + 16, '\0'); // a guess
-    const auto fill = [&] {
-        return ucol_getSortKey(collator, wide.data(), length,
-                               reinterpret_cast<std::uint8_t*>(key.data()),
-                               static_cast<int32_t>(key.size()));
-    };
-    int32_t needed = fill();
-    if (needed > static_cast<int32_t>(key.size())) {
-        key.resize(static_cast<std::size_t>(needed));
-        needed = fill();
+    if (collator == nullptr) {
+        appendWithoutZeros(key, foldText(text));
+        return;
     }
-    key.resize(needed > 0 ? static_cast<std::size_t>(needed) - 1 : 0); // without the 0 at its end
-    return key;
+    static const PlainKeys& plain = *new PlainKeys(collator);
+    if (!plain.append(key, text)) appendAnyKey(collator, key, text);
 }
 
 } // namespace norvel::system_text

@@ -22,7 +22,7 @@ std::string foldSegment(std::string_view segment);
 // <0, 0, >0 by Italian collation, case-blind.
 int collate(std::string_view a, std::string_view b);
 
-// Bytes in the order of collate.
-std::string collationKey(std::string_view text);
+// Bytes in the order of collate, none of them 0, behind what key holds.
+void appendCollationKey(std::string& key, std::string_view text);
 
 } // namespace norvel::system_text

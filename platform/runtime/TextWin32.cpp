@@ -198,19 +198,22 @@ int collate(std::string_view a, std::string_view b) {
 }
 
 // Windows counts a sort key's room in bytes, though it takes it for wide characters.
-std::string collationKey(std::string_view text) {
+void appendCollationKey(std::string& out, std::string_view text) {
     const std::wstring wide = normalized(NormalizationC, wideText(text));
     const auto fill = [&](void* room, int bytes) {
         return LCMapStringEx(L"it-IT", LCMAP_SORTKEY | collation, wide.data(), lengthOf(wide),
                              static_cast<wchar_t*>(room), bytes, nullptr, nullptr, 0);
     };
     const int needed = fill(nullptr, 0);
-    if (needed <= 0) return foldText(text);
-    std::string key(static_cast<std::size_t>(needed), '\0');
-    const int length = fill(key.data(), needed);
-    if (length <= 0) return foldText(text);
-    key.resize(static_cast<std::size_t>(length) - 1); // without the 0 at its end
-    return key;
+    std::string key(needed > 0 ? static_cast<std::size_t>(needed) : 0, '\0');
+    const int length = needed > 0 ? fill(key.data(), needed) : 0;
+    if (length > 0) {
+        out.append(key, 0, static_cast<std::size_t>(length) - 1); // without the 0 at its end
+    } else {
+        std::string folded = foldText(text);
+        std::ranges::replace(folded, '\0', '\1');
+        out += folded;
+    }
 }
 
 } // namespace norvel::system_text

@@ -41,13 +41,13 @@ void gatherDifferences(Conditions& conditions) {
     std::map<Kind, std::vector<ColumnTestRef>> differences;
     for (const Condition& each : conditions)
         if (isDifference(*each.test)) differences[kindOf(each)].push_back(each.test);
-    for (const auto& [kind, tests] : differences) {
-        const ColumnTestRef set = makeSet(tests);
+    for (const auto& difference : differences) {
+        const ColumnTestRef set = makeSet(difference.second);
         if (!set) continue;
         std::erase_if(conditions, [&](const Condition& each) {
-            return isDifference(*each.test) && kindOf(each) == kind;
+            return isDifference(*each.test) && kindOf(each) == difference.first;
         });
-        conditions.push_back({kind.first, set});
+        conditions.push_back({difference.first.first, set});
     }
 }
 

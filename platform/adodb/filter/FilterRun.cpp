@@ -13,6 +13,7 @@ namespace {
 
 constexpr RowNumber rowsWorthThreads = 65536; // fewer are done before threads are awake
 constexpr RowNumber rowsAPiece = 65536;       // of a store: at least, in whole groups
+constexpr RowNumber slowRowsAPiece = 4096;    // where looking at a row is slow
 constexpr std::size_t listedAPiece = 16384;   // of a list of rows
 constexpr std::size_t fewListed = 64;         // are looked at one by one
 // Conditions that scan look at rows one by one where at most one in so many is left.
@@ -168,13 +169,27 @@ std::size_t groupOf(const ColumnStore& store, std::int64_t row) {
     return low;
 }
 
-// The rows from first to last in whole groups, but for the first and the last of them.
-std::vector<RowNumber> cutsOf(const ColumnStore& store, RowNumber first, RowNumber last) {
+// Whether looking at one row takes so long that a thread for a few of them pays.
+bool isSlow(const std::vector<Conditions>& alternatives) {
+    return std::ranges::any_of(alternatives, [](const Conditions& conditions) {
+        return conditions.back().test->cost() == ColumnTest::Cost::Collation; // the dearest
+    });
+}
+
+// Where the pieces from first to last begin, and last itself. A piece is whole groups, but where
+// slow rows make it worth while to cut them.
+std::vector<RowNumber> cutsOf(const ColumnStore& store, RowNumber first, RowNumber last,
+                              bool slow) {
     std::vector<RowNumber> cuts{first};
-    for (std::size_t group = groupOf(store, first) + 1; group < store.groups(); ++group) {
-        const auto start = static_cast<RowNumber>(store.firstRow(group));
-        if (start >= last) break;
-        if (start - cuts.back() >= rowsAPiece) cuts.push_back(start);
+    if (slow) {
+        while (last - cuts.back() > slowRowsAPiece)
+            cuts.push_back(cuts.back() + slowRowsAPiece);
+    } else {
+        for (std::size_t group = groupOf(store, first) + 1; group < store.groups(); ++group) {
+            const auto start = static_cast<RowNumber>(store.firstRow(group));
+            if (start >= last) break;
+            if (start - cuts.back() >= rowsAPiece) cuts.push_back(start);
+        }
     }
     cuts.push_back(last);
     return cuts;
@@ -197,12 +212,14 @@ void refineListed(const ColumnStore& store, const std::vector<Conditions>& alter
 
 void refineAscending(const ColumnStore& store, const std::vector<Conditions>& alternatives,
                      std::span<const RowNumber> rows, RowList& hits, unsigned threads) {
-    collect((rows.size() + listedAPiece - 1) / listedAPiece,
-            rows.size() < rowsWorthThreads ? 1 : threads, hits, [&](std::size_t i, RowList& found) {
-                const std::size_t begin = i * listedAPiece;
+    const bool slow = isSlow(alternatives);
+    const std::size_t piece = slow ? slowRowsAPiece : listedAPiece;
+    const bool few = !slow && rows.size() < rowsWorthThreads;
+    collect((rows.size() + piece - 1) / piece, few ? 1 : threads, hits,
+            [&](std::size_t i, RowList& found) {
+                const std::size_t begin = i * piece;
                 refineListed(store, alternatives,
-                             rows.subspan(begin, std::min(listedAPiece, rows.size() - begin)),
-                             found);
+                             rows.subspan(begin, std::min(piece, rows.size() - begin)), found);
             });
 }
 
@@ -218,8 +235,9 @@ void runFilter(const ColumnStore& store, const std::vector<Conditions>& alternat
         std::iota(hits.begin() + static_cast<std::ptrdiff_t>(before), hits.end(), first);
         return;
     }
-    const auto cuts = cutsOf(store, first, last);
-    const bool few = last - first < rowsWorthThreads;
+    const bool slow = isSlow(alternatives);
+    const auto cuts = cutsOf(store, first, last, slow);
+    const bool few = !slow && last - first < rowsWorthThreads;
     collect(cuts.size() - 1, few ? 1 : threads, hits, [&](std::size_t i, RowList& found) {
         GroupRun run(store, alternatives);
         std::size_t group = groupOf(store, cuts[i]);

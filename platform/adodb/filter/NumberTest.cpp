@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <type_traits>
 
 namespace norvel::adodb {
 
@@ -13,7 +14,8 @@ namespace {
 
 using Integers = std::numeric_limits<std::int64_t>;
 
-constexpr double widestExact = 9007199254740992; // 2^53: whole doubles below are next to each other
+// 2^53: up to it every whole number is a double.
+constexpr std::uint64_t widestWhole = std::uint64_t{1} << 53U;
 
 bool isScaled(Storage storage) {
     return storage == Storage::Scaled || storage == Storage::Scaled32;
@@ -166,7 +168,7 @@ int NumberTest::order(std::int64_t integer, const Segment& segment, DataTypeEnum
 // Without a search: whole numbers, and decimals of no more decimals than the segment's.
 std::optional<IntegerRange> NumberTest::equalsAtOnce(const Segment& segment,
                                                      DataTypeEnum type) const {
-    if (!exact_ || exact_->high() != 0 || exact_->low() > widestExact) return std::nullopt;
+    if (!exact_ || exact_->high() != 0 || exact_->low() > widestWhole) return std::nullopt;
     const unsigned scale = isScaled(segment.storage) ? segment.scale : 0;
     if (exact_->scale() > scale) return std::nullopt;
     const auto mantissa = static_cast<std::int64_t>(exact_->low());
@@ -213,15 +215,18 @@ std::optional<IntegerRange> NumberTest::passing(const Segment& segment, DataType
 // Every comparison of integers asks whether they lie in a range, or outside.
 template <class T, class Run>
 std::size_t NumberTest::integers(const Cells& cells, Run run) const {
+    using Word = std::make_unsigned_t<T>;
     const auto range = passing(cells.segment, cells.type);
     const bool outside = op_ == FilterOperator::NotEqual;
-    if (!range) return run([=](RowNumber) { return outside; });
-    const auto from = static_cast<std::uint64_t>(range->first);
-    const std::uint64_t width = static_cast<std::uint64_t>(range->last) - from;
+    const std::int64_t least = std::numeric_limits<T>::min();
+    const std::int64_t most = std::numeric_limits<T>::max();
+    if (!range || range->first > most || range->last < least)
+        return run([=](RowNumber) { return outside; });
+    const auto from = static_cast<Word>(std::max(range->first, least));
+    const auto width = static_cast<Word>(static_cast<Word>(std::min(range->last, most)) - from);
     const T* values = cells.segment.values<T>().data();
     return run([=](RowNumber row) {
-        const auto value = static_cast<std::uint64_t>(static_cast<std::int64_t>(values[row]));
-        return (value - from <= width) != outside;
+        return (static_cast<Word>(static_cast<Word>(values[row]) - from) <= width) != outside;
     });
 }
 
@@ -303,16 +308,17 @@ std::size_t BooleanTest::selectPlain(const Cells& cells, std::uint32_t begin, st
     if (cells.segment.storage != Storage::Boolean)
         return ColumnTest::selectPlain(cells, begin, end, rows);
     const std::uint8_t* values = cells.segment.values<std::uint8_t>().data();
-    return selectWhere(begin, end, rows,
-                       [=, this](RowNumber row) { return (values[row] != 0) == wanted_; });
+    return selectWhere(begin, end, rows, [=, wanted = wanted_](RowNumber row) {
+        return (values[row] != 0) == wanted;
+    });
 }
 
 std::size_t BooleanTest::refinePlain(const Cells& cells, RowNumber* rows, std::size_t count) const {
     if (cells.segment.storage != Storage::Boolean)
         return ColumnTest::refinePlain(cells, rows, count);
     const std::uint8_t* values = cells.segment.values<std::uint8_t>().data();
-    return refineWhere(rows, count,
-                       [=, this](RowNumber row) { return (values[row] != 0) == wanted_; });
+    return refineWhere(
+        rows, count, [=, wanted = wanted_](RowNumber row) { return (values[row] != 0) == wanted; });
 }
 
 } // namespace norvel::adodb

@@ -205,7 +205,7 @@ std::size_t scanRuns(const Runs& runs, std::uint32_t begin, std::uint32_t end,
 }
 
 std::size_t scanThese(const Runs& runs, RowNumber* these, std::size_t count,
-                      std::string_view needle, ScanWidth width) {
+                      std::string_view needle, [[maybe_unused]] ScanWidth width) {
     std::size_t kept = 0;
     [[maybe_unused]] const char* readable = runs.bytes + runs.ends[runs.count];
     for (std::size_t i = 0; i < count; ++i) {

@@ -1,4 +1,4 @@
-// The values of a column as small numbers in the same order.
+// The values of a column as small numbers in the same order, and its rows in that order.
 #pragma once
 
 #include "platform/adodb/store/ColumnStore.h"
@@ -12,28 +12,45 @@
 
 namespace norvel::adodb {
 
-// Equal values have equal ranks; NULL has 0. Ranks of one list compare among themselves only.
+// Equal values have equal ranks. Ranks of one list compare among themselves only.
 using Ranks = std::vector<std::uint32_t>;
 
-// The rank of each of the rows, which ascend, by the order of compareCells.
-Ranks rankRows(const ColumnStore& store, int column, std::span<const RowNumber> rows,
-               unsigned threads);
+// What is known of a list of rows by the values of one column. Places are those in the list.
+struct ColumnOrder {
+    Ranks ranks;                       // of each place
+    std::vector<std::uint32_t> places; // by their values, NULLs first, equal ones ascending
+    std::vector<std::uint64_t> fresh;  // bit i: places[i] has another value than the one before
 
-// The ranks of all rows of a column, kept with the store. Any thread may ask.
-class KeptRanks {
+    bool startsRun(std::size_t i) const {
+        return (fresh[i / 64] >> (i % 64) & std::uint64_t{1}) != 0;
+    }
+    // All places; descending, equal ones ascend all the same.
+    std::vector<std::uint32_t> list(bool ascending, unsigned threads) const;
+    // Those of these places that it knows of, each named once, in any order.
+    std::vector<std::uint32_t> picked(std::span<const std::uint32_t> some, bool ascending,
+                                      unsigned threads) const;
+    std::size_t bytes() const; // of memory
+};
+
+// The order of the rows, which ascend, as compareCells has it.
+ColumnOrder orderRows(const ColumnStore& store, int column, std::span<const RowNumber> rows,
+                      unsigned threads);
+
+// The order of all rows of a column, kept with the store. Any thread may ask.
+class KeptOrder {
   public:
-    // Those that are there; null where they do not reach so many rows.
-    std::shared_ptr<const Ranks> reaching(std::size_t rows) const;
-    // Computes them for all rows that the store holds by now where they do not reach so many. One
-    // thread computes, the others wait for it.
-    std::shared_ptr<const Ranks> extended(const ColumnStore& store, int column, std::size_t rows,
-                                          unsigned threads);
+    // The one that is there; null where it does not reach so many rows.
+    std::shared_ptr<const ColumnOrder> reaching(std::size_t rows) const;
+    // Makes it for all rows that the store holds by now where it does not reach so many. One thread
+    // computes, the others wait for it.
+    std::shared_ptr<const ColumnOrder> extended(const ColumnStore& store, int column,
+                                                std::size_t rows, unsigned threads);
     std::size_t bytes() const; // of memory
 
   private:
     mutable std::mutex mutex_;
     std::mutex computing_;
-    std::shared_ptr<const Ranks> ranks_;
+    std::shared_ptr<const ColumnOrder> order_;
 };
 
 } // namespace norvel::adodb

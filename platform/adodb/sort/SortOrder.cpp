@@ -3,7 +3,7 @@
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/sort/CellOrder.h"
 #include "platform/adodb/sort/ColumnRanks.h"
-#include "platform/adodb/sort/ParallelSort.h"
+#include "platform/adodb/sort/RadixSort.h"
 #include "platform/runtime/Text.h"
 
 #include <algorithm>
@@ -23,6 +23,11 @@ struct Direction {
 
 // Where one list is so much shorter, its rows look up their places in the other.
 constexpr std::size_t muchShorter = 16;
+// Where two lists are merged whose values have no ranks yet, so many ranks of the whole store are
+// made in the time that one row takes to look up its place by values.
+constexpr std::size_t ranksALookUp = 64;
+// Where so few of the rows are to be sorted, that is done by their ranks; more are picked from all.
+constexpr std::size_t fewRows = 16;
 
 template <class Less>
 RowList mergeLists(const RowList& a, const RowList& b, Less less) {
@@ -50,16 +55,14 @@ class Order : public SortOrder {
     explicit Order(std::vector<Direction> keys) : keys_(std::move(keys)) {}
 
     void sort(const ColumnStore& store, RowList& rows, unsigned threads) const override {
+        if (rows.empty()) return;
+        const auto kept = keptOrders(store, rows, threads);
+        if (kept.size() == keys_.size() && keys_.size() == 1) {
+            rows = sortedByOne(*kept.front(), rows, threads);
+            return;
+        }
         if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
-        if (keys_.empty() || rows.size() < 2) return;
-        Ranks places = ranksOf(store, keys_.front(), rows, threads);
-        for (std::size_t k = 1; k < keys_.size(); ++k)
-            refine(places, ranksOf(store, keys_[k], rows, threads), threads);
-        const auto sorted = sortMade<std::uint64_t>(
-            rows.size(), [&](std::size_t i) { return pair(places[i], rows[i]); }, std::less<>(),
-            threads);
-        std::ranges::transform(sorted, rows.begin(),
-                               [](std::uint64_t each) { return static_cast<RowNumber>(each); });
+        if (rows.size() > 1) sortAscending(store, rows, kept, threads);
     }
 
     RowList merge(const ColumnStore& store, const RowList& a, const RowList& b) const override {
@@ -71,8 +74,8 @@ class Order : public SortOrder {
             });
         return mergeLists(a, b, [&](RowNumber x, RowNumber y) {
             for (std::size_t k = 0; k < keys_.size(); ++k) {
-                const std::uint32_t left = (*kept[k])[x];
-                const std::uint32_t right = (*kept[k])[y];
+                const std::uint32_t left = kept[k]->ranks[x];
+                const std::uint32_t right = kept[k]->ranks[y];
                 if (left != right) return (left < right) == keys_[k].ascending;
             }
             return x < y;
@@ -99,62 +102,88 @@ class Order : public SortOrder {
     }
 
   private:
-    static std::uint64_t pair(std::uint32_t high, std::uint32_t low) {
-        return std::uint64_t{high} << 32U | low;
-    }
+    using Kept = std::vector<std::shared_ptr<const ColumnOrder>>;
+
     static std::size_t reach(const RowList& rows) {
         return rows.empty() ? 0 : std::size_t{*std::ranges::max_element(rows)} + 1;
     }
 
-    // Of the rows, which ascend, in the key's direction. A small part of a column that has no ranks
-    // yet, or has grown since, is ranked by itself.
-    static Ranks ranksOf(const ColumnStore& store, const Direction& key, const RowList& rows,
-                         unsigned threads) {
-        const auto keeper = store.derived().of<KeptRanks>(key.column);
-        const std::size_t needed = std::size_t{rows.back()} + 1;
-        auto kept = keeper->reaching(needed);
-        if (!kept && rows.size() >= static_cast<std::size_t>(store.rows()) / 2)
-            kept = keeper->extended(store, key.column, needed, threads);
-        Ranks ranks;
-        if (kept) {
-            ranks.reserve(rows.size());
-            for (const RowNumber row : rows)
-                ranks.push_back((*kept)[row]);
-        } else {
-            ranks = rankRows(store, key.column, rows, threads);
+    // The orders of the columns that are kept by now; fewer than keys where a small part of a
+    // column that has none yet, or has grown since, is better put in order by itself.
+    Kept keptOrders(const ColumnStore& store, const RowList& rows, unsigned threads) const {
+        Kept found;
+        const std::size_t needed = reach(rows);
+        const bool worth = rows.size() >= static_cast<std::size_t>(store.rows()) / 2;
+        for (const Direction& key : keys_) {
+            const auto keeper = store.derived().of<KeptOrder>(key.column);
+            auto order = keeper->reaching(needed);
+            if (!order && worth) order = keeper->extended(store, key.column, needed, threads);
+            if (!order) break;
+            found.push_back(std::move(order));
         }
-        if (!key.ascending)
-            for (std::uint32_t& rank : ranks)
-                rank = ~rank;
-        return ranks;
+        return found;
     }
 
-    // Tells apart by further what is equal in places.
-    static void refine(Ranks& places, const Ranks& further, unsigned threads) {
-        using Item = std::pair<std::uint64_t, std::uint32_t>;
-        const auto sorted = sortMade<Item>(
-            places.size(),
-            [&](std::size_t i) {
-                return Item{pair(places[i], further[i]), static_cast<std::uint32_t>(i)};
-            },
-            [](const Item& a, const Item& b) { return a.first < b.first; }, threads);
-        std::uint32_t place = 0;
-        for (std::size_t i = 0; i < sorted.size(); ++i) {
-            if (i > 0 && sorted[i].first != sorted[i - 1].first) ++place;
-            places[sorted[i].second] = place;
+    RowList sortedByOne(const ColumnOrder& order, RowList& rows, unsigned threads) const {
+        const bool ascending = keys_.front().ascending;
+        const std::size_t all = order.places.size();
+        if (rows.size() == all) return order.list(ascending, threads);
+        if (rows.size() >= all / fewRows) return order.picked(rows, ascending, threads);
+        if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
+        Room<PackedPlace> items(rows.size());
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            items[i] = packed(directed(order.ranks[rows[i]], keys_.front()), rows[i]);
+        radixSort(items, threads);
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            rows[i] = static_cast<RowNumber>(items[i]);
+        return std::move(rows);
+    }
+
+    // Rows that ascend, by the last key first; then by each before it, equal ones as they stand.
+    void sortAscending(const ColumnStore& store, RowList& rows, const Kept& kept,
+                       unsigned threads) const {
+        Room<PackedPlace> items(rows.size());
+        std::vector<std::uint32_t> places;
+        for (std::size_t k = keys_.size(); k-- > 0;) {
+            const auto sortBy = [&](auto rankOf) {
+                forPieces(rows.size(), threads, [&](std::size_t begin, std::size_t end) {
+                    for (std::size_t i = begin; i < end; ++i) {
+                        const auto place =
+                            places.empty() ? static_cast<std::uint32_t>(i) : places[i];
+                        items[i] = packed(directed(rankOf(place), keys_[k]), place);
+                    }
+                });
+                radixSort(items, threads);
+                places.resize(rows.size());
+                for (std::size_t i = 0; i < places.size(); ++i)
+                    places[i] = static_cast<std::uint32_t>(items[i]);
+            };
+            if (k < kept.size()) {
+                sortBy([&](std::uint32_t place) { return kept[k]->ranks[rows[place]]; });
+            } else {
+                const ColumnOrder own = orderRows(store, keys_[k].column, rows, threads);
+                sortBy([&](std::uint32_t place) { return own.ranks[place]; });
+            }
         }
+        if (places.empty()) return;
+        std::ranges::transform(places, places.begin(),
+                               [&](std::uint32_t place) { return rows[place]; });
+        rows = std::move(places);
+    }
+
+    static std::uint32_t directed(std::uint32_t rank, const Direction& key) {
+        return key.ascending ? rank : ~rank;
     }
 
     // The ranks of every key, or fewer where a few comparisons of values cost less than ranks that
     // are not there.
-    std::vector<std::shared_ptr<const Ranks>>
-    ranksToMerge(const ColumnStore& store, const RowList& a, const RowList& b) const {
-        std::vector<std::shared_ptr<const Ranks>> found;
+    Kept ranksToMerge(const ColumnStore& store, const RowList& a, const RowList& b) const {
+        Kept found;
         const std::size_t needed = std::max(reach(a), reach(b));
         const std::size_t few = std::min(a.size(), b.size());
-        const bool worth = few * muchShorter > static_cast<std::size_t>(store.rows());
+        const bool worth = few * ranksALookUp > static_cast<std::size_t>(store.rows());
         for (const Direction& key : keys_) {
-            const auto keeper = store.derived().of<KeptRanks>(key.column);
+            const auto keeper = store.derived().of<KeptOrder>(key.column);
             auto ranks = keeper->reaching(needed);
             if (!ranks && worth) ranks = keeper->extended(store, key.column, needed, 0);
             if (!ranks) break;

@@ -29,8 +29,8 @@ class SortOrder {
                                                  const std::vector<ColumnInfo>& columns);
     virtual ~SortOrder();
 
-    // Puts rows of the store into this order. Keys of whole columns are computed once and kept
-    // (ColumnStore::derived()). threads: at most so many, 0: as it sees fit.
+    // Puts rows of the store, each named once, into this order. The orders of whole columns are
+    // computed once and kept (ColumnStore::derived()). threads: at most so many, 0: as it sees fit.
     virtual void sort(const ColumnStore& store, RowList& rows, unsigned threads = 0) const = 0;
     // Both lists are in this order; the result is all of them in this order.
     virtual RowList merge(const ColumnStore& store, const RowList& a, const RowList& b) const = 0;
