@@ -200,7 +200,7 @@ Ask "F4", "(id=1 OR id=2) AND num=10", "errore 3001", Filtered("(id = 1 OR id = 
 Ask "F5", "num=10 AND (id=1 OR id=2)", "errore 3001", Filtered("num = 10 AND (id = 1 OR id = 2)")
 Ask "F6", "#1/2/2000#: mese/giorno, qualunque sia la lingua", "1", Filtered("quando = #1/2/2000#")
 Ask "F7", "#24/8/1995#: un giorno che non puo' essere un mese", "4", Filtered("quando = #24/8/1995#")
-Ask "F8", "'1/2/2000' fra apici", "1", Filtered("quando = '1/2/2000'")
+Ask "F8", "'02/01/2000' fra apici: il testo della data", "1", Filtered("quando = '02/01/2000'")
 Ask "F9", "LIKE '*ssi'", "errore 3001", Filtered("nome LIKE '*ssi'")
 Ask "F10", "LIKE 'R*i'", "errore 3001", Filtered("nome LIKE 'R*i'")
 Ask "F11", "LIKE '5*' su un numero", "5", Filtered("num LIKE '5*'")

@@ -189,14 +189,6 @@ std::string foldSegment(std::string_view segment) {
         normalized(NormalizationC, folded(normalized(NormalizationC, wideText(segment)))));
 }
 
-int collate(std::string_view a, std::string_view b) {
-    const std::wstring first = normalized(NormalizationC, wideText(a));
-    const std::wstring second = normalized(NormalizationC, wideText(b));
-    const int order = CompareStringEx(L"it-IT", collation, first.data(), lengthOf(first),
-                                      second.data(), lengthOf(second), nullptr, nullptr, 0);
-    return order == 0 ? compareText(a, b) : order - CSTR_EQUAL;
-}
-
 // Windows counts a sort key's room in bytes, though it takes it for wide characters.
 void appendCollationKey(std::string& out, std::string_view text) {
     const std::wstring wide = normalized(NormalizationC, wideText(text));
@@ -214,6 +206,16 @@ void appendCollationKey(std::string& out, std::string_view text) {
         std::ranges::replace(folded, '\0', '\1');
         out += folded;
     }
+}
+
+// By the keys, so that single comparisons and sorts by keys never differ: CompareStringEx and the
+// keys disagree on some texts.
+int collate(std::string_view a, std::string_view b) {
+    std::string first;
+    std::string second;
+    appendCollationKey(first, a);
+    appendCollationKey(second, b);
+    return first.compare(second);
 }
 
 } // namespace norvel::system_text

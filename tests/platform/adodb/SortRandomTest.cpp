@@ -40,9 +40,7 @@ const std::vector<Pool>& pools() {
                  {""},
                  {" "},
                  {" a", " A"},
-                 {"'"},
-                 {"'b", "'B"},
-                 {"1"},
+                 {"1"}, // signs among themselves stand as each system has them
                  {"10"},
                  {"2"},
                  {"a", "A"},

@@ -1,0 +1,19 @@
+// Layout files: several named layouts to a file.
+#pragma once
+
+#include "platform/grid/layout/Layout.h"
+
+#include <string>
+
+namespace norvel::grid {
+
+// path: in the host's notation. name: case-blind. Raises 53 where there is no file, 5 where it holds
+// no layout of that name, 321 where it is no layout file, and what reading it raises.
+NR_API Layout loadLayout(const std::string& path, const std::string& name);
+
+// Stores the layout under this name, in the place of one that the file has; the file's others stay.
+// A file that cannot be read as one is written over. Written whole or not at all; raises what
+// writeWholeFile raises.
+NR_API void saveLayout(const std::string& path, const std::string& name, const Layout& layout);
+
+} // namespace norvel::grid
