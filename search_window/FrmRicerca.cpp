@@ -6,9 +6,11 @@
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/Toolkit.h"
 #include "platform/controls/ToolkitThread.h"
+#include "platform/controls/ValueList.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
 #include "platform/runtime/Twips.h"
+#include "query/PausaDigitazione.h"
 #include "search_window/Disposizione.h"
 #include "search_window/Misure.h"
 #include "search_window/Testi.h"
@@ -34,7 +36,8 @@ std::unique_ptr<FrmRicerca>& istanza() {
 
 } // namespace
 
-FrmRicerca::FrmRicerca() : separatore_(separatoreValori) {
+FrmRicerca::FrmRicerca()
+    : pausaDigitazione(query::pausaDigitazioneMs), separatore_(separatoreValori) {
     controls::avviaToolkit();
     misureFinestra() = {};
     creaControlli();
@@ -44,6 +47,8 @@ FrmRicerca::FrmRicerca() : separatore_(separatoreValori) {
 FrmRicerca::~FrmRicerca() {
     DBRicerca.RemoveObserver(this);
     Timer1.reset();
+    attesaFiltro_.reset();
+    letturaValori_.reset();
     delete Finestra;
 }
 
@@ -180,6 +185,8 @@ void FrmRicerca::Scarica(ModoScarico modo) {
     scaricata_ = true;
     if (modo == ModoScarico::MenuDiControllo) variabiliGlobali().gRisposta = "";
     Timer1->Stop();
+    attesaFiltro_->Stop();
+    List1->CloseUp();
     Griglia->SetDataSource(nullptr);
     DBRicerca.SetRecordset(nullptr);
     if (modale_) {

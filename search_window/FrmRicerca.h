@@ -2,13 +2,22 @@
 #pragma once
 
 #include "platform/controls/DataControl.h"
+#include "search_window/CaricoValori.h"
 #include "search_window/FinestraRicerca.h"
 #include "search_window/Restituzione.h"
 
+#include <functional>
 #include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
 
 class wxFrame;
 class wxButton;
+class wxPanel;
+class wxRadioButton;
+class wxRect;
 class wxCommandEvent;
 class wxTimer;
 
@@ -16,10 +25,14 @@ namespace norvel::controls {
 class ModalLoop;
 class ToolBar;
 class StatusBar;
+class ValueList;
 struct Button;
 } // namespace norvel::controls
 namespace norvel::grid {
 class Grid;
+}
+namespace norvel::query {
+struct ColonnaFiltro;
 }
 
 namespace norvel::search_window {
@@ -68,10 +81,27 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     wxButton* CmdChiudi = nullptr;
     grid::Grid* Griglia = nullptr;
     controls::StatusBar* StatusBar = nullptr;
+    controls::ValueList* List1 = nullptr; // a column's values, under its filter cell
+    wxPanel* frameRicercaAvanzata = nullptr;
+    wxRadioButton* optContiene = nullptr;
+    wxRadioButton* optUguale = nullptr;
+    wxRadioButton* optDiverso = nullptr;
     controls::DataControl DBRicerca;
     std::unique_ptr<wxTimer> Timer1; // 500 ms, once: the window is ready
 
     static constexpr int intervalloTimer1 = 500; // milliseconds
+
+    // The column whose value list is open, or was last; -1: none yet.
+    int colonnaFiltro = -1;
+    // Milliseconds to wait after a key in the filter bar, by recordset (query/PausaDigitazione.h).
+    std::function<int(const adodb::Recordset&)> pausaDigitazione;
+
+    // Fills List1 for colonnaFiltro: the four fixed entries now, the column's values as their rows
+    // come.
+    void caricaListaValori();
+    // Switches the buttons of the comparison modes off, then one on: 1 contains, 2 equal, 3
+    // different, any other none. Filters nothing by itself.
+    void impostaOpzioni(int m);
 
   private:
     // FrmRicercaControlli.cpp: making and placing the controls
@@ -89,6 +119,35 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     Scelta scelta();
     bool attendiRighe();
 
+    // FrmRicercaFiltri.cpp: the filter bar and the panel of comparison modes
+    void creaPannello();
+    void collegaFiltri();
+    void suCambioFiltro(int colonna);
+    void filtraSubito();
+    void filtraInSospeso();
+    void applicaFiltro(bool multiplo);
+    void impostaFiltro(const std::string& testo);
+    void segnaCelle(const std::vector<std::string>& motivi);
+    void segnaRifiutata(const Errore& errore);
+    void diciRifiuto(const std::string& rifiuto);
+    void suDrop();
+    bool sceltaMultipla() const;
+    std::vector<query::ColonnaFiltro> celleFiltro() const;
+
+    // FrmRicercaLista.cpp: the value list
+    void collegaLista();
+    void suPulsanteFiltro(int colonna);
+    void leggiValori();
+    void suClicLista();
+    void scegliVoce();
+    void scegliVoci();
+    void suListaChiusa(bool avevaIlFuoco);
+    void aggiungiVoce(std::string_view voce);
+    wxRect cellaFiltro(int colonna) const;
+
+    // FrmRicercaOrdine.cpp: sorting
+    void suClicIntestazione(int colonna);
+
     // DataControl::Observer
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
                       adodb::Recordset&) override;
@@ -97,7 +156,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void FetchComplete(const Errore*, adodb::EventStatusEnum, adodb::Recordset&) override;
 
     // Which count the first panel shows, so that it is written again as rows arrive.
-    enum class Conteggio { Nessuno, Totale, Contatore };
+    enum class Conteggio { Nessuno, Totale, Contatore, Selezionati };
     void scriviStato(const std::string& testo, Conteggio conteggio);
     void riscriviConteggio();
 
@@ -108,6 +167,17 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     bool scaricata_ = false;
     bool inAttesa_ = false;  // a hand-back waits for rows still coming
     std::string separatore_; // between the values of a multiple choice
+
+    wxRadioButton* nessunaOpzione_ = nullptr; // never shown: on while the three are off
+    bool opzioniPronte_ = false;              // the three are not being set by code
+    std::unique_ptr<wxTimer> attesaFiltro_;   // the operator is still typing
+    int ultimaCella_ = -1;                    // whose text changed last
+    std::string rifiutoDetto_;                // told to the operator, and still so
+    CaricoValori valori_;
+    std::unique_ptr<wxTimer> letturaValori_;
+    std::set<std::string, std::less<>> giaScelte_; // of the open list: what its cell holds already
+    bool daCella_ = false;                         // the list was opened from the cell being edited
+    bool crescente_ = false; // direction of the last sort, whatever its column
 };
 
 // The real window as the process's window. The shared library does it when it is loaded; a program

@@ -2,6 +2,7 @@
 #include "component/VariabiliGlobali.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
+#include "platform/controls/ValueList.h"
 #include "platform/grid/Grid.h"
 #include "platform/runtime/Twips.h"
 #include "search_window/Disposizione.h"
@@ -11,6 +12,7 @@
 
 #include <wx/button.h>
 #include <wx/frame.h>
+#include <wx/panel.h>
 #include <wx/settings.h>
 #include <wx/timer.h>
 
@@ -45,7 +47,11 @@ void FrmRicerca::creaControlli() {
     CmdChiudi->SetWindowVariant(wxWINDOW_VARIANT_SMALL);
     Griglia = new grid::Grid(Finestra);
     StatusBar = new controls::StatusBar(Finestra, 1);
+    creaPannello();
+    List1 = new controls::ValueList(Finestra);
     Timer1 = std::make_unique<wxTimer>();
+    attesaFiltro_ = std::make_unique<wxTimer>();
+    letturaValori_ = std::make_unique<wxTimer>();
 }
 
 void FrmRicerca::creaBarra() {
@@ -77,13 +83,18 @@ void FrmRicerca::collegaEventi() {
         misureFinestra().primaPittura = std::chrono::steady_clock::now();
         misureFinestra().righePrimaPittura = righe;
     };
+    collegaFiltri();
+    collegaLista();
+    Griglia->OnHeadClick = [this](int colonna) { suClicIntestazione(colonna); };
     DBRicerca.AddObserver(this);
 }
 
 // Form_Resize. The grid's edges are turned into pixels, not its size, so that rounding never adds
-// up.
+// up. The panel takes its room from the toolbar, whose last buttons go behind the chevron then: the
+// grid's place never depends on it. An open list closes, since its cell moves.
 void FrmRicerca::ridimensiona() {
-    if (!StatusBar) return; // a size event while the controls are being made
+    if (!List1) return; // a size event while the controls are being made
+    List1->CloseUp();
     const double s = scala();
     const wxSize area = Finestra->GetClientSize();
     const auto altezzaStatus = static_cast<double>(StatusBar->HeightTwips());
@@ -92,7 +103,11 @@ void FrmRicerca::ridimensiona() {
     const int bordo = Finestra->FromDIP(2);
     const int chiudi = CmdChiudi->GetBestSize().x + 8 * bordo;
 
-    BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi), barra);
+    const int pannello =
+        frameRicercaAvanzata->IsShown() ? frameRicercaAvanzata->GetBestSize().x : 0;
+
+    BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi - pannello), barra);
+    frameRicercaAvanzata->SetSize(std::max(0, area.x - chiudi - pannello), 0, pannello, barra);
     CmdChiudi->SetSize(area.x - chiudi, 0, chiudi - bordo, barra - bordo);
     StatusBar->SetSize(0, area.y - status, area.x, status);
     const auto misura =

@@ -37,6 +37,8 @@ void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
         } else if (equalsText(pulsante.Key, "chiudi")) {
             variabiliGlobali().gRisposta = "";
             Scarica(ModoScarico::Codice);
+        } else if (equalsText(pulsante.Key, "Drop")) {
+            suDrop();
         }
     } catch (const Errore& errore) {
         mostraMessaggio(messaggioToolbar(errore));
@@ -112,8 +114,11 @@ void FrmRicerca::aggiornaContatore() {
 
 void FrmRicerca::riscriviConteggio() {
     if (conteggio_ == Conteggio::Contatore) aggiornaContatore();
-    if (conteggio_ == Conteggio::Totale && DBRicerca.Recordset())
-        scriviStato(testoTotale(DBRicerca.Recordset()->RecordCount()), Conteggio::Totale);
+    const auto& recordset = DBRicerca.Recordset();
+    if (conteggio_ == Conteggio::Totale && recordset)
+        scriviStato(testoTotale(recordset->RecordCount()), Conteggio::Totale);
+    if (conteggio_ == Conteggio::Selezionati && recordset)
+        scriviStato(testoRecordSelezionati(recordset->RecordCount()), Conteggio::Selezionati);
 }
 
 // --- the recordset's events ---

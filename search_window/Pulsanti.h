@@ -22,7 +22,7 @@ inline constexpr std::array<Pulsante, 17> pulsantiBarra{{
     {"Facilitata", "Abilita / Disabilita la lettura facilitata", TipoPulsante::Interruttore, true,
      false},
     {"Modifica", "Modifica", TipoPulsante::Interruttore, false, false},
-    {"Drop", "Visualizza ricerca avanzata", TipoPulsante::Interruttore, true, false},
+    {"Drop", "Visualizza ricerca avanzata", TipoPulsante::Interruttore, true, true},
     {"Taglia", "Taglia", TipoPulsante::Comando, true, false},
     {"copia", "Esporta su clipboard in formato excel", TipoPulsante::Comando, true, false},
     {"copiaclip", "Copia negli appunti", TipoPulsante::Comando, true, false},

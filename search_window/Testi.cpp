@@ -14,6 +14,10 @@ std::string testoSelezionati(adodb::RowCount record) {
     return "Selezionati " + std::to_string(record);
 }
 
+std::string testoRecordSelezionati(adodb::RowCount record) {
+    return "Record selezionati " + std::to_string(record);
+}
+
 Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
                            const std::string& titolo) {
     return {routine + "\r" + std::to_string(errore.numero()) + " - " + errore.descrizione(), titolo,
@@ -32,6 +36,10 @@ Messaggio messaggioToolbar(const Errore& errore) {
 
 Messaggio domandaTuttiRecord() {
     return {"Inserisco tutti i record?", "Inserimento", BoxIcon::Question, BoxButtons::YesNo};
+}
+
+Messaggio messaggioRifiuto(const std::string& rifiuto) {
+    return {rifiuto, titoloPredefinito, BoxIcon::Exclamation, BoxButtons::Ok};
 }
 
 Messaggio messaggioLetturaInterrotta(const Errore& errore, adodb::RowCount lette) {

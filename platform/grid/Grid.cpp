@@ -24,7 +24,7 @@ wxRect seen(const Rect& r, const Rect& area) {
 Grid::Grid(wxWindow* parent) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-           wxWANTS_CHARS | wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE);
+           wxWANTS_CHARS | wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE | wxCLIP_SIBLINGS);
     view_ = std::make_unique<View>(*this);
 }
 
@@ -140,6 +140,10 @@ int Grid::FilterColumn() const {
 
 void Grid::SetFilterText(int column, const std::string& text) {
     view_->SetFilterText(column, text);
+}
+
+void Grid::SetFilterError(int column, const std::string& reason) {
+    view_->SetFilterError(column, reason);
 }
 
 void Grid::FitColumn(int column) {

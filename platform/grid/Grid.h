@@ -24,9 +24,9 @@ namespace norvel::grid {
 // rows. The keyboard: see KeyCommand in model/Navigation.h.
 //
 // In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
-// and Shift+Tab move among the cells; Down leads back to the rows, as does Esc, which also puts
-// back the text that stood there; F4 and Alt+Down stand for the cell's button; Enter calls
-// OnFilterEnter and nothing else.
+// and Shift+Tab move among the cells; Down leads back to the rows; Esc clears the cell, and leads
+// back to the rows where it is empty; F4 and Alt+Down stand for the cell's button; Enter calls
+// OnFilterEnter and nothing else. A cell whose text is no filter (Column::FilterError) is framed.
 //
 // A new filter empties the selection, since what an operator does not see must not be handed back;
 // a new order keeps it. Requery and deleted rows empty it.
@@ -89,6 +89,8 @@ class NR_API Grid : public wxControl {
     int FilterColumn() const; // the one being edited, -1: none
     // Sets a filter cell's text by code, without OnFilterChange.
     void SetFilterText(int column, const std::string& text);
+    // Marks a filter cell with why its text is no filter; "": takes the mark off.
+    void SetFilterError(int column, const std::string& reason);
 
     // Sizes a column to its heading and the rows in view, as a double-click on its edge does.
     void FitColumn(int column);
@@ -102,6 +104,7 @@ class NR_API Grid : public wxControl {
     std::function<void(int column)> OnHeadClick;
     std::function<void(int column)> OnFilterChange; // at every change of the text by the operator
     std::function<void(int column)> OnFilterEnter;
+    std::function<void(int column)> OnFilterLeave; // the caret has left the cell
     std::function<void(int column)> OnFilterButton;
     std::function<void()> OnRowChange;          // the current row is another one
     std::function<void(int rows)> OnFirstPaint; // once: the first paint that showed data rows

@@ -82,6 +82,8 @@ Palette systemPalette() {
     p.idleCurrentBack = blend(p.back, p.text, 0.07);
     p.filterBack = p.back;
     p.filterHint = blend(p.back, p.text, 0.4);
+    p.error = p.dark ? wxColour(255, 110, 110) : wxColour(200, 20, 20);
+    p.errorBack = blend(p.filterBack, p.error, p.dark ? 0.3 : 0.13);
     return p;
 }
 

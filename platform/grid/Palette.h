@@ -16,6 +16,7 @@ struct Palette {
     wxColour idleSelection, idleSelectionText;
     wxColour currentBack, idleCurrentBack; // the current row
     wxColour filterBack, filterHint;
+    wxColour error, errorBack; // of a filter cell whose text is no filter
     bool dark = false;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/grid/Grid.h"
+#include "platform/grid/HeadingPicture.h"
 #include "platform/grid/Palette.h"
 #include "platform/grid/TextPainter.h"
 #include "platform/grid/model/Geometry.h"
@@ -77,6 +78,7 @@ class Grid::View : public controls::DataControl::Observer {
     int FilterColumn() const { return filterColumn_; }
     Area FocusArea() const;
     void SetFilterText(int column, const std::string& text);
+    void SetFilterError(int column, const std::string& reason);
 
     void FitColumn(int column);
     void Refresh();
@@ -141,6 +143,7 @@ class Grid::View : public controls::DataControl::Observer {
     void makeEditor();
     void onEditorText();
     void onEditorFocusLost();
+    void showEditorError();
 
     // painting (ViewPaint.cpp, ViewPaintBars.cpp)
     void onPaint();
@@ -158,7 +161,10 @@ class Grid::View : public controls::DataControl::Observer {
     static void paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour);
     void paintSelectors(wxDC& dc, const wxRect& dirty);
     void paintHeadings(wxDC& dc);
+    wxRect pictureBox(const Column& column, const wxRect& room) const;
+    wxRect headingRoom(int column) const;
     void paintFilterBar(wxDC& dc);
+    void paintFilterCell(wxDC& dc, int index);
     void paintFilterButton(wxDC& dc, const wxRect& box);
     void paintScrollCorner(wxDC& dc);
     void paintMessage(wxDC& dc, const std::string& message);
@@ -182,6 +188,7 @@ class Grid::View : public controls::DataControl::Observer {
     Geometry geometry_;
     Palette palette_;
     std::unique_ptr<TextPainter> painter_;
+    HeadingPicture headingPicture_;
 
     controls::DataControl* source_ = nullptr;
     std::shared_ptr<RowReader> reader_;
@@ -213,7 +220,6 @@ class Grid::View : public controls::DataControl::Observer {
     wxTextCtrl* editor_ = nullptr;
     int hotColumn_ = -1; // the heading under the mouse
     int filterColumn_ = -1;
-    std::string textBefore_; // of the filter cell, when its editing began
 
     Drag drag_ = Drag::None;
     bool pressed_ = false; // a click began in the grid

@@ -2,6 +2,7 @@
 #include "platform/grid/View.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace norvel::grid {
 
@@ -32,8 +33,8 @@ bool Grid::View::EnterFilter(int column, bool selectAll) {
         LeaveFilter(false);
         filterColumn_ = column;
         currentColumn_ = column;
-        textBefore_ = columns_.Item(column).FilterText;
-        editor_->ChangeValue(wxString::FromUTF8(textBefore_));
+        editor_->ChangeValue(wxString::FromUTF8(columns_.Item(column).FilterText));
+        showEditorError();
     }
     ShowCell(-1, column);
     placeEditor();
@@ -49,10 +50,11 @@ bool Grid::View::EnterFilter(int column, bool selectAll) {
 
 void Grid::View::LeaveFilter(bool toRows) {
     if (filterColumn_ < 0) return;
-    filterColumn_ = -1;
+    const int left = std::exchange(filterColumn_, -1);
     if (toRows) grid_.SetFocus();
     editorFrame_->Hide();
     Refresh();
+    if (grid_.OnFilterLeave) grid_.OnFilterLeave(left);
 }
 
 // Over its cell, as far as that is in view.
@@ -97,6 +99,25 @@ void Grid::View::SetFilterText(int column, const std::string& text) {
     Refresh();
 }
 
+void Grid::View::SetFilterError(int column, const std::string& reason) {
+    std::string& own = columns_.Item(column).FilterError;
+    if (own == reason) return;
+    own = reason;
+    if (column == filterColumn_) showEditorError();
+    Refresh();
+}
+
+// The editor covers its cell: it bears the cell's mark, too.
+void Grid::View::showEditorError() {
+    const std::string& reason = columns_.Item(filterColumn_).FilterError;
+    editor_->SetBackgroundColour(reason.empty() ? wxNullColour : palette_.errorBack);
+    editor_->Refresh();
+    if (reason.empty())
+        editor_->UnsetToolTip();
+    else
+        editor_->SetToolTip(wxString::FromUTF8(reason));
+}
+
 bool Grid::View::filterKey(wxKeyEvent& event) {
     const int column = filterColumn_;
     const int code = event.GetKeyCode();
@@ -111,9 +132,10 @@ bool Grid::View::filterKey(wxKeyEvent& event) {
         if (grid_.OnFilterEnter) grid_.OnFilterEnter(column);
         return true;
     case WXK_ESCAPE:
-        if (columns_.Item(column).FilterText != textBefore_)
-            editor_->SetValue(wxString::FromUTF8(textBefore_));
-        LeaveFilter(true);
+        if (columns_.Item(column).FilterText.empty())
+            LeaveFilter(true);
+        else
+            editor_->SetValue(wxString());
         return true;
     case WXK_TAB:
         if (event.ControlDown()) return false;

@@ -200,13 +200,23 @@ void Grid::View::setHotColumn(int column) {
     grid_.RefreshRect({0, 0, sizes.width, sizes.headingHeight}, false);
 }
 
-// A cell or a heading that is cut shows its whole text while the mouse rests on it.
+// A cell or a heading that is cut shows its whole text while the mouse rests on it; a marked
+// filter cell says why it is.
 void Grid::View::showTip(const Hit& hit) {
     std::string text;
     int room = 0;
-    if (hit.spot == Spot::Heading) {
+    if (hit.spot == Spot::FilterCell && !columns_.Item(hit.column).FilterError.empty()) {
+        text = columns_.Item(hit.column).FilterError;
+    } else if (hit.spot == Spot::FilterCell) {
+        text = columns_.Item(hit.column).FilterText;
+        const bool button = columns_.Item(hit.column).FilterCombo;
+        room = geometry_.FilterCell(hit.column).width -
+               (button ? geometry_.Sizes().filterButtonWidth : 0);
+    } else if (hit.spot == Spot::Heading) {
         text = columns_.Item(hit.column).Caption;
-        room = geometry_.Heading(hit.column).width;
+        const wxRect box = headingRoom(hit.column);
+        const wxRect picture = pictureBox(columns_.Item(hit.column), box);
+        room = geometry_.Heading(hit.column).width - (picture.IsEmpty() ? 0 : picture.width);
     } else if (hit.spot == Spot::Cell) {
         const int field = fieldOf_[static_cast<std::size_t>(hit.column)];
         if (const std::string* cell = cache_.Text(hit.row, field)) text = *cell;

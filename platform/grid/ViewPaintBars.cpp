@@ -46,7 +46,6 @@ void Grid::View::paintHeadings(wxDC& dc) {
     dc.DrawRectangle(0, sizes.headingHeight - 1, whole, 1);
     dc.DrawRectangle(sizes.selectorWidth - 1, 0, 1, sizes.headingHeight);
     const wxRect room(sizes.selectorWidth, 0, geometry_.DataWidth(), sizes.headingHeight);
-    const int margin = pixels(cellMarginTwips() / 2);
     const auto range = geometry_.PlacesInView();
     {
         const wxDCClipper clip(dc, room);
@@ -59,17 +58,37 @@ void Grid::View::paintHeadings(wxDC& dc) {
                 dc.SetBrush(palette_.faceLine);
             }
             dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
+            const Column& column = columns_.Item(geometry_.ColumnAt(place));
+            const wxRect box = pictureBox(column, headingRoom(geometry_.ColumnAt(place)));
+            if (!box.IsEmpty())
+                dc.DrawBitmap(headingPicture_.Bitmap(column.Heading, box.GetSize(),
+                                                     grid_.GetContentScaleFactor()),
+                              box.GetPosition(), true);
         }
     }
     painter_->Begin(dc, room);
     for (int place = range.first; place < range.last; ++place) {
         const Column& column = columns_.Item(geometry_.ColumnAt(place));
-        const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
-        painter_->Draw(column.Caption,
-                       {cell.x + margin, cell.y, cell.width - 2 * margin - 1, cell.height - 1},
-                       alignmentOf(column), Overflow::Ellipsis, palette_.faceText);
+        wxRect box = headingRoom(geometry_.ColumnAt(place));
+        const wxRect picture = pictureBox(column, box);
+        if (!picture.IsEmpty()) box.width = std::max(0, picture.x - pixels(30) - box.x);
+        painter_->Draw(column.Caption, box, alignmentOf(column), Overflow::Ellipsis,
+                       palette_.faceText);
     }
     painter_->End();
+}
+
+// Where a heading's picture stands: at the right edge of the room for its text. Empty: none shown.
+wxRect Grid::View::pictureBox(const Column& column, const wxRect& room) const {
+    const wxSize size = HeadingPicture::Size(column.Heading, Scale(), textHeight_);
+    if (size.x == 0 || size.x > room.width) return {};
+    return {room.x + room.width - size.x, room.y + (room.height - size.y) / 2, size.x, size.y};
+}
+
+wxRect Grid::View::headingRoom(int column) const {
+    const int margin = pixels(cellMarginTwips() / 2);
+    const Rect cell = geometry_.Heading(column);
+    return {cell.x + margin, cell.y, cell.width - 2 * margin - 1, cell.height - 1};
 }
 
 void Grid::View::paintFilterBar(wxDC& dc) {
@@ -88,6 +107,11 @@ void Grid::View::paintFilterBar(wxDC& dc) {
     const wxRect room(sizes.selectorWidth, top, geometry_.DataWidth(), sizes.filterHeight);
     const int margin = pixels(cellMarginTwips() / 2);
     const auto range = geometry_.PlacesInView();
+    {
+        const wxDCClipper clip(dc, room);
+        for (int place = range.first; place < range.last; ++place)
+            paintFilterCell(dc, geometry_.ColumnAt(place));
+    }
     painter_->Begin(dc, room);
     for (int place = range.first; place < range.last; ++place) {
         const int index = geometry_.ColumnAt(place);
@@ -101,20 +125,28 @@ void Grid::View::paintFilterBar(wxDC& dc) {
                 Alignment::Left, Overflow::Ellipsis, palette_.text);
     }
     painter_->End();
-    const wxDCClipper clip(dc, room);
-    for (int place = range.first; place < range.last; ++place) {
-        const int index = geometry_.ColumnAt(place);
-        const Rect cell = geometry_.FilterCell(index);
-        dc.SetPen(*wxTRANSPARENT_PEN);
-        dc.SetBrush(palette_.faceLine);
-        dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
-        if (columns_.Item(index).FilterCombo) {
-            const Rect b = geometry_.FilterButton(index);
-            paintFilterButton(dc, {b.x, b.y, b.width - 1, b.height - 1});
-        }
-        if (index == filterColumn_)
-            paintFrame(dc, {cell.x, cell.y, cell.width - 1, cell.height - 1}, 1, palette_.focus);
+}
+
+// All of a filter cell but its text.
+void Grid::View::paintFilterCell(wxDC& dc, int index) {
+    const Rect cell = geometry_.FilterCell(index);
+    const wxRect inner(cell.x, cell.y, cell.width - 1, cell.height - 1);
+    const bool marked = !columns_.Item(index).FilterError.empty();
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    if (marked) {
+        dc.SetBrush(palette_.errorBack);
+        dc.DrawRectangle(inner);
     }
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
+    if (columns_.Item(index).FilterCombo) {
+        const Rect b = geometry_.FilterButton(index);
+        paintFilterButton(dc, {b.x, b.y, b.width - 1, b.height - 1});
+    }
+    if (marked)
+        paintFrame(dc, inner, pixels(30), palette_.error);
+    else if (index == filterColumn_)
+        paintFrame(dc, inner, 1, palette_.focus);
 }
 
 void Grid::View::paintFilterButton(wxDC& dc, const wxRect& box) {

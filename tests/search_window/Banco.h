@@ -84,7 +84,7 @@ class Banco : public ::testing::Test {
     void cerca(adodb::RecordsetRef righe) { cerca(std::move(righe), script); }
     void cerca(adodb::RecordsetRef righe, tests::Script& passi) {
         ricerca.SetRecordset(std::move(righe));
-        passi.run([this] { EXPECT_TRUE(ricerca.Cerca().isEmpty()); });
+        passi.run([this] { EXPECT_TRUE(ricerca.Cerca().isEmpty()); }, 100000);
     }
 
     Ricerca ricerca;

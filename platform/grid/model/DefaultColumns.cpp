@@ -11,6 +11,7 @@ using namespace adodb;
 namespace {
 
 constexpr double narrowest = 480;
+constexpr double pictureRoom = 300; // in a heading, for the arrow that sorting shows
 constexpr double widest = 6000;
 constexpr std::size_t measured = 3; // of a column's texts, the longest
 
@@ -41,7 +42,7 @@ double fittingWidth(std::string_view caption, const std::vector<std::string>& te
     const std::size_t count = std::min(measured, order.size());
     std::ranges::partial_sort(order, order.begin() + static_cast<std::ptrdiff_t>(count),
                               std::ranges::greater{}, length);
-    double width = measure(caption);
+    double width = measure(caption) + pictureRoom;
     for (std::size_t i = 0; i < count; ++i)
         width = std::max(width, measure(texts[order[i]]));
     return std::clamp(width + margin, narrowest, widest);

@@ -6,6 +6,7 @@
 #include "platform/runtime/Text.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,19 @@ enum class Alignment { General, Left, Center, Right };
 
 // Where the keyboard is: in the data rows, in a filter cell, in a data cell being edited.
 enum class Area { Data, FilterCell, CellEdit };
+
+// An image of width times height pixels, red, green, blue, from the top left.
+struct Picture {
+    int width = 0, height = 0;
+    std::vector<std::uint8_t> rgb;
+};
+
+// How a heading looks beside its text.
+struct HeadingStyle {
+    std::shared_ptr<const Picture> ForegroundPicture;
+    int ForegroundPicturePosition = 0;         // 1: shown at the right edge; any other: hidden
+    bool TransparentForegroundPicture = false; // what has the colour of the top left pixel
+};
 
 // A column. Its index in the collection is constant; Order is where it is shown.
 struct Column {
@@ -28,6 +42,8 @@ struct Column {
     adodb::DataTypeEnum DataType = adodb::adVarWChar;
     bool FilterCombo = false; // shows a drop-down list of values in the filter cell
     std::string FilterText;   // what stands in the filter cell
+    std::string FilterError;  // why that is no filter: the cell is marked and says it as its tip
+    HeadingStyle Heading;
 };
 
 struct Style {

@@ -75,17 +75,59 @@ TEST_F(FilterBarTest, TheTextStaysWhenTheCellIsLeft) {
     EXPECT_EQ(text(2), "Romagna") << "the caret stands behind the text";
 }
 
-TEST_F(FilterBarTest, EscapePutsBackTheTextAndReturnsToTheRows) {
+TEST_F(FilterBarTest, EscapeClearsTheCellAndThenReturnsToTheRows) {
     grid_->SetFilterText(1, "Rossi");
     EXPECT_TRUE(changes_.empty()) << "set by code";
     grid_->EnterFilterCell(1);
     robot_.pump();
-    robot_.type("x");
-    EXPECT_EQ(text(1), "x") << "the whole text was selected";
     robot_.press(WXK_ESCAPE);
-    EXPECT_EQ(text(1), "Rossi");
-    EXPECT_EQ(changes_.back().second, "Rossi");
+    EXPECT_EQ(text(1), "");
+    EXPECT_EQ(changes_.back(), (std::pair<int, std::string>(1, "")));
+    EXPECT_EQ(grid_->focusArea(), Area::FilterCell);
+    robot_.press(WXK_ESCAPE);
     EXPECT_EQ(grid_->focusArea(), Area::Data);
+    EXPECT_EQ(changes_.size(), 1U);
+}
+
+TEST_F(FilterBarTest, LeavingACellIsToldHoweverItIsLeft) {
+    std::vector<int> left;
+    grid_->OnFilterLeave = [&](int column) { left.push_back(column); };
+    grid_->EnterFilterCell(1);
+    robot_.pump();
+    robot_.press(WXK_TAB);
+    robot_.press(WXK_DOWN);
+    EXPECT_EQ(left, (std::vector{1, 2}));
+    robot_.click(*grid_, centre(grid_->FilterCellRect(1)));
+    robot_.click(*grid_, cellCentre(3, 1));
+    robot_.click(*grid_, centre(grid_->FilterCellRect(2)));
+    robot_.click(*after_, {30, 8});
+    EXPECT_TRUE(robot_.waitUntil([&] { return left.size() == 4; }));
+    EXPECT_EQ(left, (std::vector{1, 2, 1, 2}));
+}
+
+TEST_F(FilterBarTest, AMarkedCellIsFramedAndSaysWhyUntilTheMarkIsTakenOff) {
+    const auto redness = [this](int column) {
+        const wxRect r = grid_->FilterCellRect(column);
+        const wxImage line = imageOf(*grid_, {r.x + 4, r.y, r.width - 8, 1});
+        const int middle = line.GetWidth() / 2;
+        return line.GetRed(middle, 0) - line.GetGreen(middle, 0);
+    };
+    EXPECT_LT(redness(1), 40);
+    grid_->SetFilterText(1, "abc");
+    grid_->SetFilterError(1, "Non è un numero");
+    EXPECT_GT(redness(1), 100);
+    EXPECT_LT(redness(2), 40);
+    robot_.moveTo(*grid_, centre(grid_->FilterCellRect(1)));
+    EXPECT_EQ(grid_->GetToolTipText().utf8_string(), "Non è un numero");
+    screenshot(*frame_, "grid_filter_marked");
+    grid_->EnterFilterCell(1);
+    EXPECT_GT(redness(1), 100) << "while it is edited, too";
+    const wxWindow* editor = wxWindow::FindFocus();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->GetToolTipText().utf8_string(), "Non è un numero");
+    grid_->SetFilterError(1, "");
+    EXPECT_EQ(editor->GetToolTipText(), "");
+    EXPECT_LT(redness(1), 40);
 }
 
 TEST_F(FilterBarTest, EnterIsToldAndChoosesNoRow) {
