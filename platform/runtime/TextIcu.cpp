@@ -13,6 +13,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 namespace norvel::system_text {
 namespace {
@@ -113,77 +114,112 @@ void appendAnyKey(const UCollator* collator, std::string& key, std::string_view 
     key.resize(before + (needed > 0 ? static_cast<std::size_t>(needed) - 1 : 0));
 }
 
-// The keys of texts of plain ASCII characters, put together from those of the characters. Such a
-// key is each character's own bytes one after the other, and an end that depends on their number
-// alone: what the collator makes of every pair of characters is looked at before that is relied on.
+// The keys of texts of plain characters (of ASCII, and letters of Latin-1 with one accent), put
+// together from those of the characters. A key is here each character's own bytes one after the
+// other, a 1, and the accents, each behind bytes that depend only on how many characters lead up to
+// it; at last bytes for those that follow. Of which characters that is true, the collator itself is
+// asked, for each and for every pair.
 class PlainKeys {
   public:
     explicit PlainKeys(const UCollator* collator) : collator_(collator) {
         std::string letters;
-        for (std::string& end : ends_) {
-            end = keyOf(letters).substr(letters.size());
+        for (std::size_t n = 0; n < longestText; ++n) {
+            ends_[n] = keyOf(letters).substr(n);
+            const std::string accented = keyOf(letters + "à").substr(n + 1 + ends_[0].size());
+            if (!accented.empty()) leads_[n + 1] = accented.substr(0, accented.size() - 1);
             letters += 'a';
         }
-        for (char c = firstPlain; c <= lastPlain; ++c)
-            learn(c);
-        for (char a = firstPlain; a <= lastPlain; ++a)
-            for (char b = firstPlain; b <= lastPlain; ++b)
-                checkPair(a, b);
+        std::vector<std::string> plain;
+        for (char c = ' '; c <= '~'; ++c)
+            if (learn(own(c), {&c, 1})) plain.emplace_back(1, c);
+        for (unsigned char c = 0x80; c < 0xC0; ++c) {
+            const char letter[] = {latinLead, static_cast<char>(c)};
+            if (learn(latin_[c - 0x80U], {letter, 2})) plain.emplace_back(letter, 2);
+        }
+        for (const std::string& first : plain)
+            for (const std::string& second : plain)
+                checkPair(first, second);
     }
 
     // False where the text is not of that kind; key is as it was then.
     bool append(std::string& key, std::string_view text) const {
-        if (text.size() >= ends_.size()) return false;
-        const std::size_t before = key.size();
-        key.resize(before + text.size() * longest);
-        char* out = key.data() + before;
-        for (const char c : text) {
-            const Own& own = owns_[static_cast<unsigned char>(c)];
-            if (own.length == 0) {
-                key.resize(before);
-                return false;
-            }
-            std::memcpy(out, own.bytes, longest);
-            out += own.length;
+        if (text.size() >= longestText) return false;
+        char bytes[longestText * longest];
+        char* out = bytes;
+        std::size_t run = 0; // characters since the last accent
+        std::string accents;
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            const bool latin = text[at] == latinLead && at + 1 < text.size();
+            const Own& one = latin ? latinLetter(text[++at]) : owns_[unsignedOf(text[at])];
+            if (one.length == 0) return false;
+            std::memcpy(out, one.bytes, longest);
+            out += one.length;
+            ++run;
+            if (one.accent == 0) continue;
+            accents += leads_[run];
+            accents += one.accent;
+            run = 0;
         }
-        key.resize(static_cast<std::size_t>(out - key.data()));
-        key += ends_[text.size()];
+        key.append(bytes, static_cast<std::size_t>(out - bytes));
+        if (accents.empty()) {
+            key += ends_[run];
+        } else {
+            key += ends_[0];
+            key += accents;
+            key.append(ends_[run], ends_[0].size());
+        }
         return true;
     }
 
   private:
-    static constexpr char firstPlain = ' ';
-    static constexpr char lastPlain = '~';
+    static constexpr std::size_t longestText = 256;
     static constexpr std::size_t longest = 4;
+    static constexpr char latinLead = '\xC3'; // of U+00C0 to U+00FF
     struct Own {
         char bytes[longest] = {};
         std::uint8_t length = 0; // 0: not plain
+        char accent = 0;         // 0: none
     };
+
+    static std::size_t unsignedOf(char c) { return static_cast<unsigned char>(c); }
+    const Own& latinLetter(char second) const { return latin_[unsignedOf(second) & 0x3FU]; }
+    Own& own(char c) { return owns_[unsignedOf(c)]; }
+    Own& ownOf(std::string_view letter) {
+        return letter.size() == 1 ? own(letter[0]) : latin_[unsignedOf(letter[1]) & 0x3FU];
+    }
 
     std::string keyOf(std::string_view text) const {
         std::string key;
         appendAnyKey(collator_, key, text);
         return key;
     }
-    void learn(char c) {
-        const std::string key = keyOf({&c, 1});
-        const std::size_t length = key.size() - std::min(key.size(), ends_[1].size());
-        if (length == 0 || length > longest || !key.ends_with(ends_[1])) return;
-        Own& own = owns_[static_cast<unsigned char>(c)];
-        std::memcpy(own.bytes, key.data(), length);
-        own.length = static_cast<std::uint8_t>(length);
+    // Whether the character's key is its own bytes and one end, or one accent.
+    bool learn(Own& one, std::string_view letter) {
+        const std::string key = keyOf(letter);
+        const std::size_t length = key.find('\1');
+        if (length == 0 || length > longest) return false;
+        std::memcpy(one.bytes, key.data(), length);
+        one.length = static_cast<std::uint8_t>(length);
+        if (key.ends_with(leads_[1] + key.back())) one.accent = key.back();
+        std::string own;
+        if (append(own, letter) && own == key) return true;
+        one.accent = 0;
+        if (append(own = {}, letter) && own == key) return true;
+        one.length = 0;
+        return false;
     }
-    void checkPair(char a, char b) {
-        const char pair[] = {a, b};
+    void checkPair(const std::string& first, const std::string& second) {
         std::string key;
-        if (!append(key, {pair, 2}) || key == keyOf({pair, 2})) return;
-        owns_[static_cast<unsigned char>(a)].length = 0;
-        owns_[static_cast<unsigned char>(b)].length = 0;
+        if (!append(key, first + second) || key == keyOf(first + second)) return;
+        ownOf(first).length = 0;
+        ownOf(second).length = 0;
     }
 
     const UCollator* collator_;
-    std::array<std::string, 256> ends_; // by the number of characters
+    std::array<std::string, longestText> ends_;      // by the number of characters before
+    std::array<std::string, longestText + 1> leads_; // by the number of characters up to an accent
     std::array<Own, 256> owns_;
+    std::array<Own, 64> latin_;
 };
 
 // What stands for a key must not hold a zero.

@@ -72,6 +72,7 @@ class Extraction {
           sharedTexts_(sharedTexts) {}
 
     void run() {
+        makeRoom();
         for (const Slice& slice : piece_.slices) {
             slice_ = &slice;
             segment_ = slice.segment;
@@ -81,6 +82,23 @@ class Extraction {
 
   private:
     bool exact() const { return form_.kind == NumberForm::Kind::Exact; }
+
+    // For what will probably come.
+    void makeRoom() {
+        const std::size_t rows = piece_.slices.back().end - piece_.slices.front().begin;
+        if (formOfPlain(*piece_.slices.front().segment) && !exact()) piece_.numbers.reserve(rows);
+        std::size_t texts = 0;
+        std::size_t bytes = 0;
+        for (const Slice& slice : piece_.slices) {
+            const Segment& segment = *slice.segment;
+            if (segment.storage != Storage::Text || slice.end - slice.begin < segment.rows)
+                continue;
+            texts += segment.rows;
+            bytes += segment.ends[segment.rows] - segment.ends[0];
+        }
+        // a key is a little longer than its text, and ends with about half a word of zeros
+        if (texts > 0) piece_.texts.reserve(texts, bytes + bytes / 8 + texts * 6);
+    }
 
     void takeSlice() {
         switch (segment_->storage) {
@@ -107,7 +125,7 @@ class Extraction {
             return eachRow(
                 [&, v = values<double>()](RowNumber row, Place at) { date(v[row], at); });
         case Storage::Text:
-            return takeTexts();
+            return eachRow([&](RowNumber row, Place at) { text(segment_->run(row), at); });
         case Storage::Dictionary8:
             return takeEntries<std::uint8_t>();
         case Storage::Dictionary16:
@@ -134,14 +152,8 @@ class Extraction {
             if (exact())
                 exactly(numberKey(Decimal::fromScaled(v[row], segment_->scale)), at);
             else
-                piece_.numbers.push_back({wholeKey(v[row]), at});
+                piece_.numbers.push_back(keyed(wholeKey(v[row]), at));
         });
-    }
-    void takeTexts() {
-        const std::size_t bytes = segment_->ends[segment_->rows] - segment_->ends[0];
-        const std::size_t rows = slice_->end - slice_->begin;
-        if (rows == segment_->rows) piece_.texts.reserve(bytes + bytes / 4 + rows * 20);
-        eachRow([&](RowNumber row, Place at) { text(segment_->run(row), at); });
     }
     template <class T>
     void takeEntries() {
@@ -203,7 +215,7 @@ class Extraction {
         else if (form_.kind == NumberForm::Kind::Real)
             real(value.toDouble(), at);
         else if (form_.kind == NumberForm::Kind::Scaled)
-            piece_.numbers.push_back({wholeKey(*atScale(value.toDecimal(), form_.scale)), at});
+            piece_.numbers.push_back(keyed(wholeKey(*atScale(value.toDecimal(), form_.scale)), at));
         else
             whole(value.toI8(), at); // True is -1
     }
@@ -212,15 +224,15 @@ class Extraction {
         if (exact())
             exactly(numberKey(Decimal(value)), at);
         else
-            piece_.numbers.push_back({wholeKey(value), at});
+            piece_.numbers.push_back(keyed(wholeKey(value), at));
     }
     void real(double value, Place at) {
         if (exact())
             exactly(numberKey(value), at);
         else
-            piece_.numbers.push_back({realKey(value), at});
+            piece_.numbers.push_back(keyed(realKey(value), at));
     }
-    void date(double days, Place at) { piece_.dates.push_back({realKey(days), at}); }
+    void date(double days, Place at) { piece_.dates.push_back(keyed(realKey(days), at)); }
     void bytes(std::string_view bytes, Place at) { piece_.bytes.addBytes(at, bytes); }
     void text(std::string_view text, Place at) {
         if (sharedTexts_) {

@@ -17,14 +17,14 @@ class Ranking {
   public:
     Ranking(ColumnKeys& keys, std::size_t rows, unsigned threads)
         : keys_(keys), fresh_(rows), threads_(threads) {
-        order_.places.resize(rows);
+        order_.places = Room<std::uint32_t>(rows);
     }
 
     ColumnOrder run() {
         equals(&KeyPiece::nulls);
-        keyed(&KeyPiece::numbers);
+        numbers(&KeyPiece::numbers);
         exact();
-        keyed(&KeyPiece::dates);
+        numbers(&KeyPiece::dates);
         if (keys_.sharedTexts())
             sharedTexts();
         else
@@ -58,7 +58,7 @@ class Ranking {
         });
         end(starts.back());
     }
-    void keyed(std::vector<KeyedPlace> KeyPiece::*list) {
+    void numbers(std::vector<KeyedPlace> KeyPiece::*list) {
         const auto starts = startsOf(list);
         Room<KeyedPlace> items(starts.back());
         eachPiece([&](KeyPiece& piece, std::size_t i) {
@@ -68,7 +68,7 @@ class Ranking {
         radixSort(items, threads_);
         put(
             items.size(), [&](std::size_t i) { return items[i].at; },
-            [&](std::size_t i) { return items[i].key != items[i - 1].key; });
+            [&](std::size_t i) { return sortKey(items[i]) != sortKey(items[i - 1]); });
     }
     // By the nearest double first; the few that share one by all they have.
     void exact() {
@@ -77,7 +77,7 @@ class Ranking {
             all.insert(all.end(), piece.exact.begin(), piece.exact.end());
         Room<KeyedPlace> items(all.size());
         for (std::uint32_t i = 0; i < items.size(); ++i)
-            items[i] = {all[i].key.nearest, i};
+            items[i] = keyed(all[i].key.nearest, i);
         const auto exactly = [&](const KeyedPlace& item) -> const Decimal& {
             return all[item.at].key.exact;
         };
@@ -88,7 +88,7 @@ class Ranking {
                 radix::sortInto(from, to, count);
                 for (std::size_t i = 0; i < count;) {
                     std::size_t end = i + 1;
-                    while (end < count && to[end].key == to[i].key)
+                    while (end < count && sortKey(to[end]) == sortKey(to[i]))
                         ++end;
                     if (end - i > 1) std::ranges::stable_sort(to + i, to + end, {}, exactly);
                     i = end;
@@ -170,7 +170,7 @@ class Ranking {
 
     void giveRanks() {
         const std::size_t rows = fresh_.size();
-        order_.fresh.resize((rows + 63) / 64);
+        order_.fresh = Room<std::uint64_t>((rows + 63) / 64);
         std::vector<std::uint32_t> before((rows + itemsAPiece - 1) / itemsAPiece + 1);
         forPieces(rows, threads_, [&](std::size_t begin, std::size_t end) {
             std::uint32_t count = 0;
@@ -184,7 +184,7 @@ class Ranking {
             before[begin / itemsAPiece + 1] = count;
         });
         std::partial_sum(before.begin(), before.end(), before.begin());
-        order_.ranks.resize(rows);
+        order_.ranks = Room<std::uint32_t>(rows);
         forPieces(rows, threads_, [&](std::size_t begin, std::size_t end) {
             std::uint32_t rank = before[begin / itemsAPiece] - 1; // the very first is fresh: 0
             for (std::size_t i = begin; i < end; ++i) {
@@ -233,22 +233,17 @@ void eachRunBackwards(const ColumnOrder& order, std::size_t from, std::size_t to
 
 } // namespace
 
-std::vector<std::uint32_t> ColumnOrder::list(bool ascending, unsigned threads) const {
-    std::vector<std::uint32_t> all(places.size());
-    forPieces(all.size(), threads, [&](std::size_t begin, std::size_t end) {
+void ColumnOrder::list(std::vector<std::uint32_t>& list, bool ascending, unsigned threads) const {
+    forPieces(places.size(), threads, [&](std::size_t begin, std::size_t end) {
         if (ascending) {
-            std::copy(places.begin() + static_cast<std::ptrdiff_t>(begin),
-                      places.begin() + static_cast<std::ptrdiff_t>(end),
-                      all.begin() + static_cast<std::ptrdiff_t>(begin));
+            std::copy_n(places.data() + begin, end - begin, list.data() + begin);
             return;
         }
+        std::uint32_t* const behindAll = list.data() + list.size();
         eachRunBackwards(*this, begin, end, [&](std::size_t first, std::size_t behind) {
-            std::copy(places.begin() + static_cast<std::ptrdiff_t>(first),
-                      places.begin() + static_cast<std::ptrdiff_t>(behind),
-                      all.end() - static_cast<std::ptrdiff_t>(behind));
+            std::copy(places.data() + first, places.data() + behind, behindAll - behind);
         });
     });
-    return all;
 }
 
 std::vector<std::uint32_t> ColumnOrder::picked(std::span<const std::uint32_t> some, bool ascending,
@@ -281,8 +276,7 @@ std::vector<std::uint32_t> ColumnOrder::picked(std::span<const std::uint32_t> so
 }
 
 std::size_t ColumnOrder::bytes() const {
-    return (ranks.capacity() + places.capacity()) * sizeof(std::uint32_t) +
-           fresh.capacity() * sizeof(std::uint64_t);
+    return ranks.bytes() + places.bytes() + fresh.bytes();
 }
 
 ColumnOrder orderRows(const ColumnStore& store, int column, std::span<const RowNumber> rows,

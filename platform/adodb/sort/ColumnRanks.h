@@ -1,6 +1,7 @@
 // The values of a column as small numbers in the same order, and its rows in that order.
 #pragma once
 
+#include "platform/adodb/sort/RadixSort.h"
 #include "platform/adodb/store/ColumnStore.h"
 #include "platform/adodb/store/RowList.h"
 
@@ -12,20 +13,18 @@
 
 namespace norvel::adodb {
 
-// Equal values have equal ranks. Ranks of one list compare among themselves only.
-using Ranks = std::vector<std::uint32_t>;
-
 // What is known of a list of rows by the values of one column. Places are those in the list.
 struct ColumnOrder {
-    Ranks ranks;                       // of each place
-    std::vector<std::uint32_t> places; // by their values, NULLs first, equal ones ascending
-    std::vector<std::uint64_t> fresh;  // bit i: places[i] has another value than the one before
+    // Of each place; equal values have equal ranks, greater ones greater.
+    Room<std::uint32_t> ranks;
+    Room<std::uint32_t> places; // by their values, NULLs first, equal ones ascending
+    Room<std::uint64_t> fresh;  // bit i: places[i] has another value than the one before
 
     bool startsRun(std::size_t i) const {
         return (fresh[i / 64] >> (i % 64) & std::uint64_t{1}) != 0;
     }
-    // All places; descending, equal ones ascend all the same.
-    std::vector<std::uint32_t> list(bool ascending, unsigned threads) const;
+    // All places; descending, equal ones ascend all the same. list has as many.
+    void list(std::vector<std::uint32_t>& list, bool ascending, unsigned threads) const;
     // Those of these places that it knows of, each named once, in any order.
     std::vector<std::uint32_t> picked(std::span<const std::uint32_t> some, bool ascending,
                                       unsigned threads) const;

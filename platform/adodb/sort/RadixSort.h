@@ -1,6 +1,7 @@
 // Stable sorting by whole numbers, on all processors.
 #pragma once
 
+#include "platform/adodb/store/Slab.h"
 #include "platform/runtime/Parallel.h"
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <vector>
 
 namespace norvel::adodb {
@@ -20,17 +20,18 @@ inline constexpr std::size_t itemsAPiece = 65536; // fewer are done before threa
 template <class T>
 class Room {
   public:
-    explicit Room(std::size_t size)
-        : items_(std::make_unique_for_overwrite<T[]>(size)), size_(size) {}
-    T* data() { return items_.get(); }
-    const T* data() const { return items_.get(); }
+    Room() = default;
+    explicit Room(std::size_t size) : slab_(size * sizeof(T)), size_(size) {}
+    T* data() { return reinterpret_cast<T*>(slab_.data()); }
+    const T* data() const { return reinterpret_cast<const T*>(slab_.data()); }
     std::size_t size() const { return size_; }
-    T& operator[](std::size_t i) { return items_[i]; }
-    const T& operator[](std::size_t i) const { return items_[i]; }
+    std::size_t bytes() const { return slab_.size(); }
+    T& operator[](std::size_t i) { return data()[i]; }
+    const T& operator[](std::size_t i) const { return data()[i]; }
 
   private:
-    std::unique_ptr<T[]> items_;
-    std::size_t size_;
+    Slab slab_;
+    std::size_t size_ = 0;
 };
 
 // Calls work(begin, end) for pieces of 0 to count - 1, each but the last a multiple of 64 long.
@@ -43,11 +44,15 @@ void forPieces(std::size_t count, unsigned threads, Work work) {
                 threads);
 }
 
-// A key and where it comes from.
+// A key and where it comes from, in twelve bytes.
 struct KeyedPlace {
-    std::uint64_t key = 0;
-    std::uint32_t at = 0;
+    std::uint32_t high;
+    std::uint32_t low;
+    std::uint32_t at;
 };
+inline KeyedPlace keyed(std::uint64_t key, std::uint32_t at) {
+    return {static_cast<std::uint32_t>(key >> 32U), static_cast<std::uint32_t>(key), at};
+}
 // The same in one number: the key in the upper half.
 using PackedPlace = std::uint64_t;
 inline PackedPlace packed(std::uint32_t key, std::uint32_t at) {
@@ -55,7 +60,7 @@ inline PackedPlace packed(std::uint32_t key, std::uint32_t at) {
 }
 
 inline std::uint64_t sortKey(const KeyedPlace& item) {
-    return item.key;
+    return std::uint64_t{item.high} << 32U | item.low;
 }
 inline std::uint64_t sortKey(PackedPlace item) {
     return item >> 32U;

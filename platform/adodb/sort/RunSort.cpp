@@ -3,6 +3,8 @@
 #include <cstring>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace norvel::adodb {
 
@@ -10,12 +12,23 @@ namespace {
 
 constexpr std::size_t wordBytes = sizeof(std::uint64_t);
 
-// The first in the highest place, so that words compare as their bytes do.
-std::uint64_t wordOf(const char* bytes, std::size_t count) {
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        word |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (56U - 8U * i);
-    return word;
+// Eight bytes, the first in the highest place, so that words compare as their bytes do.
+std::uint64_t wordAt(const char* bytes) {
+    const auto byte = [&](unsigned i) {
+        return std::uint64_t{static_cast<unsigned char>(bytes[i])} << (56U - 8U * i);
+    };
+    return byte(0) | byte(1) | byte(2) | byte(3) | byte(4) | byte(5) | byte(6) | byte(7);
+}
+
+// The same of fewer than eight at the end of a key, then zeros.
+std::uint64_t lastWord(std::string_view key) {
+    const std::size_t rest = key.size() % wordBytes;
+    if (rest == 0) return 0;
+    if (key.size() > wordBytes)
+        return wordAt(key.data() + key.size() - wordBytes) << (64U - 8U * rest);
+    char bytes[wordBytes] = {};
+    std::memcpy(bytes, key.data(), rest);
+    return wordAt(bytes);
 }
 
 bool hasMore(std::uint64_t word) {
@@ -102,15 +115,22 @@ class Sorting {
 
 } // namespace
 
+// By so many words.
+void RunKeys::grow(std::size_t words) {
+    Room<std::uint64_t> larger(words_.size() + words);
+    std::copy_n(words_.data(), used_, larger.data());
+    words_ = std::move(larger);
+}
+
 void RunKeys::add(std::uint64_t number, std::string_view key) {
     const std::size_t whole = key.size() / wordBytes;
-    const std::size_t at = words_.size();
-    words_.resize(at + whole + 2);
-    std::uint64_t* const words = words_.data() + at;
+    if (words_.size() - used_ < whole + 2) grow(std::max(words_.size(), whole + 2));
+    std::uint64_t* const words = words_.data() + used_;
+    used_ += whole + 2;
     words[0] = number;
     for (std::size_t i = 0; i < whole; ++i)
-        words[i + 1] = wordOf(key.data() + i * wordBytes, wordBytes);
-    words[whole + 1] = wordOf(key.data() + whole * wordBytes, key.size() % wordBytes);
+        words[i + 1] = wordAt(key.data() + i * wordBytes);
+    words[whole + 1] = lastWord(key);
     ++size_;
 }
 

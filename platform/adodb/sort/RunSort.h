@@ -19,12 +19,13 @@ class RunKeys {
     // Any bytes: they are written so that none is zero, in the same order.
     void addBytes(std::uint64_t number, std::string_view bytes);
     std::size_t size() const { return size_; }
-    void reserve(std::size_t bytes) { words_.reserve(bytes / 8); }
+    // Room for keys of so many bytes in all.
+    void reserve(std::size_t keys, std::size_t bytes) { grow(keys * 2 + bytes / 8); }
 
     // Calls work with the address of each key's number.
     template <class Work>
     void each(Work work) {
-        for (std::size_t at = 0; at < words_.size(); ++at) {
+        for (std::size_t at = 0; at < used_; ++at) {
             work(words_.data() + at);
             do
                 ++at;
@@ -33,7 +34,10 @@ class RunKeys {
     }
 
   private:
-    std::vector<std::uint64_t> words_;
+    void grow(std::size_t words);
+
+    Room<std::uint64_t> words_;
+    std::size_t used_ = 0;
     std::size_t size_ = 0;
 };
 

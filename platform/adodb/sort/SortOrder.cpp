@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 namespace norvel::adodb {
@@ -55,14 +56,15 @@ class Order : public SortOrder {
     explicit Order(std::vector<Direction> keys) : keys_(std::move(keys)) {}
 
     void sort(const ColumnStore& store, RowList& rows, unsigned threads) const override {
-        if (rows.empty()) return;
-        const auto kept = keptOrders(store, rows, threads);
-        if (kept.size() == keys_.size() && keys_.size() == 1) {
-            rows = sortedByOne(*kept.front(), rows, threads);
+        if (rows.empty() || keys_.empty()) {
+            std::ranges::sort(rows);
             return;
         }
-        if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
-        if (rows.size() > 1) sortAscending(store, rows, kept, threads);
+        const auto kept = keptOrders(store, rows, threads);
+        if (kept.size() == keys_.size())
+            sortByKept(kept, rows, threads);
+        else
+            sortByOwn(store, rows, threads);
     }
 
     RowList merge(const ColumnStore& store, const RowList& a, const RowList& b) const override {
@@ -124,51 +126,52 @@ class Order : public SortOrder {
         return found;
     }
 
-    RowList sortedByOne(const ColumnOrder& order, RowList& rows, unsigned threads) const {
-        const bool ascending = keys_.front().ascending;
-        const std::size_t all = order.places.size();
-        if (rows.size() == all) return order.list(ascending, threads);
-        if (rows.size() >= all / fewRows) return order.picked(rows, ascending, threads);
-        if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
-        Room<PackedPlace> items(rows.size());
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            items[i] = packed(directed(order.ranks[rows[i]], keys_.front()), rows[i]);
-        radixSort(items, threads);
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            rows[i] = static_cast<RowNumber>(items[i]);
-        return std::move(rows);
+    // By the last key first, then by each before it, equal ones as they stand.
+    void sortByKept(const Kept& kept, RowList& rows, unsigned threads) const {
+        sortByOne(*kept.back(), keys_.back(), rows, threads);
+        for (std::size_t k = keys_.size() - 1; k-- > 0;)
+            sortStably(rows, kept[k]->ranks, keys_[k], threads);
     }
 
-    // Rows that ascend, by the last key first; then by each before it, equal ones as they stand.
-    void sortAscending(const ColumnStore& store, RowList& rows, const Kept& kept,
-                       unsigned threads) const {
-        Room<PackedPlace> items(rows.size());
-        std::vector<std::uint32_t> places;
-        for (std::size_t k = keys_.size(); k-- > 0;) {
-            const auto sortBy = [&](auto rankOf) {
-                forPieces(rows.size(), threads, [&](std::size_t begin, std::size_t end) {
-                    for (std::size_t i = begin; i < end; ++i) {
-                        const auto place =
-                            places.empty() ? static_cast<std::uint32_t>(i) : places[i];
-                        items[i] = packed(directed(rankOf(place), keys_[k]), place);
-                    }
-                });
-                radixSort(items, threads);
-                places.resize(rows.size());
-                for (std::size_t i = 0; i < places.size(); ++i)
-                    places[i] = static_cast<std::uint32_t>(items[i]);
-            };
-            if (k < kept.size()) {
-                sortBy([&](std::uint32_t place) { return kept[k]->ranks[rows[place]]; });
-            } else {
-                const ColumnOrder own = orderRows(store, keys_[k].column, rows, threads);
-                sortBy([&](std::uint32_t place) { return own.ranks[place]; });
-            }
+    static void sortByOne(const ColumnOrder& order, const Direction& key, RowList& rows,
+                          unsigned threads) {
+        const std::size_t all = order.places.size();
+        if (rows.size() == all) {
+            order.list(rows, key.ascending, threads);
+        } else if (rows.size() >= all / fewRows) {
+            rows = order.picked(rows, key.ascending, threads);
+        } else {
+            if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
+            sortStably(rows, order.ranks, key, threads);
         }
-        if (places.empty()) return;
+    }
+
+    // The same by the values of these rows alone.
+    void sortByOwn(const ColumnStore& store, RowList& rows, unsigned threads) const {
+        if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
+        std::vector<std::uint32_t> places(rows.size());
+        std::iota(places.begin(), places.end(), 0U);
+        for (std::size_t k = keys_.size(); k-- > 0;) {
+            const ColumnOrder own = orderRows(store, keys_[k].column, rows, threads);
+            sortStably(places, own.ranks, keys_[k], threads);
+        }
         std::ranges::transform(places, places.begin(),
                                [&](std::uint32_t place) { return rows[place]; });
         rows = std::move(places);
+    }
+
+    static void sortStably(std::vector<std::uint32_t>& places, const Room<std::uint32_t>& ranks,
+                           const Direction& key, unsigned threads) {
+        Room<PackedPlace> items(places.size());
+        forPieces(places.size(), threads, [&](std::size_t begin, std::size_t end) {
+            for (std::size_t i = begin; i < end; ++i)
+                items[i] = packed(directed(ranks[places[i]], key), places[i]);
+        });
+        radixSort(items, threads);
+        forPieces(places.size(), threads, [&](std::size_t begin, std::size_t end) {
+            for (std::size_t i = begin; i < end; ++i)
+                places[i] = static_cast<std::uint32_t>(items[i]);
+        });
     }
 
     static std::uint32_t directed(std::uint32_t rank, const Direction& key) {

@@ -103,6 +103,21 @@ TEST(CollationKey, RandomTextsOfLettersThatJoin) {
     }
 }
 
+TEST(CollationKey, AccentsBehindAndBeforeManyLetters) {
+    const std::vector<std::string> accents = {"à", "À", "è", "é", "ö", "ç", "ñ", "a\u0300", "ß"};
+    std::mt19937 random(33);
+    std::vector<std::string> texts;
+    for (int i = 0; i < 1200; ++i) {
+        std::string text;
+        for (unsigned n = random() % 4; n < 4; ++n) {
+            text += std::string(random() % (i % 3 == 0 ? 4 : 110), random() % 30 == 0 ? 'b' : 'a');
+            if (random() % 3 > 0) text += accents[random() % (i % 2 == 0 ? 3 : accents.size())];
+        }
+        texts.push_back(std::move(text));
+    }
+    checkPairs(texts);
+}
+
 TEST(CollationKey, NamesAndAddressesOfAllLengths) {
     const std::vector<std::string> words = {
         "Rossi", "ROSSI", "rossi", "Rosso",  "S.r.l.",    "srl",   "S.p.A.",  "spa",
