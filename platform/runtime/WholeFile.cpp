@@ -28,8 +28,7 @@ std::string readWholeFile(const std::filesystem::path& path, std::size_t longest
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     if (file.bad()) throw Errore(75, "Errore di lettura del file «" + nameOf(path) + "»");
     contents.resize(static_cast<std::size_t>(file.gcount()));
-    if (contents.size() > longest)
-        throw Errore(7, "Il file «" + nameOf(path) + "» è troppo lungo");
+    if (contents.size() > longest) throw Errore(7, "Il file «" + nameOf(path) + "» è troppo lungo");
     return contents;
 }
 

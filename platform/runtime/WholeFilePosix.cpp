@@ -3,11 +3,10 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <utility>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace norvel {
 

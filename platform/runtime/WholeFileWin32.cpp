@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <string>
-
 #include <windows.h>
 
 namespace norvel {

@@ -38,9 +38,9 @@ struct Layout {
     std::uint32_t OddRowBackColor = defaultOddRowStyle.BackColor;
     int FrozenColumns = 0; // shown first, never scrolled away
     // Of the grid
-    int MarqueeStyle = 2;   // 1: the current cell is framed, 2: the current row is highlighted
-    int DataView = 0;       // 0 plain, 2 with a grouping area
-    double RowHeight = 0;   // twips; 0: from the font
+    int MarqueeStyle = 2; // 1: the current cell is framed, 2: the current row is highlighted
+    int DataView = 0;     // 0 plain, 2 with a grouping area
+    double RowHeight = 0; // twips; 0: from the font
     LayoutFont Font;
     std::vector<std::string> GroupColumns; // fields, outermost first
     std::vector<LayoutColumn> Columns;

@@ -7,8 +7,8 @@
 
 namespace norvel::grid {
 
-// path: in the host's notation. name: case-blind. Raises 53 where there is no file, 5 where it holds
-// no layout of that name, 321 where it is no layout file, and what reading it raises.
+// path: in the host's notation. name: case-blind. Raises 53 where there is no file, 5 where it
+// holds no layout of that name, 321 where it is no layout file, and what reading it raises.
 NR_API Layout loadLayout(const std::string& path, const std::string& name);
 
 // Stores the layout under this name, in the place of one that the file has; the file's others stay.

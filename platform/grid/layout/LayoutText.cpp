@@ -29,8 +29,7 @@ constexpr int largestNumber = 1 << 24; // of orders, colours, styles
 // --- the keys: one place says which member each is ---
 
 template <class T>
-using Member =
-    std::variant<bool T::*, int T::*, std::uint32_t T::*, double T::*, std::string T::*>;
+using Member = std::variant<bool T::*, int T::*, std::uint32_t T::*, double T::*, std::string T::*>;
 template <class T>
 struct Key {
     const char* name;
