@@ -14,37 +14,27 @@ struct LayoutColumn {
     double Width = 1440; // twips
     int Order = 0;
     bool Visible = true;
-    bool Translate = false; // its ValueItems
-    int Presentation = 0;
+    grid::ValueItems ValueItems;
     bool operator==(const LayoutColumn&) const = default;
 };
 
-struct LayoutFont {
-    std::string Name; // "": the window's own
-    double Size = 0;  // points; 0: the window's own
-    bool Bold = false;
-    bool Italic = false;
-    bool operator==(const LayoutFont&) const = default;
-};
-
 struct Layout {
-    // Of split 0
-    bool FilterBar = true;
-    bool AllowSizing = true;
-    bool AllowRowSizing = false;
-    bool AllowColMove = false;
-    bool AlternatingRowStyle = false;
-    std::uint32_t EvenRowBackColor = defaultEvenRowStyle.BackColor; // 0x00BBGGRR
-    std::uint32_t OddRowBackColor = defaultOddRowStyle.BackColor;
-    int FrozenColumns = 0; // shown first, never scrolled away
-    // Of the grid
-    int MarqueeStyle = 2; // 1: the current cell is framed, 2: the current row is highlighted
-    int DataView = 0;     // 0 plain, 2 with a grouping area
-    double RowHeight = 0; // twips; 0: from the font
-    LayoutFont Font;
-    std::vector<std::string> GroupColumns; // fields, outermost first
+    grid::Split Split; // the first one, which programs touch
+    GridStyle Style;
     std::vector<LayoutColumn> Columns;
     bool operator==(const Layout&) const = default;
 };
+
+// The look of a grid as a layout. dormant: columns of the layout that was applied last whose fields
+// are not there; they go along, so that they are not lost.
+NR_API Layout takeLayout(const Columns& columns, const Split& split, const GridStyle& style,
+                         const std::vector<LayoutColumn>& dormant);
+
+// Gives the columns, found by their fields (case-blind), and the rest the look of the layout. A
+// column that the layout does not name keeps its own look and comes behind the others; the filter
+// cells and their value-list switches stay as they are. Returns the columns of the layout whose
+// fields are not there.
+NR_API std::vector<LayoutColumn> applyLayout(const Layout& layout, Columns& columns, Split& split,
+                                             GridStyle& style);
 
 } // namespace norvel::grid

@@ -28,53 +28,44 @@ constexpr int largestNumber = 1 << 24; // of orders, colours, styles
 
 // --- the keys: one place says which member each is ---
 
-template <class T>
-using Member = std::variant<bool T::*, int T::*, std::uint32_t T::*, double T::*, std::string T::*>;
+// What a key's value is, found in the layout or in the column.
+using Value = std::variant<bool*, int*, std::uint32_t*, double*, std::string*>;
 template <class T>
 struct Key {
     const char* name;
-    Member<T> member;
+    Value (*value)(T&);
     double most = largestNumber; // of a number; the least is 0
 };
 
-const auto& layoutKeys() {
-    static const std::array<Key<Layout>, 11> keys{{
-        {"FilterBar", &Layout::FilterBar},
-        {"AllowSizing", &Layout::AllowSizing},
-        {"AllowRowSizing", &Layout::AllowRowSizing},
-        {"AllowColMove", &Layout::AllowColMove},
-        {"AlternatingRowStyle", &Layout::AlternatingRowStyle},
-        {"EvenRowStyle.BackColor", &Layout::EvenRowBackColor},
-        {"OddRowStyle.BackColor", &Layout::OddRowBackColor},
-        {"FrozenColumns", &Layout::FrozenColumns},
-        {"MarqueeStyle", &Layout::MarqueeStyle},
-        {"DataView", &Layout::DataView},
-        {"RowHeight", &Layout::RowHeight, widest},
-    }};
-    return keys;
-}
+constexpr Key<Layout> layoutKeys[] = {
+    {"FilterBar", [](Layout& l) -> Value { return &l.Split.FilterBar; }},
+    {"AllowSizing", [](Layout& l) -> Value { return &l.Split.AllowSizing; }},
+    {"AllowRowSizing", [](Layout& l) -> Value { return &l.Split.AllowRowSizing; }},
+    {"AllowColMove", [](Layout& l) -> Value { return &l.Split.AllowColMove; }},
+    {"AlternatingRowStyle", [](Layout& l) -> Value { return &l.Split.AlternatingRowStyle; }},
+    {"EvenRowStyle.BackColor", [](Layout& l) -> Value { return &l.Split.EvenRowStyle.BackColor; },
+     0xFFFFFFFF},
+    {"OddRowStyle.BackColor", [](Layout& l) -> Value { return &l.Split.OddRowStyle.BackColor; },
+     0xFFFFFFFF},
+    {"FrozenColumns", [](Layout& l) -> Value { return &l.Split.FrozenColumns; }},
+    {"MarqueeStyle", [](Layout& l) -> Value { return &l.Style.MarqueeStyle; }},
+    {"DataView", [](Layout& l) -> Value { return &l.Style.DataView; }},
+    {"RowHeight", [](Layout& l) -> Value { return &l.Style.RowHeight; }, widest},
+    {"Font.Name", [](Layout& l) -> Value { return &l.Style.Font.Name; }},
+    {"Font.Size", [](Layout& l) -> Value { return &l.Style.Font.Size; }, largestFont},
+    {"Font.Bold", [](Layout& l) -> Value { return &l.Style.Font.Bold; }},
+    {"Font.Italic", [](Layout& l) -> Value { return &l.Style.Font.Italic; }},
+};
 
-const auto& fontKeys() {
-    static const std::array<Key<LayoutFont>, 4> keys{{
-        {"Font.Name", &LayoutFont::Name},
-        {"Font.Size", &LayoutFont::Size, largestFont},
-        {"Font.Bold", &LayoutFont::Bold},
-        {"Font.Italic", &LayoutFont::Italic},
-    }};
-    return keys;
-}
-
-const auto& columnKeys() {
-    static const std::array<Key<LayoutColumn>, 6> keys{{
-        {"Caption", &LayoutColumn::Caption},
-        {"Width", &LayoutColumn::Width, widest},
-        {"Order", &LayoutColumn::Order},
-        {"Visible", &LayoutColumn::Visible},
-        {"ValueItems.Translate", &LayoutColumn::Translate},
-        {"ValueItems.Presentation", &LayoutColumn::Presentation},
-    }};
-    return keys;
-}
+constexpr Key<LayoutColumn> columnKeys[] = {
+    {"Caption", [](LayoutColumn& c) -> Value { return &c.Caption; }},
+    {"Width", [](LayoutColumn& c) -> Value { return &c.Width; }, widest},
+    {"Order", [](LayoutColumn& c) -> Value { return &c.Order; }},
+    {"Visible", [](LayoutColumn& c) -> Value { return &c.Visible; }},
+    {"ValueItems.Translate", [](LayoutColumn& c) -> Value { return &c.ValueItems.Translate; }},
+    {"ValueItems.Presentation",
+     [](LayoutColumn& c) -> Value { return &c.ValueItems.Presentation; }},
+};
 
 constexpr const char* groupKey = "GroupColumns";
 
@@ -118,14 +109,14 @@ std::string written(Number value) {
     return {digits.data(), end};
 }
 
-template <class T, class Keys>
-void writeKeys(std::string& out, const T& object, const Keys& keys) {
+template <class T, std::size_t count>
+void writeKeys(std::string& out, T object, const Key<T> (&keys)[count]) {
     for (const Key<T>& key : keys)
         std::visit(
-            [&](auto member) {
-                out.append(key.name).append(" = ").append(written(object.*member)).append("\n");
+            [&](const auto* value) {
+                out.append(key.name).append(" = ").append(written(*value)).append("\n");
             },
-            key.member);
+            key.value(object));
 }
 
 std::vector<const LayoutColumn*> asShown(const Layout& layout) {
@@ -139,15 +130,15 @@ std::vector<const LayoutColumn*> asShown(const Layout& layout) {
 
 void write(std::string& out, const NamedLayout& named) {
     out.append("\n[layout ").append(quoted(named.Name)).append("]\n");
-    writeKeys(out, named.Contents, layoutKeys());
-    writeKeys(out, named.Contents.Font, fontKeys());
+    writeKeys(out, named.Contents, layoutKeys);
     out.append(groupKey).append(" =");
-    for (std::size_t i = 0; i < named.Contents.GroupColumns.size(); ++i)
-        out.append(i ? ", " : " ").append(quoted(named.Contents.GroupColumns[i]));
+    const auto& groups = named.Contents.Style.GroupColumns;
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        out.append(i ? ", " : " ").append(quoted(groups[i]));
     out += '\n';
     for (const LayoutColumn* column : asShown(named.Contents)) {
         out.append("\n[column ").append(quoted(column->DataField)).append("]\n");
-        writeKeys(out, *column, columnKeys());
+        writeKeys(out, *column, columnKeys);
     }
 }
 
@@ -234,11 +225,11 @@ void read(Rest& rest, Number& value, double most) {
 }
 
 // False where the key is none of these.
-template <class T, class Keys>
-bool readKey(T& object, const Keys& keys, std::string_view name, Rest& rest) {
+template <class T, std::size_t count>
+bool readKey(T& object, const Key<T> (&keys)[count], std::string_view name, Rest& rest) {
     for (const Key<T>& key : keys) {
         if (name != key.name) continue;
-        std::visit([&](auto member) { read(rest, object.*member, key.most); }, key.member);
+        std::visit([&](auto* value) { read(rest, *value, key.most); }, key.value(object));
         if (!rest.atEnd()) damaged("resta qualcosa dopo un valore");
         return true;
     }
@@ -312,20 +303,20 @@ class Reader {
         const std::string_view name = rest.word();
         if (name.empty() || !rest.take("=")) damaged("una riga non è del tipo «nome = valore»");
         if (inColumn_) {
-            readKey(layouts_.back().Contents.Columns.back(), columnKeys(), name, rest);
+            readKey(layouts_.back().Contents.Columns.back(), columnKeys, name, rest);
         } else if (inLayout_) {
             Layout& layout = layouts_.back().Contents;
             if (name == groupKey)
-                groups(layout, rest);
-            else if (!readKey(layout, layoutKeys(), name, rest))
-                readKey(layout.Font, fontKeys(), name, rest);
+                groups(layout.Style.GroupColumns, rest);
+            else
+                readKey(layout, layoutKeys, name, rest);
         }
     }
-    static void groups(Layout& layout, Rest& rest) {
-        layout.GroupColumns.clear();
+    static void groups(std::vector<std::string>& fields, Rest& rest) {
+        fields.clear();
         if (rest.atEnd()) return;
         do
-            layout.GroupColumns.push_back(rest.text());
+            fields.push_back(rest.text());
         while (rest.take(","));
         if (!rest.atEnd()) damaged("resta qualcosa dopo un valore");
     }

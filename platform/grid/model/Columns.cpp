@@ -36,11 +36,16 @@ void Columns::Add(Column column) {
     items_.push_back(std::move(column));
 }
 
+std::vector<int> Columns::InOrder() const {
+    std::vector<int> indexes(items_.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    std::ranges::stable_sort(indexes, {}, [this](int index) { return Item(index).Order; });
+    return indexes;
+}
+
 std::vector<int> Columns::Shown() const {
-    std::vector<int> shown;
-    for (int i = 0; i < Count(); ++i)
-        if (items_[static_cast<std::size_t>(i)].Visible) shown.push_back(i);
-    std::ranges::stable_sort(shown, {}, [&](int i) { return Item(i).Order; });
+    std::vector<int> shown = InOrder();
+    std::erase_if(shown, [this](int index) { return !Item(index).Visible; });
     return shown;
 }
 

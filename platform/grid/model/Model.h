@@ -31,6 +31,15 @@ struct HeadingStyle {
     bool TransparentForegroundPicture = false; // what has the colour of the top left pixel
 };
 
+// How a column's values are shown instead of what they are.
+struct ValueItems {
+    bool Translate = false;
+    int Presentation = 0; // 4: a check box, where Translate is set; any other: as text
+    bool operator==(const ValueItems&) const = default;
+};
+inline constexpr int presentationNormal = 0;
+inline constexpr int presentationCheckBox = 4;
+
 // A column. Its index in the collection is constant; Order is where it is shown.
 struct Column {
     std::string DataField;
@@ -44,10 +53,12 @@ struct Column {
     std::string FilterText;   // what stands in the filter cell
     std::string FilterError;  // why that is no filter: the cell is marked and says it as its tip
     HeadingStyle Heading;
+    grid::ValueItems ValueItems;
 };
 
 struct Style {
     std::uint32_t BackColor; // 0x00BBGGRR
+    bool operator==(const Style&) const = default;
 };
 
 inline constexpr Style defaultEvenRowStyle{0x00F7F1EB};
@@ -61,6 +72,26 @@ struct Split {
     bool AlternatingRowStyle = false;
     Style EvenRowStyle = defaultEvenRowStyle;
     Style OddRowStyle = defaultOddRowStyle;
+    int FrozenColumns = 0; // of those shown, from the left: they never scroll away
+    bool operator==(const Split&) const = default;
+};
+
+struct FontStyle {
+    std::string Name; // "": the window's own
+    double Size = 0;  // points; 0: the window's own
+    bool Bold = false;
+    bool Italic = false;
+    bool operator==(const FontStyle&) const = default;
+};
+
+// What holds for the whole grid.
+struct GridStyle {
+    int MarqueeStyle = 2; // 1: the current cell is framed, 2: the current row is highlighted
+    int DataView = 0;     // 0: plain, 2: with a grouping area
+    double RowHeight = 0; // twips; 0: from the font
+    FontStyle Font;
+    std::vector<std::string> GroupColumns; // fields, outermost first
+    bool operator==(const GridStyle&) const = default;
 };
 
 class NR_API Columns {
@@ -74,6 +105,8 @@ class NR_API Columns {
     void Add(Column column);
     // The indexes of the visible columns from left to right: by Order, equals by index.
     std::vector<int> Shown() const;
+    // The same with those that are hidden.
+    std::vector<int> InOrder() const;
 
   private:
     std::vector<Column> items_;

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 Layout withColumns(int count) {
     Layout layout;
     for (int i = 0; i < count; ++i)
-        layout.Columns.push_back({"c" + std::to_string(i), "Colonna", 1000, i});
+        layout.Columns.push_back({"c" + std::to_string(i), "Colonna", 1000, i, true, {}});
     return layout;
 }
 

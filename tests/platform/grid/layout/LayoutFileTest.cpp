@@ -49,7 +49,7 @@ class LayoutFileTest : public testing::Test {
     static Layout withColumns(int count) {
         Layout layout;
         for (int i = 0; i < count; ++i)
-            layout.Columns.push_back({"c" + std::to_string(i), "Colonna", 1000.0 + i, i});
+            layout.Columns.push_back({"c" + std::to_string(i), "Colonna", 1000.0 + i, i, true, {}});
         return layout;
     }
 

@@ -21,13 +21,13 @@ std::int64_t errorOf(std::string_view text) {
 
 NamedLayout sample() {
     NamedLayout named{"ROSSIClienti", {}};
-    named.Contents.FilterBar = false;
-    named.Contents.EvenRowBackColor = 0x00C0FFEE;
-    named.Contents.DataView = 2;
-    named.Contents.Font = {"Liberation Sans", 10.5, true, false};
-    named.Contents.GroupColumns = {"citta", "data \"nascita\""};
-    named.Contents.Columns = {{"codice", "Codice", 1440.25, 1, true, false, 0},
-                              {"attivo", "Attivo\n\t\\ \"sì\"", 600, 0, false, true, 4}};
+    named.Contents.Split.FilterBar = false;
+    named.Contents.Split.EvenRowStyle.BackColor = 0x00C0FFEE;
+    named.Contents.Style.DataView = 2;
+    named.Contents.Style.Font = {"Liberation Sans", 10.5, true, false};
+    named.Contents.Style.GroupColumns = {"citta", "data \"nascita\""};
+    named.Contents.Columns = {{"codice", "Codice", 1440.25, 1, true, {false, 0}},
+                              {"attivo", "Attivo\n\t\\ \"sì\"", 600, 0, false, {true, 4}}};
     return named;
 }
 
@@ -98,7 +98,7 @@ TEST(LayoutText, WhatIsMissingKeepsItsDefaultAndWhatIsUnknownIsPassedOver) {
                                      "qualunque cosa");
     ASSERT_EQ(read.size(), 1U);
     Layout expected;
-    expected.DataView = 2;
+    expected.Style.DataView = 2;
     expected.Columns.resize(1);
     expected.Columns[0].DataField = "a";
     EXPECT_EQ(read[0].Contents, expected) << "the first of two columns of one field counts";
@@ -159,20 +159,20 @@ TEST(LayoutText, FiveHundredRandomLayoutsComeBackAsTheyWere) {
         for (std::size_t i = 0; i < layouts.size(); ++i) {
             layouts[i].Name = std::to_string(i) + randomText(chance);
             Layout& layout = layouts[i].Contents;
-            layout.FilterBar = flag();
-            layout.AllowSizing = flag();
-            layout.AllowRowSizing = flag();
-            layout.AllowColMove = flag();
-            layout.AlternatingRowStyle = flag();
-            layout.EvenRowBackColor = chance() % 0x1000000;
-            layout.OddRowBackColor = chance() % 0x1000000;
-            layout.FrozenColumns = static_cast<int>(chance() % 5);
-            layout.MarqueeStyle = static_cast<int>(chance() % 3);
-            layout.DataView = flag() ? 2 : 0;
-            layout.RowHeight = real(100000, 7);
-            layout.Font = {randomText(chance), real(1000, 11), flag(), flag()};
+            layout.Split.FilterBar = flag();
+            layout.Split.AllowSizing = flag();
+            layout.Split.AllowRowSizing = flag();
+            layout.Split.AllowColMove = flag();
+            layout.Split.AlternatingRowStyle = flag();
+            layout.Split.EvenRowStyle.BackColor = chance() % 0x1000000;
+            layout.Split.OddRowStyle.BackColor = chance() % 0x1000000;
+            layout.Split.FrozenColumns = static_cast<int>(chance() % 5);
+            layout.Style.MarqueeStyle = static_cast<int>(chance() % 3);
+            layout.Style.DataView = flag() ? 2 : 0;
+            layout.Style.RowHeight = real(100000, 7);
+            layout.Style.Font = {randomText(chance), real(1000, 11), flag(), flag()};
             for (unsigned n = chance() % 4; n > 0; --n)
-                layout.GroupColumns.push_back(randomText(chance));
+                layout.Style.GroupColumns.push_back(randomText(chance));
             for (unsigned n = chance() % 30, k = 0; k < n; ++k)
                 layout.Columns.push_back({std::to_string(k) + randomText(chance),
                                           randomText(chance), real(1000000, 3), static_cast<int>(k),
