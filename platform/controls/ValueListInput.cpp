@@ -71,7 +71,11 @@ void ValueList::listen() {
     Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
         const wxWeakRef<ValueList> alive(this);
         CallAfter([alive] {
-            if (alive && !alive->HasFocus()) alive->CloseUp();
+            if (!alive || alive->HasFocus()) return;
+            if (wxWindow::FindFocus() == alive->bar_)
+                alive->SetFocus(); // some systems give it to a scroll bar that is clicked
+            else
+                alive->CloseUp();
         });
         e.Skip();
     });

@@ -21,6 +21,8 @@
 
 namespace norvel::grid {
 
+inline constexpr double markTwips = 30; // the frame of a marked filter cell
+
 class Grid::View : public controls::DataControl::Observer {
   public:
     explicit View(Grid& grid);

@@ -67,8 +67,9 @@ void Grid::View::placeEditor() {
                       geometry_.Sizes().height);
     const int margin = pixels(cellMarginTwips() / 2);
     const int border = pixels(15);
-    wxRect box(cell.x + margin + 1, cell.y + 1, std::max(0, cell.width - margin - button - 3),
-               cell.height - 3);
+    const int frame = pixels(markTwips); // left free, whether or not the cell bears a mark now
+    wxRect box(cell.x + margin + 1, cell.y + frame, std::max(0, cell.width - margin - button - 3),
+               cell.height - 2 * frame - 1);
     box.Intersect(room);
     if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
     editorFrame_->SetSize(box);

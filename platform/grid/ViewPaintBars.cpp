@@ -144,7 +144,7 @@ void Grid::View::paintFilterCell(wxDC& dc, int index) {
         paintFilterButton(dc, {b.x, b.y, b.width - 1, b.height - 1});
     }
     if (marked)
-        paintFrame(dc, inner, pixels(30), palette_.error);
+        paintFrame(dc, inner, pixels(markTwips), palette_.error);
     else if (index == filterColumn_)
         paintFrame(dc, inner, 1, palette_.focus);
 }

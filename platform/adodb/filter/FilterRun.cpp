@@ -85,10 +85,8 @@ class GroupRun {
         RowNumber* rows = rows_.of(most);
         if (alternatives_.size() == 1) {
             const std::size_t count = find(alternatives_.front(), rows);
-            const std::size_t before = found.size();
-            found.resize(before + count);
-            std::transform(rows, rows + count, found.data() + before,
-                           [=](RowNumber row) { return row + first; });
+            std::for_each(rows, rows + count, [=](RowNumber& row) { row += first; });
+            found.insert(found.end(), rows, rows + count);
             return;
         }
         Marks marks(store_.group(group).rows());
@@ -102,21 +100,28 @@ class GroupRun {
     std::size_t selectAll(const Conditions& conditions, std::size_t group, RowNumber begin,
                           RowNumber end, RowNumber* rows) {
         const Condition& first = conditions.front();
-        std::size_t count =
-            first.test->select(Cells(store_, group, first.column), begin, end, rows);
-        for (std::size_t i = 1; i < conditions.size() && count > 0; ++i) {
-            const Cells cells(store_, group, conditions[i].column);
-            const ColumnTest& test = *conditions[i].test;
-            const bool few = count < (end - begin) / fewLeft;
-            count = few || !test.scans(cells.segment)
-                        ? test.refine(cells, rows, count)
-                        : intersect(test, cells, begin, end, rows, count);
+        const Cells cells(store_, group, first.column);
+        return refineAll(std::span(conditions).subspan(1), group, rows,
+                         first.test->select(cells, begin, end, rows));
+    }
+
+    std::size_t refineAll(std::span<const Condition> conditions, std::size_t group, RowNumber* rows,
+                          std::size_t count) {
+        for (const Condition& each : conditions) {
+            if (count == 0) break;
+            const Cells cells(store_, group, each.column);
+            const bool few = count < (rows[count - 1] - rows[0]) / fewLeft;
+            count = few || !each.test->scans(cells.segment)
+                        ? each.test->refine(cells, rows, count)
+                        : intersect(*each.test, cells, rows, count);
         }
         return count;
     }
 
-    std::size_t intersect(const ColumnTest& test, const Cells& cells, RowNumber begin,
-                          RowNumber end, RowNumber* rows, std::size_t count) {
+    std::size_t intersect(const ColumnTest& test, const Cells& cells, RowNumber* rows,
+                          std::size_t count) {
+        const RowNumber begin = rows[0];
+        const RowNumber end = rows[count - 1] + 1;
         RowNumber* others = others_.of(end - begin);
         const RowNumber* const behind = others + test.select(cells, begin, end, others);
         const RowNumber* next = others;
@@ -125,14 +130,6 @@ class GroupRun {
                 ++next;
             return next != behind && *next == row;
         });
-    }
-
-    std::size_t refineAll(const Conditions& conditions, std::size_t group, RowNumber* rows,
-                          std::size_t count) const {
-        for (const Condition& each : conditions)
-            if (count > 0)
-                count = each.test->refine(Cells(store_, group, each.column), rows, count);
-        return count;
     }
 
     const ColumnStore& store_;

@@ -225,8 +225,12 @@ std::size_t NumberTest::integers(const Cells& cells, Run run) const {
     const auto from = static_cast<Word>(std::max(range->first, least));
     const auto width = static_cast<Word>(static_cast<Word>(std::min(range->last, most)) - from);
     const T* values = cells.segment.values<T>().data();
+    if (outside)
+        return run([=](RowNumber row) {
+            return static_cast<Word>(static_cast<Word>(values[row]) - from) > width;
+        });
     return run([=](RowNumber row) {
-        return (static_cast<Word>(static_cast<Word>(values[row]) - from) <= width) != outside;
+        return static_cast<Word>(static_cast<Word>(values[row]) - from) <= width;
     });
 }
 
@@ -308,8 +312,8 @@ std::size_t BooleanTest::selectPlain(const Cells& cells, std::uint32_t begin, st
     if (cells.segment.storage != Storage::Boolean)
         return ColumnTest::selectPlain(cells, begin, end, rows);
     const std::uint8_t* values = cells.segment.values<std::uint8_t>().data();
-    return selectWhere(begin, end, rows, [=, wanted = wanted_](RowNumber row) {
-        return (values[row] != 0) == wanted;
+    return selectWhere(begin, end, rows, [=, wanted = std::uint8_t{wanted_}](RowNumber row) {
+        return values[row] == wanted;
     });
 }
 
@@ -317,8 +321,9 @@ std::size_t BooleanTest::refinePlain(const Cells& cells, RowNumber* rows, std::s
     if (cells.segment.storage != Storage::Boolean)
         return ColumnTest::refinePlain(cells, rows, count);
     const std::uint8_t* values = cells.segment.values<std::uint8_t>().data();
-    return refineWhere(
-        rows, count, [=, wanted = wanted_](RowNumber row) { return (values[row] != 0) == wanted; });
+    return refineWhere(rows, count, [=, wanted = std::uint8_t{wanted_}](RowNumber row) {
+        return values[row] == wanted;
+    });
 }
 
 } // namespace norvel::adodb

@@ -112,6 +112,9 @@ Gather gatherOf(ScanWidth width) {
     }
 }
 
+// Texts that lie far from each other are fetched so many before they are looked at.
+[[maybe_unused]] constexpr std::size_t ahead = 16;
+
 std::uint32_t fourBytes(const char* from) {
     std::uint32_t word = 0;
     std::memcpy(&word, from, sizeof word);
@@ -211,6 +214,7 @@ std::size_t scanThese(const Runs& runs, RowNumber* these, std::size_t count,
     for (std::size_t i = 0; i < count; ++i) {
         const RowNumber run = these[i];
 #ifdef __SSE2__
+        if (i + ahead < count) _mm_prefetch(runs.bytes + runs.ends[these[i + ahead]], _MM_HINT_T0);
         const bool contains = width == ScanWidth::One
                                   ? containsOne(runs[run], needle)
                                   : containsSixteen(runs[run], needle, readable);

@@ -69,12 +69,13 @@ TEST(FilterNarrowing, TextsAndSets) {
 TEST(FilterNarrowing, IsNeverClaimedWrongly) {
     Mixture mixture(2026);
     const ColumnStore& store = *mixture.store;
-    std::vector<std::string> filters;
-    for (int i = 0; i < 500; ++i)
-        filters.push_back(mixture.clause() + (i % 4 == 0   ? " AND " + mixture.clause()
-                                              : i % 4 == 1 ? " OR " + mixture.clause()
-                                                           : ""));
+    std::vector<std::string> filters(500);
+    for (std::size_t i = 0; i < filters.size(); ++i) {
+        filters[i] = mixture.clause();
+        if (i % 4 < 2) filters[i] += (i % 4 == 0 ? " AND " : " OR ") + mixture.clause();
+    }
     std::vector<std::shared_ptr<const FilterProgram>> programs;
+    programs.reserve(filters.size());
     std::vector<RowList> rows;
     for (const std::string& filter : filters) {
         programs.push_back(compiled(store, filter));

@@ -192,10 +192,12 @@ TEST(FilterPaths, MultipleChoicesAreTheirValuesOneByOne) {
         std::vector<bool> in(static_cast<std::size_t>(store.rows()), false);
         std::vector<bool> out(in.size(), true);
         for (const std::string& value : values(name)) {
-            any += (any.empty() ? "(" : " OR (") + name + "=" + value + further + ")";
-            none += (none.empty() ? "" : " AND ") + name + "<>" + value;
-            const auto equal = compiled(store, name + "=" + value);
-            const auto different = compiled(store, name + "<>" + value);
+            const std::string is = std::string(name).append("=").append(value);
+            const std::string isNot = std::string(name).append("<>").append(value);
+            any.append(any.empty() ? "(" : " OR (").append(is).append(further).append(")");
+            none.append(none.empty() ? "" : " AND ").append(isNot);
+            const auto equal = compiled(store, is);
+            const auto different = compiled(store, isNot);
             for (RowNumber row = 0; row < in.size(); ++row) {
                 in[row] = in[row] || equal->matches(store, row);
                 out[row] = out[row] && different->matches(store, row);
@@ -255,9 +257,9 @@ TEST(FilterPaths, ChoicesInTwoColumnsAreDistributed) {
 TEST(FilterPaths, ChangedValuesCountWhateverWasFoldedBefore) {
     Mixture mixture(31);
     const ColumnStore& store = *mixture.store;
-    std::vector<std::string> clauses;
-    for (int i = 0; i < 120; ++i)
-        clauses.push_back(mixture.clause());
+    std::vector<std::string> clauses(120);
+    for (std::string& clause : clauses)
+        clause = mixture.clause();
     for (const std::string& clause : clauses) // folds
         check(store, clause, mixture.random);
     for (int round = 0; round < 3; ++round) {

@@ -150,6 +150,7 @@ std::shared_ptr<ColumnStore> storeOf(const std::vector<std::string>& texts) {
 // Texts that hardly repeat, so that they are stored one by one.
 std::vector<std::string> numbered(int count, const std::vector<std::string>& words) {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         texts.push_back(words[static_cast<std::size_t>(i) % words.size()] +
                         std::to_string(i * 7919 % 1'000'003));
@@ -157,7 +158,7 @@ std::vector<std::string> numbered(int count, const std::vector<std::string>& wor
 }
 
 std::shared_ptr<const FoldedSegment> foldedOf(const ColumnStore& store) {
-    const auto folded =
+    auto folded =
         store.derived().of<FoldedColumn>(0)->segment(0, store.group(0).segment(0), adVarWChar);
     const Segment& segment = store.group(0).segment(0);
     for (std::uint32_t run = 0; run < folded->runs.count; ++run)
@@ -194,9 +195,9 @@ TEST(FilterFolding, WhereLengthsDifferFoldedTextsLieByThemselves) {
 }
 
 TEST(FilterFolding, ADictionarysEntriesAreFolded) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < 1000; ++i)
-        texts.emplace_back(i % 3 == 0 ? "Milano" : i % 3 == 1 ? "FORLÌ" : "");
+    std::vector<std::string> texts(1000, "Milano");
+    for (std::size_t i = 0; i < texts.size(); i += 3)
+        texts[i] = i % 2 == 0 ? "FORLÌ" : "";
     const auto store = storeOf(texts);
     ASSERT_EQ(store->group(0).segment(0).storage, Storage::Dictionary8);
     EXPECT_EQ(foldedOf(*store)->runs.count, store->group(0).segment(0).entries);

@@ -357,6 +357,7 @@ TEST(SortOrder, ThreadsMaySortWhileRowsArrive) {
     GroupBuilder builder(store);
     for (int part = 0; part < 20; ++part) {
         std::vector<CellRow> rows;
+        rows.reserve(200);
         for (int i = 0; i < 200; ++i)
             rows.push_back({"v" + std::to_string((i * 37 + part) % 90), std::int32_t{i % 7}});
         addRows(builder, 2, rows, 50);
