@@ -13,6 +13,8 @@ namespace norvel::grid {
 namespace {
 
 constexpr std::size_t longest = std::size_t{16} * 1024 * 1024; // bytes; a layout has a few thousand
+constexpr int noFile = 53;
+constexpr int noLayoutFile = 321;
 
 std::vector<NamedLayout> readFile(const std::filesystem::path& path) {
     return readLayoutText(readWholeFile(path, longest));
@@ -38,8 +40,10 @@ void saveLayout(const std::string& path, const std::string& name, const Layout& 
     std::vector<NamedLayout> layouts;
     try {
         layouts = readFile(file);
-    } catch (const Errore&) {
-        layouts.clear(); // none yet, or no layout file: written over
+    } catch (const Errore& error) {
+        // None yet, or no layout file: written over. One that cannot be read just now (another
+        // program has it, say) still holds the other layouts.
+        if (error.numero() != noFile && error.numero() != noLayoutFile) throw;
     }
     const auto found = named(layouts, name);
     if (found == layouts.end())

@@ -12,8 +12,8 @@ namespace norvel::grid {
 NR_API Layout loadLayout(const std::string& path, const std::string& name);
 
 // Stores the layout under this name, in the place of one that the file has; the file's others stay.
-// A file that cannot be read as one is written over. Written whole or not at all; raises what
-// writeWholeFile raises.
+// A file that is no layout file is written over. Written whole or not at all; raises what
+// writeWholeFile raises and, of a file that cannot be read, what readWholeFile raises.
 NR_API void saveLayout(const std::string& path, const std::string& name, const Layout& layout);
 
 } // namespace norvel::grid

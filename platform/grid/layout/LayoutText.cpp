@@ -96,14 +96,18 @@ std::string quoted(std::string_view text) {
     return out + '"';
 }
 
-std::string written(bool value) {
+std::string written(bool value, double) {
     return value ? "true" : "false";
 }
-std::string written(const std::string& value) {
+std::string written(const std::string& value, double) {
     return quoted(value);
 }
+// What would not be read again is brought to the nearest number that is: one column must not make
+// a file unreadable.
 template <class Number>
-std::string written(Number value) {
+std::string written(Number value, double most) {
+    if (!(static_cast<double>(value) >= 0)) value = 0;
+    if (static_cast<double>(value) > most) value = static_cast<Number>(most);
     std::array<char, 40> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
     return {digits.data(), end};
@@ -114,7 +118,7 @@ void writeKeys(std::string& out, T object, const Key<T> (&keys)[count]) {
     for (const Key<T>& key : keys)
         std::visit(
             [&](const auto* value) {
-                out.append(key.name).append(" = ").append(written(*value)).append("\n");
+                out.append(key.name).append(" = ").append(written(*value, key.most)).append("\n");
             },
             key.value(object));
 }

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <limits>
 #include <string>
 
 namespace norvel::grid {
@@ -94,6 +95,28 @@ TEST_F(LayoutFileTest, AFileThatIsNoLayoutFileIsWrittenOver) {
     write("altro.grx", "qualcos'altro");
     saveLayout(path("altro.grx"), "x", withColumns(2));
     EXPECT_EQ(loadLayout(path("altro.grx"), "x"), withColumns(2));
+}
+
+TEST_F(LayoutFileTest, AFileThatCannotBeReadIsNotWrittenOver) {
+    const std::string lines(17 * 1024 * 1024, '\n');
+    write("lungo.grx", "NorvelRicerca grid layout 1\n" + lines + "[end]\n");
+    EXPECT_EQ(errorOf([&] { saveLayout(path("lungo.grx"), "x", withColumns(2)); }), 7);
+    EXPECT_GT(fs::file_size(folder / "lungo.grx"), lines.size());
+}
+
+TEST_F(LayoutFileTest, NumbersOutOfRangeDoNotMakeAFileUnreadable) {
+    Layout layout = withColumns(3);
+    layout.Columns[0].Width = -1;
+    layout.Columns[1].Width = 1e9;
+    layout.Columns[2].Width = std::numeric_limits<double>::quiet_NaN();
+    layout.Columns[2].Order = -5;
+    layout.Style.Font.Size = 1e30;
+    saveLayout(path("a.grx"), "x", layout);
+    const Layout read = loadLayout(path("a.grx"), "x");
+    ASSERT_EQ(read.Columns.size(), 3U);
+    EXPECT_EQ(read.Columns[2].Width, 1'000'000);
+    EXPECT_EQ(read.Columns[0].Width, 0);
+    EXPECT_EQ(read.Columns[1].Order, 0);
 }
 
 TEST_F(LayoutFileTest, TheSameLayoutMakesTheSameFile) {
