@@ -19,6 +19,9 @@ namespace norvel::adodb {
 struct RowIdentity {
     std::string table;    // the one table that they come from, as SQL names it; "": several, none
     std::vector<int> key; // the columns that tell the rows apart; empty: not known
+    // The statement reads more than that table once (a union, a subquery, the table joined with
+    // itself): a row may hold values of other rows, though they name the same table.
+    bool mixed = false;
 };
 
 // The rows of one statement. One thread reads at a time, not always the same; cancel() may come

@@ -5,6 +5,7 @@
 #include "platform/adodb/store/FindRow.h"
 #include "platform/adodb/store/GroupBuilder.h"
 #include "platform/adodb/store/IsoDate.h"
+#include "platform/runtime/Text.h"
 
 #include <sqlite3.h>
 
@@ -95,16 +96,41 @@ class Writer {
         const auto statement = handle_->prepareBound(text.sql, text.values);
         const int result = sqlite3_step(statement.get());
         if (result != SQLITE_DONE && result != SQLITE_ROW) throw handle_->error(result);
+        checkOneRow(sqlite3_changes(handle_->get()));
+    }
+    // A key may stand for several rows (NULLs in it), a trigger may leave the change out.
+    static void checkOneRow(int changed) {
+        if (changed == 0) throw adoError(oleFail, "Il database non ha fatto la modifica.");
+        if (changed > 1) throw adoError(oleFail, "La chiave non distingue il record da altri.");
     }
 
     Text byKey(const Values& row) const {
         Text where{" WHERE ", {}};
         for (const int column : change_.identity.key) {
             if (!where.values.empty()) where.sql += " AND ";
-            where.sql += name(column) + " IS ";
-            where.add(stored(column, row[static_cast<std::size_t>(column)]));
+            const Variant& value = row[static_cast<std::size_t>(column)];
+            where.sql += name(column);
+            if (value.type() == VarType::Date) {
+                addDate(where, value.toDate().days, info(column).type);
+            } else {
+                where.sql += " IS ";
+                where.add(value);
+            }
         }
         return where;
+    }
+    // The forms in which a database may keep one date.
+    static void addDate(Text& where, double days, DataTypeEnum type) {
+        const std::string full = isoText(days, adDBTimeStamp); // yyyy-mm-dd hh:mm:ss
+        std::vector<std::string> forms{full, isoText(days, type), isoText(days, adDBDate)};
+        if (full.ends_with(":00")) forms.push_back(full.substr(0, full.size() - 3));
+        forms.push_back(replaceText(forms.back(), " ", "T"));
+        forms.push_back(replaceText(full, " ", "T"));
+        for (const std::string& form : forms) {
+            where.sql += &form == &forms.front() ? " IN (" : ", ";
+            where.add(form);
+        }
+        where.sql += ")";
     }
 
     void insert() {
@@ -166,10 +192,17 @@ class Writer {
             return static_cast<std::size_t>(cell.column) == column;
         });
     }
+    // Of a row that may hold values of other rows every one is looked at: it is the table's own row
+    // where they all agree.
     void checkUnchanged(const Text& where) {
         const Values now = rowNow(where);
-        for (std::size_t i = 0; i < now.size(); ++i)
-            if (written(i) && !sameValue(now[i], change_.before[i])) throw adoError(dbConcurrency);
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            if (sameValue(now[i], change_.before[i])) continue;
+            if (written(i)) throw adoError(dbConcurrency);
+            if (change_.identity.mixed)
+                throw adoError(oleFail, "Il record non è quello della tabella, o altri lo hanno "
+                                        "modificato dopo la lettura.");
+        }
     }
 
     // The row as a fetch would read it; of a column that no table has, what was read before.
