@@ -74,6 +74,7 @@ void ClientRecordset::setCurrentValue(int column, const Variant& value) {
     const Variant coerced = asRead(info, coerceForColumn(info, value));
     const std::vector<Field*> changed{&fields_.Item(column)};
     const bool first = !pending();
+    returning_.reset(); // whoever edits this row wants to stay on it
     bool allowed = askSharers([&](auto& sink, auto& status, auto& own) {
         sink.WillChangeField(1, changed, status, own);
     });
@@ -99,6 +100,7 @@ void ClientRecordset::setCurrentValue(int column, const Variant& value) {
 // Asks for a change of the current record, makes it, tells of it, or of why it came to nothing.
 void ClientRecordset::changeRecord(EventReasonEnum reason, const std::function<void()>& change) {
     const auto self = shared_from_this();
+    returning_.reset(); // whoever changes this record wants to stay on it
     const auto tellEnd = [&](const Errore* error) {
         const auto status = error ? adStatusErrorsOccurred : adStatusOK;
         tellSharers([&](auto& sink, auto& own) {
@@ -125,6 +127,7 @@ void ClientRecordset::AddNew(const std::vector<Variant>& fields,
     refuseInEvent();
     requireUpdatable();
     if (fields.size() != values.size()) throw adoError(adErrInvalidArgument);
+    const auto self = shared_from_this();
     std::vector<Variant> row(static_cast<std::size_t>(fields_.Count()));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const std::size_t column = fields_.indexOf(fields[i]);
@@ -215,6 +218,7 @@ void ClientRecordset::CancelUpdate() {
     refuseInEvent();
     requireOpen();
     if (!pending()) throw adoError(adErrIllegalOperation);
+    const auto self = shared_from_this();
     if (!newRow_) {
         changeRecord(adRsnUndoUpdate, [this] { edits_.clear(); });
         return;
@@ -234,14 +238,17 @@ void ClientRecordset::Delete(AffectEnum affect) {
         requireRow();
         requireUpdatable();
         if (onNewRow()) return CancelUpdate();
-        edits_.clear();
         const RowCount row = cursor().row;
-        changeRecord(adRsnDelete, [&] { deleteRow(row); });
+        changeRecord(adRsnDelete, [&] {
+            deleteRow(row);
+            edits_.clear();
+        });
         return;
     }
     requireUpdatable();
     if (affect != adAffectGroup) throw adoError(adErrInvalidArgument);
     if (filter_.type() != VarType::Array) throw adoError(adErrIllegalOperation);
+    const auto self = shared_from_this();
     commitPending();
     std::vector<RowCount> rows;
     for (RowCount i = 0; i < view_->rows(); ++i)
@@ -262,7 +269,10 @@ void ClientRecordset::deleteRow(RowCount row) {
 
 // --- the recordsets that share the rows ---
 
+// Whoever of them is told, this one must not move, close or change another record meanwhile.
+
 bool ClientRecordset::askSharers(const Asked& ask) {
+    const EventSinks::Telling mark(sinks_);
     bool allowed = true;
     for (const auto& each : rows_->sharers())
         allowed = each->sinks_.ask([&](auto& sink, auto& status) { ask(sink, status, *each); }) &&
@@ -271,6 +281,7 @@ bool ClientRecordset::askSharers(const Asked& ask) {
 }
 
 void ClientRecordset::tellSharers(const Told& tell) {
+    const EventSinks::Telling mark(sinks_);
     for (const auto& each : rows_->sharers())
         each->sinks_.tell([&](auto& sink) { tell(sink, *each); });
 }

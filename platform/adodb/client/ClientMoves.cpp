@@ -50,18 +50,19 @@ void ClientRecordset::setCursor(RowCount position, bool bof, bool eof) {
 }
 
 // The cursor where its row stands by now. A row that was changed so that it does not show any more
-// leaves the cursor on the one that follows.
+// leaves the cursor on the one that follows, but not while it is being edited here.
 const ClientRecordset::Cursor& ClientRecordset::cursor() const {
     using enum Cursor::On;
     if (!cursor_.onRow() || cursor_.on == NewRow) return cursor_;
     const RowCount have = view_->rows();
-    if (cursor_.version == view_->version()) return cursor_;
+    if (cursor_.version == view_->version() || (!edits_.empty() && !view_->positionOf(cursor_.row)))
+        return cursor_;
     cursor_.version = view_->version();
     if (const auto position = view_->positionOf(cursor_.row)) {
         cursor_.position = *position;
         cursor_.on = Row;
     } else if (rows_->isDeleted(cursor_.row)) {
-        cursor_.position = std::min(cursor_.position, have);
+        cursor_.position = view_->placeOf(static_cast<RowNumber>(cursor_.row));
         cursor_.on = DeletedRow;
     } else if (have > 0) {
         cursor_.position = std::min(cursor_.position, have - 1);
@@ -96,7 +97,7 @@ void ClientRecordset::settleForward(RowCount target) {
         sink.EndOfRecordset(added, status, *this);
         more = more || added;
     });
-    if (more) settleAt(target);
+    if (more && rows_) settleAt(target);
 }
 
 // Where a move by so many rows starts from.
@@ -106,6 +107,17 @@ RowCount ClientRecordset::base(RowCount rows) const {
     if (at.eof) return shownRows();
     if (at.on == Cursor::On::NewRow) return view_->rows();
     return at.on == Cursor::On::DeletedRow && rows > 0 ? at.position - 1 : at.position;
+}
+
+// Where a move forward by so many rows leads. Rows that a fetch brings meanwhile may come before
+// the cursor's in a sorted recordset: what follows it is looked for again then.
+RowCount ClientRecordset::ahead(RowCount rows) const {
+    for (;;) {
+        const RowCount target = moved(base(rows), rows);
+        const std::uint32_t version = view_->version();
+        view_->reach(target + 1);
+        if (view_->version() == version) return target;
+    }
 }
 
 // ADO's table of moves at the edges: forward is a move by 1 or more, back by -1 or less.
@@ -122,13 +134,14 @@ void ClientRecordset::Move(RowCount rows, const Variant& start) {
     refuseInEvent();
     requireOpen();
     if (start.isEmpty()) checkEdges(rows);
-    const RowCount from = start.isEmpty() ? base(rows) : startPosition(start);
+    if (!start.isEmpty()) startPosition(start); // a bad one is refused before anything happens
     moveTo(adRsnMove, [&] {
-        const RowCount target = moved(from, rows);
-        if (rows > 0)
-            settleForward(target);
+        if (rows <= 0)
+            settleAt(moved(start.isEmpty() ? base(rows) : startPosition(start), rows));
+        else if (start.isEmpty())
+            settleForward(ahead(rows));
         else
-            settleAt(target);
+            settleForward(moved(startPosition(start), rows));
     });
 }
 
@@ -136,7 +149,7 @@ void ClientRecordset::MoveNext() {
     refuseInEvent();
     requireOpen();
     checkEdges(1);
-    moveTo(adRsnMoveNext, [&] { settleForward(base(1) + 1); });
+    moveTo(adRsnMoveNext, [&] { settleForward(ahead(1)); });
 }
 
 void ClientRecordset::MovePrevious() {
@@ -209,8 +222,8 @@ Variant ClientRecordset::Bookmark() const {
 void ClientRecordset::SetBookmark(const Variant& bookmark) {
     refuseInEvent();
     requireOpen();
-    const RowCount position = positionOfBookmark(bookmark);
-    moveTo(adRsnMove, [&] { settleAt(position); });
+    positionOfBookmark(bookmark); // a bad one is refused before anything happens
+    moveTo(adRsnMove, [&] { settleAt(positionOfBookmark(bookmark)); });
 }
 
 RowCount ClientRecordset::positionOfBookmark(const Variant& bookmark) const {
@@ -261,13 +274,14 @@ RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
     requireOpen();
     if (rows < -1) throw adoError(adErrInvalidArgument);
     if (start.isEmpty()) requireRow();
-    const RowCount first = start.isEmpty() ? base(0) : startPosition(start);
+    if (!start.isEmpty()) startPosition(start); // a bad one is refused before anything happens
     const auto columns = columnsOf(fields);
     RowBlock block;
     moveTo(adRsnMove, [&] {
+        const RowCount first = start.isEmpty() ? base(0) : startPosition(start);
         const RowCount end = rows < 0 ? everyRow : moved(first, rows);
         const RowCount have = view_->reach(end);
-        block = readBlock(first, std::min(end, have) - first, columns);
+        block = readBlock(first, std::max(std::min(end, have) - first, RowCount{0}), columns);
         // Every row asked for is there, but what comes behind them never came: that is not the end,
         // so the cursor stays on the last one, and whoever goes on gets the error.
         const bool lost = block.rows == rows && first + block.rows >= have && rows_->error();

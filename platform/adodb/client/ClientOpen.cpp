@@ -77,6 +77,7 @@ void ClientRecordset::Open(const Variant& source, const Variant& connection,
     if (cursorType < adOpenUnspecified || cursorType > adOpenStatic)
         throw adoError(adErrInvalidArgument);
     const Options read = readOptions(options);
+    const auto self = shared_from_this();
     openError_.reset();
     takeLockType(lockType);
     takeSource(source);
@@ -94,12 +95,11 @@ void ClientRecordset::Open(const Variant& source, const Variant& connection,
 }
 
 void ClientRecordset::openOn(const Options& options) {
-    const auto self = shared_from_this();
     const auto session = openedSession();
     makeCommand(*session, options.command);
     if (options.executes) {
         await(session, options, true);
-        std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(self);
+        std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(shared_from_this());
         return;
     }
     const auto rows = run(*session, options);
@@ -109,7 +109,7 @@ void ClientRecordset::openOn(const Options& options) {
         rows->reach(everyRow);
     }
     present(rows, options);
-    std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(self);
+    std::dynamic_pointer_cast<ConnectionObject>(connection_)->attach(shared_from_this());
 }
 
 // Of an opening: asks, shows, tells.
@@ -128,7 +128,6 @@ void ClientRecordset::present(const std::shared_ptr<RowSet>& rows, const Options
 // Nothing to read from: the columns appended, no rows.
 void ClientRecordset::openWithoutSource() {
     if (fields_.Count() == 0) throw adoError(connection_ ? dbNoCommand : adErrInvalidConnection);
-    const auto self = shared_from_this();
     auto store = std::make_shared<ColumnStore>(fields_.infos());
     appender_ = true;
     command_.reset();

@@ -67,6 +67,7 @@ std::optional<Errore> ClientRecordset::FetchError() const {
 }
 
 bool ClientRecordset::WaitFetch(int milliseconds) {
+    const auto self = shared_from_this(); // a sink may drop the last reference of the host
     if (awaited_) {
         if (!awaited_->execution->wait(std::chrono::milliseconds(milliseconds))) return false;
         awaitedEnded();

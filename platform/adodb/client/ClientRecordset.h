@@ -133,6 +133,7 @@ class ClientRecordset final : public Recordset,
     void closeNow();
     const ConnectionRef& connection() const { return connection_; }
     bool shows(const RowSet& rows) const { return rows_.get() == &rows; }
+    void refuseInEvent() const; // 3710
 
   private:
     // Where the cursor stands: on a row, or before the first, or behind the last, or (no rows)
@@ -203,7 +204,6 @@ class ClientRecordset final : public Recordset,
     // Checks
     void requireOpen() const;   // 3704, 3711
     void requireClosed() const; // 3705
-    void refuseInEvent() const; // 3710
     void requireRow() const;    // 3704, 3021
 
     // Moving (ClientMoves.cpp)
@@ -215,6 +215,7 @@ class ClientRecordset final : public Recordset,
     void settleForward(RowCount target);
     void checkEdges(RowCount rows) const;
     RowCount base(RowCount rows) const;
+    RowCount ahead(RowCount rows) const;
     RowCount startPosition(const Variant& start) const;
     RowCount positionOfBookmark(const Variant& bookmark) const;
     RowCount shownRows() const;

@@ -98,6 +98,7 @@ void ClientRecordset::SetFilter(const Variant& criteria) {
         filter_ = wanted;
         return;
     }
+    const auto self = shared_from_this();
     commitPending();
     auto view = viewOf(wanted, sort_, order_);
     const bool same = view == view_;

@@ -26,6 +26,9 @@ void ConnectionObject::Open(const std::string& connectionString) {
 void ConnectionObject::Close() {
     opened();
     const auto self = shared_from_this();
+    for (const auto& weak : recordsets_)
+        if (const auto recordset = weak.lock(); recordset && recordset->connection() == self)
+            recordset->refuseInEvent();
     for (const auto& weak : std::exchange(recordsets_, {}))
         if (const auto recordset = weak.lock(); recordset && recordset->connection() == self)
             recordset->closeNow();

@@ -19,7 +19,9 @@ class ConnectionObject final : public Connection,
     std::string ConnectionString() const override { return text_; }
     void SetConnectionString(const std::string& text) override;
     void Open(const std::string& connectionString) override;
-    void Close() override; // closes the recordsets that are open on it
+    // Closes the recordsets that are open on it; 3710 while one of them tells of a move or a
+    // change.
+    void Close() override;
     int State() const override { return session_ ? adStateOpen : adStateClosed; }
     RecordsetRef Execute(const std::string& commandText, RowCount* recordsAffected,
                          int options) override;

@@ -43,14 +43,19 @@ class EventSinks {
         return allowed;
     }
 
-  private:
-    struct Telling {
+    // telling(), while it lives.
+    class Telling {
+      public:
         explicit Telling(EventSinks& sinks) : sinks_(sinks) { ++sinks_.telling_; }
         ~Telling() { --sinks_.telling_; }
         Telling(const Telling&) = delete;
         Telling& operator=(const Telling&) = delete;
+
+      private:
         EventSinks& sinks_;
     };
+
+  private:
     std::vector<RecordsetEvents*> sinks_;
     int telling_ = 0;
 };

@@ -80,17 +80,27 @@ void RowSet::append(const std::vector<Variant>& row) {
 
 namespace {
 
-// The views around a change of one row.
+// The views around a change of one row; they have it back, too, where the change comes to nothing.
 template <class Change>
 void changeRow(const ViewRegistry& registry, RowNumber row, Change change) {
+    auto all = registry.all();
     std::vector<std::pair<std::shared_ptr<View>, bool>> views;
-    for (auto& view : registry.all()) {
-        const bool showed = view->take(row);
-        views.emplace_back(std::move(view), showed);
+    views.reserve(all.size());
+    const auto putBack = [&] {
+        for (const auto& [view, showed] : views)
+            view->put(row, showed);
+    };
+    try {
+        for (auto& view : all) {
+            const bool showed = view->take(row);
+            views.emplace_back(std::move(view), showed);
+        }
+        change();
+    } catch (...) {
+        putBack();
+        throw;
     }
-    change();
-    for (const auto& [view, showed] : views)
-        view->put(row, showed);
+    putBack();
 }
 
 } // namespace

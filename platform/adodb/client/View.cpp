@@ -95,6 +95,7 @@ void View::add(RowList hits) {
 
 // The list, this view's alone from now on.
 RowList& View::changeable() {
+    run_ = {};
     if (list_.use_count() > 1) list_ = std::make_shared<RowList>(*list_);
     return *list_;
 }
@@ -113,6 +114,7 @@ void View::straighten() {
                          list_->begin() + static_cast<std::ptrdiff_t>(end));
         end = begin;
     }
+    run_ = {};
     list_ = std::move(straight);
     turned_ = false;
 }
@@ -168,8 +170,8 @@ RowCount View::rowAt(RowCount position) const {
     if (rules_.plain()) return rows_->livingRow(position);
     if (!turned_) return (*list_)[at];
     const std::size_t mirrored = list_->size() - 1 - at;
-    const auto [begin, end] = equalsAround(mirrored);
-    return (*list_)[begin + (end - 1 - mirrored)];
+    if (mirrored < run_.first || mirrored >= run_.second) run_ = equalsAround(mirrored);
+    return (*list_)[run_.first + (run_.second - 1 - mirrored)];
 }
 
 // As this list's order has it; equal rows by their numbers.
@@ -197,6 +199,24 @@ std::optional<RowCount> View::positionOf(RowCount row) {
     if (!turned_) return static_cast<RowCount>(index);
     const auto [begin, end] = equalsAround(index);
     return static_cast<RowCount>(list_->size() - end + (index - begin));
+}
+
+RowCount View::placeOf(RowNumber row) {
+    if (rules_.plain()) return rows_->livingBefore(row);
+    update();
+    const std::size_t index = indexFor(row);
+    if (!turned_) return static_cast<RowCount>(index);
+    // The run of its equals, by their numbers forwards, what lies behind it before it.
+    const auto ordered = [&](int least) {
+        return std::ranges::partition_point(*list_,
+                                            [&](RowNumber other) {
+                                                return rules_.order->compare(rows_->store(), other,
+                                                                             row) >= least;
+                                            }) -
+               list_->begin();
+    };
+    const auto before = static_cast<std::ptrdiff_t>(index) - ordered(1);
+    return static_cast<RowCount>(list_->size()) - ordered(0) + before;
 }
 
 bool View::take(RowNumber row) {

@@ -42,6 +42,9 @@ class View {
     RowCount rowAt(RowCount position) const;
     // nullopt where the row does not show.
     std::optional<RowCount> positionOf(RowCount row);
+    // Where a row that does not show, or no longer, would stand by its values: what shows there
+    // follows it.
+    RowCount placeOf(RowNumber row);
     // Changes when rows that were known have moved.
     std::uint32_t version() const { return version_; }
     const Rules& rules() const { return rules_; }
@@ -69,6 +72,7 @@ class View {
     std::shared_ptr<RowList> list_; // never null; nothing of a plain view; may be another view's
     // The list is in the opposite order: it is read backwards, runs of equal rows forwards.
     bool turned_ = false;
+    mutable Run run_; // the one that was read last, while the list stays; empty: none
     RowNumber examined_ = 0;
     std::uint32_t version_ = 0;
 };

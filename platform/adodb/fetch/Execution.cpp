@@ -37,11 +37,12 @@ Execution::Outcome Execution::take() {
 
 void Execution::work(const Run& run) {
     Outcome outcome;
+    std::unique_ptr<Fetch> fetch; // goes only once cancel() cannot reach it any more
     try {
         StatementResult result = run(cancelled_);
         outcome.affected = result.affected;
         if (result.rows) {
-            auto fetch = std::make_unique<Fetch>(std::move(result.rows));
+            fetch = std::make_unique<Fetch>(std::move(result.rows));
             {
                 const std::scoped_lock lock(mutex_);
                 if (cancelled_) throw adoError(adErrOperationCancelled);
@@ -53,9 +54,13 @@ void Execution::work(const Run& run) {
     } catch (...) {
         outcome.error = asErrore(std::current_exception());
     }
+    {
+        const std::scoped_lock lock(mutex_);
+        reading_ = nullptr;
+    }
+    fetch.reset();
     const std::scoped_lock lock(mutex_);
     if (cancelled_ && outcome.error) outcome.error = adoError(adErrOperationCancelled);
-    reading_ = nullptr;
     outcome_ = std::move(outcome);
     done_ = true;
     ended_.notify_all();

@@ -29,14 +29,19 @@ void ColumnStore::publish(std::unique_ptr<RowGroup> group) {
     rows_.store(first + rows, std::memory_order_release);
 }
 
-ColumnStore::Place ColumnStore::find(std::int64_t row) const {
+std::size_t ColumnStore::groupOf(std::int64_t row) const {
     std::size_t low = 0;
     std::size_t high = groups();
     while (high - low > 1) {
         const std::size_t middle = low + (high - low) / 2;
         (firstRow(middle) <= row ? low : high) = middle;
     }
-    return {&group(low), static_cast<std::uint32_t>(row - firstRow(low))};
+    return low;
+}
+
+ColumnStore::Place ColumnStore::find(std::int64_t row) const {
+    const std::size_t index = groupOf(row);
+    return {&group(index), static_cast<std::uint32_t>(row - firstRow(index))};
 }
 
 Variant ColumnStore::value(int column, std::int64_t row) const {
@@ -46,9 +51,7 @@ Variant ColumnStore::value(int column, std::int64_t row) const {
 }
 
 void ColumnStore::change(int column, std::int64_t row, const Variant& value) {
-    std::size_t index = 0;
-    while (index + 1 < groups() && firstRow(index + 1) <= row)
-        ++index;
+    const std::size_t index = groupOf(row);
     slot(index).group->change(column, static_cast<std::uint32_t>(row - firstRow(index)), value);
     derived_.forget(column);
 }

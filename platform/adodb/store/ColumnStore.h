@@ -66,6 +66,7 @@ class ColumnStore {
         std::size_t slot;
     };
     static Position position(std::size_t index);
+    std::size_t groupOf(std::int64_t row) const; // row below rows()
     const Slot& slot(std::size_t index) const {
         const Position p = position(index);
         return chunks_[p.chunk][p.slot];
