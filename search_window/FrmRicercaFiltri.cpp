@@ -114,6 +114,7 @@ void FrmRicerca::filtraInSospeso() {
 std::vector<query::ColonnaFiltro> FrmRicerca::celleFiltro() const {
     std::vector<query::ColonnaFiltro> celle;
     const grid::Columns& colonne = Griglia->Columns();
+    celle.reserve(static_cast<std::size_t>(colonne.Count()));
     for (int i = 0; i < colonne.Count(); ++i)
         celle.push_back({colonne.Item(i).DataField, colonne.Item(i).FilterText});
     return celle;
