@@ -154,6 +154,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void FetchProgress(adodb::RowCount, adodb::RowCount, adodb::EventStatusEnum,
                        adodb::Recordset&) override;
     void FetchComplete(const Errore*, adodb::EventStatusEnum, adodb::Recordset&) override;
+    void ViewChanged(adodb::Recordset&) override;
 
     // Which count the first panel shows, so that it is written again as rows arrive.
     enum class Conteggio { Nessuno, Totale, Contatore, Selezionati };

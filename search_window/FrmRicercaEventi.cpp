@@ -142,4 +142,9 @@ void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& 
     if (!scaricata_ && Griglia->focusArea() == grid::Area::Data) Griglia->SetFocus();
 }
 
+// A new order leaves the current record where it is, at another place among the rows.
+void FrmRicerca::ViewChanged(Recordset&) {
+    riscriviConteggio();
+}
+
 } // namespace norvel::search_window
