@@ -74,6 +74,8 @@ void FrmRicerca::collegaEventi() {
     CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Scarica(ModoScarico::Codice); });
     Timer1->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { suTimer1(); });
     BarraBase->OnButtonClick = [this](const controls::Button& pulsante) { suClicBarra(pulsante); };
+    BarraBase->OnButtonMenuClick = [this](const controls::Button&,
+                                          const controls::ButtonMenu& voce) { suMenuViste(voce); };
     Griglia->OnDblClick = [this] { suDoppioClic(); };
     Griglia->OnKey = [this](int codice, int modificatori, grid::Area area) {
         return suTasto(codice, modificatori, area == grid::Area::Data);

@@ -66,7 +66,7 @@ void FrmRicerca::impostaOpzioni(int m) {
 
 // The typed values are compared by "contains" whenever the panel has just been shown or hidden: a
 // mode that nobody sees must not be in force.
-void FrmRicerca::suDrop() {
+void FrmRicerca::suDrop(const controls::Button&) {
     frameRicercaAvanzata->Show(!frameRicercaAvanzata->IsShown());
     ridimensiona();
     impostaOpzioni(modoContiene);
