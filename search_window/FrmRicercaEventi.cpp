@@ -125,9 +125,10 @@ void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& 
     if (!scaricata_ && Griglia->focusArea() == grid::Area::Data) Griglia->SetFocus();
 }
 
-// A new order leaves the current record where it is, at another place among the rows.
-void FrmRicerca::ViewChanged(Recordset&) {
-    riscriviConteggio();
+// A new order leaves the current record where it is, at another place among the rows. A recordset
+// that closes changes nothing here.
+void FrmRicerca::ViewChanged(Recordset& recordset) {
+    if ((recordset.State() & adStateOpen) != 0) riscriviConteggio();
 }
 
 } // namespace norvel::search_window
