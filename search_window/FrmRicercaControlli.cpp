@@ -1,5 +1,6 @@
 // The window's controls: making them, placing them, wiring them.
 #include "component/VariabiliGlobali.h"
+#include "platform/controls/Keyboard.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/ValueList.h"
@@ -52,6 +53,7 @@ void FrmRicerca::creaControlli() {
     Timer1 = std::make_unique<wxTimer>();
     attesaFiltro_ = std::make_unique<wxTimer>();
     letturaValori_ = std::make_unique<wxTimer>();
+    controls::travelByTab(*Finestra);
 }
 
 void FrmRicerca::creaBarra() {
