@@ -15,11 +15,6 @@ namespace {
 
 constexpr RowCount righePerBlocco = 500;
 
-// Execution or fetch still going on in the background.
-bool lavora(const Recordset& recordset) {
-    return (recordset.State() & (adStateConnecting | adStateExecuting | adStateFetching)) != 0;
-}
-
 } // namespace
 
 void CaricoValori::avvia(Recordset& dellaGriglia, const std::string& campo,
@@ -65,8 +60,10 @@ RowCount CaricoValori::pronte() const {
 
 // False where there was nothing to read (yet).
 bool CaricoValori::leggiBlocco(const Aggiungi& aggiungi) {
-    const bool ancora = opzioni_ != -1 && lavora(*privato_); // asked first: rows may come meanwhile
-    if (!(privato_->State() & adStateOpen) && ancora) return false;
+    // Asked first, since rows may come meanwhile; it also takes over a query that has just begun to
+    // answer. One that was refused leaves the recordset closed: reading it raises.
+    const bool ancora = opzioni_ != -1 && !privato_->WaitFetch(0);
+    if (ancora && !(privato_->State() & adStateOpen)) return false;
     const RowCount disponibili = pronte();
     RowCount quante = righePerBlocco;
     if (disponibili >= 0) {
@@ -98,7 +95,7 @@ void CaricoValori::annulla() {
     inCorso_ = false;
     if (!privato_) return;
     try {
-        if (lavora(*privato_)) privato_->Cancel();
+        if (opzioni_ != -1 && privato_->State() != adStateClosed) privato_->Cancel();
     } catch (const Errore&) { // it had ended by itself
         inCorso_ = false;
     }

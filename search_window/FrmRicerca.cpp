@@ -14,6 +14,7 @@
 #include "search_window/Disposizione.h"
 #include "search_window/Misure.h"
 #include "search_window/Testi.h"
+#include "views/Avvio.h"
 
 #include <wx/app.h>
 #include <wx/button.h>
@@ -103,33 +104,26 @@ void FrmRicerca::SetRecordset(adodb::RecordsetRef recordset) {
     DBRicerca.SetRecordset(std::move(recordset));
 }
 
-namespace {
-
-// A recordset that is missing (91) or closed (3704) is an error.
-adodb::RowCount righe(const adodb::RecordsetRef& recordset) {
-    if (!recordset) throw erroreOggettoNonImpostato();
-    return recordset->RecordCount();
+void FrmRicerca::ImpostaStileGriglia() {
+    const auto voce = [this](const std::string& chiave, const std::string& testo) {
+        BarraBase->Change("Apri", [&](controls::Button& apri) {
+            apri.ButtonMenus.push_back({chiave, testo});
+        });
+    };
+    views::impostaStileGriglia(
+        variabiliGlobali(),
+        {Griglia->Layouts(),
+         [this](bool si) {
+             BarraBase->Change("ultimo", [&](controls::Button& ultimo) { ultimo.Enabled = si; });
+         },
+         voce,
+         [this](adodb::RowCount righe) { scriviStato(testoTotale(righe), Conteggio::Totale); },
+         [this] { togliBarraFiltri(); }, [this] { Timer1->StartOnce(intervalloTimer1); }});
 }
 
-} // namespace
-
-// What opening needs and no view decides: the total, the filter bar's switch, the timer. It ends,
-// without a message, at the first of the host's three recordsets that is not open, and what was
-// done stays done: a host gives all three, empty ones where it keeps no views.
-void FrmRicerca::ImpostaStileGriglia() {
-    const VariabiliGlobali& sessione = variabiliGlobali();
-    try {
-        righe(sessione.gRecordsetOperatori);
-        righe(sessione.gRecordsetViste);
-        scriviStato(testoTotale(righe(sessione.gRecordset)), Conteggio::Totale);
-        if (equalsNumber(sessione.gFilterBar, 0)) {
-            Griglia->SplitAt(0).FilterBar = false;
-            Griglia->Changed();
-        }
-        Timer1->StartOnce(intervalloTimer1);
-    } catch (const Errore&) {
-        return;
-    }
+void FrmRicerca::togliBarraFiltri() {
+    Griglia->SplitAt(0).FilterBar = false;
+    Griglia->Changed();
 }
 
 void FrmRicerca::CollegaGriglia() {

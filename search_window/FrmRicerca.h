@@ -27,6 +27,7 @@ class ToolBar;
 class StatusBar;
 class ValueList;
 struct Button;
+struct ButtonMenu;
 } // namespace norvel::controls
 namespace norvel::grid {
 class Grid;
@@ -113,11 +114,21 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
 
     // FrmRicercaEventi.cpp: handlers
     void suTimer1();
-    void suClicBarra(const controls::Button& pulsante);
     bool suTasto(int codice, int modificatori, bool suiDati);
     void suDoppioClic();
     Scelta scelta();
     bool attendiRighe();
+
+    void togliBarraFiltri();
+
+    // FrmRicercaBarra.cpp: the toolbar
+    void suMenuViste(const controls::ButtonMenu& voce);
+    void suClicBarra(const controls::Button& pulsante);
+    void suApri(const controls::Button& pulsante);
+    void suChiudi(const controls::Button& pulsante);
+    void suFacilitata(const controls::Button& pulsante);
+    template <void (*passo)(adodb::Recordset&)>
+    void suNaviga(const controls::Button& pulsante);
 
     // FrmRicercaFiltri.cpp: the filter bar and the panel of comparison modes
     void creaPannello();
@@ -130,7 +141,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void segnaCelle(const std::vector<std::string>& motivi);
     void segnaRifiutata(const Errore& errore);
     void diciRifiuto(const std::string& rifiuto);
-    void suDrop();
+    void suDrop(const controls::Button& pulsante);
     bool sceltaMultipla() const;
     std::vector<query::ColonnaFiltro> celleFiltro() const;
 
@@ -154,6 +165,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void FetchProgress(adodb::RowCount, adodb::RowCount, adodb::EventStatusEnum,
                        adodb::Recordset&) override;
     void FetchComplete(const Errore*, adodb::EventStatusEnum, adodb::Recordset&) override;
+    void ViewChanged(adodb::Recordset&) override;
 
     // Which count the first panel shows, so that it is written again as rows arrive.
     enum class Conteggio { Nessuno, Totale, Contatore, Selezionati };

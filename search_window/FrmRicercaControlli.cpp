@@ -1,5 +1,6 @@
 // The window's controls: making them, placing them, wiring them.
 #include "component/VariabiliGlobali.h"
+#include "platform/controls/Keyboard.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/ValueList.h"
@@ -52,6 +53,7 @@ void FrmRicerca::creaControlli() {
     Timer1 = std::make_unique<wxTimer>();
     attesaFiltro_ = std::make_unique<wxTimer>();
     letturaValori_ = std::make_unique<wxTimer>();
+    controls::travelByTab(*Finestra);
 }
 
 void FrmRicerca::creaBarra() {
@@ -74,6 +76,8 @@ void FrmRicerca::collegaEventi() {
     CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Scarica(ModoScarico::Codice); });
     Timer1->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { suTimer1(); });
     BarraBase->OnButtonClick = [this](const controls::Button& pulsante) { suClicBarra(pulsante); };
+    BarraBase->OnButtonMenuClick = [this](const controls::Button&,
+                                          const controls::ButtonMenu& voce) { suMenuViste(voce); };
     Griglia->OnDblClick = [this] { suDoppioClic(); };
     Griglia->OnKey = [this](int codice, int modificatori, grid::Area area) {
         return suTasto(codice, modificatori, area == grid::Area::Data);

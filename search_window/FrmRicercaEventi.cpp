@@ -1,7 +1,6 @@
 // The window's handlers, each a few lines over a named procedure.
 #include "component/VariabiliGlobali.h"
 #include "platform/controls/StatusBar.h"
-#include "platform/controls/ToolBar.h"
 #include "platform/grid/Grid.h"
 #include "search_window/Attesa.h"
 #include "search_window/FrmRicerca.h"
@@ -27,22 +26,6 @@ constexpr auto intervalloConteggio =
 void FrmRicerca::suTimer1() {
     Timer1->Stop();
     variabiliGlobali().gFinestraPronta = true;
-}
-
-void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
-    try {
-        if (equalsText(pulsante.Key, "Apri")) {
-            if (variabiliGlobali().gSelezioneMultipla)
-                restituisciSelezione(variabiliGlobali(), scelta());
-        } else if (equalsText(pulsante.Key, "chiudi")) {
-            variabiliGlobali().gRisposta = "";
-            Scarica(ModoScarico::Codice);
-        } else if (equalsText(pulsante.Key, "Drop")) {
-            suDrop();
-        }
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioToolbar(errore));
-    }
 }
 
 // Enter in the data rows chooses; the grid itself answers it in a filter cell or a cell being
@@ -140,6 +123,12 @@ void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& 
     // The box may have come before the window had settled its focus: the rows get it, or Enter
     // would press whatever button the window system took instead.
     if (!scaricata_ && Griglia->focusArea() == grid::Area::Data) Griglia->SetFocus();
+}
+
+// A new order leaves the current record where it is, at another place among the rows. A recordset
+// that closes changes nothing here.
+void FrmRicerca::ViewChanged(Recordset& recordset) {
+    if ((recordset.State() & adStateOpen) != 0) riscriviConteggio();
 }
 
 } // namespace norvel::search_window

@@ -66,7 +66,7 @@ void FrmRicerca::impostaOpzioni(int m) {
 
 // The typed values are compared by "contains" whenever the panel has just been shown or hidden: a
 // mode that nobody sees must not be in force.
-void FrmRicerca::suDrop() {
+void FrmRicerca::suDrop(const controls::Button&) {
     frameRicercaAvanzata->Show(!frameRicercaAvanzata->IsShown());
     ridimensiona();
     impostaOpzioni(modoContiene);
@@ -114,6 +114,7 @@ void FrmRicerca::filtraInSospeso() {
 std::vector<query::ColonnaFiltro> FrmRicerca::celleFiltro() const {
     std::vector<query::ColonnaFiltro> celle;
     const grid::Columns& colonne = Griglia->Columns();
+    celle.reserve(static_cast<std::size_t>(colonne.Count()));
     for (int i = 0; i < colonne.Count(); ++i)
         celle.push_back({colonne.Item(i).DataField, colonne.Item(i).FilterText});
     return celle;

@@ -65,11 +65,12 @@ HostWindows::Disabled HostWindows::disable(void* window) {
     return {window, 0};
 }
 
-// The active window is one of this thread's or none. An owned window stays over its owner, goes to
-// the icon with it and gives the focus back to it.
+// The active window is one of this thread's or none; one of the toolkit's may be hidden and wait
+// for its deletion. An owned window stays over its owner, goes to the icon with it and gives the
+// focus back to it.
 void HostWindows::takeInputFor(wxTopLevelWindow& modal) {
     const HWND owner = GetActiveWindow();
-    if (owner != nullptr && owner != modal.GetHandle()) {
+    if (IsWindowVisible(owner) != 0 && owner != modal.GetHandle()) {
         SetWindowLongPtrW(modal.GetHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
         if (!isToolkits(owner)) {
             modal_ = modal.GetHandle();

@@ -199,9 +199,12 @@ void drawIcon(wxGraphicsContext& context, std::string_view key, const wxRect2DDo
               const IconColours& colours, double deviceScale) {
     const auto* const found =
         std::ranges::find_if(icons, [&](const Icon& icon) { return equalsText(icon.key, key); });
+    context.PushState();
+    context.Clip(where.m_x, where.m_y, where.m_width, where.m_height); // GDI+ smooths beyond edges
     context.DisableOffset(); // the pen puts its strokes on pixels by itself
     IconPen pen(context, where, colours, deviceScale);
     (found != std::end(icons) ? found->draw : neutral)(pen);
+    context.PopState();
 }
 
 std::vector<std::string_view> iconKeys() {

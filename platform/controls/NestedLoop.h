@@ -1,7 +1,6 @@
 // An event loop inside another, which may be a host's own.
 #pragma once
 
-#include <wx/app.h>
 #include <wx/evtloop.h>
 
 #include <optional>
@@ -32,26 +31,20 @@ class NestedLoop : public wxGUIEventLoop {
 
 #else
 
-// A program that is told to quit is told by the thread's queue, once: this loop ends, and hands the
-// word on to the one around it when it goes.
+// Differs from the toolkit's own in two ways. A program that is told to quit is told by the
+// thread's queue, once: this loop ends, and hands the word on to the one around it when it goes.
+// And keys are shown to the windows (wxEVT_CHAR_HOOK) once they have been taken from the queue: the
+// toolkit does it while they are still there, and a modal window that a key opens would get that
+// key again.
 class NestedLoop : public wxGUIEventLoop {
   public:
-    NestedLoop() = default;
-    ~NestedLoop() override {
-        if (quit_) PostQuitMessage(*quit_);
-    }
+    NestedLoop();
+    ~NestedLoop() override;
     NestedLoop(const NestedLoop&) = delete;
     NestedLoop& operator=(const NestedLoop&) = delete;
 
-    bool Dispatch() override {
-        MSG message{};
-        if (!GetNextMessage(&message)) {
-            quit_ = static_cast<int>(message.wParam);
-            return false;
-        }
-        ProcessMessage(&message);
-        return true;
-    }
+    bool Dispatch() override;
+    bool PreProcessMessage(WXMSG* message) override;
 
   private:
     std::optional<int> quit_; // the program's exit status

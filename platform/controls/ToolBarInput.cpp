@@ -1,4 +1,5 @@
 // A toolbar's mouse and keyboard.
+#include "platform/controls/Keyboard.h"
 #include "platform/controls/ToolBarImpl.h"
 #include "platform/controls/WxText.h"
 
@@ -178,9 +179,10 @@ bool ToolBar::Impl::keyDown(int key, bool shift, bool alt) {
 }
 
 void ToolBar::Impl::activate(Spot spot) {
-    if (spot.part == Spot::Part::Chevron)
+    if (spot.part == Spot::Part::Chevron) {
+        forgetTypedCharacter(bar);
         openOverflowMenu();
-    else if (usable(spot.button))
+    } else if (usable(spot.button))
         press(spot.button);
 }
 

@@ -8,7 +8,6 @@
 #include <wx/dcclient.h>
 #include <wx/scrolbar.h>
 #include <wx/settings.h>
-#include <wx/weakref.h>
 
 #include <algorithm>
 
@@ -143,10 +142,7 @@ wxRect ValueList::ItemRect(std::size_t index) const {
 void ValueList::changed() {
     if (settleAsked_ || !IsShown()) return;
     settleAsked_ = true;
-    const wxWeakRef<ValueList> alive(this);
-    CallAfter([alive] {
-        if (alive) alive->settle();
-    });
+    CallAfter(&ValueList::settle);
 }
 
 void ValueList::settle() {

@@ -82,6 +82,7 @@ class NR_API ValueList : public wxControl {
 
     // input (ValueListInput.cpp)
     void listen();
+    void focusLost();
     int itemAt(wxPoint at) const;
     void mouseMoved(wxPoint at, bool dragging);
     void showTip(int index);

@@ -6,7 +6,6 @@
 #include <wx/dcclient.h>
 #include <wx/scrolbar.h>
 #include <wx/time.h>
-#include <wx/weakref.h>
 
 #include <algorithm>
 
@@ -69,16 +68,18 @@ void ValueList::listen() {
         typed(character);
     });
     Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
-        const wxWeakRef<ValueList> alive(this);
-        CallAfter([alive] {
-            if (!alive || alive->HasFocus()) return;
-            if (wxWindow::FindFocus() == alive->bar_)
-                alive->SetFocus(); // some systems give it to a scroll bar that is clicked
-            else
-                alive->CloseUp();
-        });
+        CallAfter(&ValueList::focusLost);
         e.Skip();
     });
+}
+
+// Once the focus is where it goes: some systems give it to a scroll bar that is clicked.
+void ValueList::focusLost() {
+    if (HasFocus()) return;
+    if (IsShown() && FindFocus() == bar_)
+        SetFocus();
+    else
+        CloseUp();
 }
 
 // --- mouse ---

@@ -26,6 +26,9 @@ Grid::Grid(wxWindow* parent) {
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
            wxWANTS_CHARS | wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE | wxCLIP_SIBLINGS);
     view_ = std::make_unique<View>(*this);
+    layouts_ = std::make_unique<LayoutKeeper>(
+        [this] { return view_->TakeLayout(); },
+        [this](const grid::Layout& layout) { view_->ApplyLayout(layout); });
 }
 
 Grid::~Grid() = default;
@@ -57,7 +60,16 @@ Split& Grid::SplitAt(int index) {
     return view_->TheSplit();
 }
 
+GridStyle& Grid::Style() {
+    return view_->TheStyle();
+}
+
+LayoutKeeper& Grid::Layouts() {
+    return *layouts_;
+}
+
 void Grid::Changed() {
+    view_->StyleChanged();
     view_->ColumnsChanged();
 }
 

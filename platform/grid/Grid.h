@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/controls/DataControl.h"
+#include "platform/grid/layout/LayoutKeeper.h"
 #include "platform/grid/model/Model.h"
 #include "platform/grid/model/SelBookmarks.h"
 
@@ -56,10 +57,13 @@ class NR_API Grid : public wxControl {
     grid::Columns& Columns();
     int SplitCount() const { return 1; }
     Split& SplitAt(int index); // Errore 9 on a bad index
-    // After properties of columns or splits were changed by code. Columns that show other fields
-    // than those the grid made for itself count as loaded from then on: they stay when the
-    // recordset is replaced. The grid's own stay, with what was changed, for as long as the fields
-    // are the same.
+    GridStyle& Style();
+    // The layouts in files: loading one gives the grid its look, adding stores the look it has.
+    LayoutKeeper& Layouts();
+    // After properties of columns, splits or the style were changed by code. Columns that show
+    // other fields than those the grid made for itself count as loaded from then on: they stay when
+    // the recordset is replaced. The grid's own stay, with what was changed, for as long as the
+    // fields are the same.
     void Changed();
 
     // --- where things stand ---
@@ -122,6 +126,7 @@ class NR_API Grid : public wxControl {
 
   private:
     std::unique_ptr<View> view_;
+    std::unique_ptr<LayoutKeeper> layouts_;
 };
 
 } // namespace norvel::grid

@@ -86,6 +86,12 @@ class Grid::View : public controls::DataControl::Observer {
     void Refresh();
     grid::Columns& TheColumns() { return columns_; }
     Split& TheSplit() { return split_; }
+    GridStyle& TheStyle() { return style_; }
+
+    // --- look as a whole (ViewLook.cpp) ---
+    grid::Layout TakeLayout() const;
+    void ApplyLayout(const grid::Layout& layout);
+    void StyleChanged();
     grid::SelBookmarks& Selection() { return selection_; }
 
   private:
@@ -186,6 +192,10 @@ class Grid::View : public controls::DataControl::Observer {
     Grid& grid_;
     grid::Columns columns_;
     Split split_;
+    GridStyle style_;
+    std::vector<LayoutColumn> layoutColumns_; // of the layout applied last
+    std::vector<LayoutColumn> dormant_;       // those whose fields are not there
+    wxFont ownFont_;                    // before any style's
     grid::SelBookmarks selection_;
     Geometry geometry_;
     Palette palette_;

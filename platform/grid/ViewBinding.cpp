@@ -96,6 +96,21 @@ bool Grid::View::ownColumns() const {
     return true;
 }
 
+namespace {
+
+// What the filter bar and a sort have made of columns that are made anew.
+void keepFilters(const Columns& old, Columns& made) {
+    for (int i = 0; i < made.Count() && i < old.Count(); ++i) {
+        Column& column = made.Item(i);
+        column.FilterCombo = old.Item(i).FilterCombo;
+        column.FilterText = old.Item(i).FilterText;
+        column.FilterError = old.Item(i).FilterError;
+        column.Heading = old.Item(i).Heading;
+    }
+}
+
+} // namespace
+
 // The same fields keep the columns that the operator may have sized meanwhile; widths are taken
 // from the rows once there are some.
 void Grid::View::makeColumns() {
@@ -105,9 +120,13 @@ void Grid::View::makeColumns() {
     for (int i = 0; i < fields.Count(); ++i)
         names.push_back(fields(i).Name());
     if (names == madeFor_ && widthsSampled_) return;
-    columns_ = defaultColumns(
+    const bool sameFields = names == madeFor_;
+    grid::Columns made = defaultColumns(
         fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
         cellFrameTwips());
+    if (sameFields) keepFilters(columns_, made);
+    columns_ = std::move(made);
+    dormant_ = applyColumns(layoutColumns_, columns_);
     LeaveFilter(false);
     madeFor_ = std::move(names);
     widthsSampled_ = reader_->Rows() > 0;

@@ -104,7 +104,7 @@ Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
         if (hasFocus) return {palette_.selection, palette_.selectionText};
         return {palette_.idleSelection, palette_.idleSelectionText};
     }
-    if (row == current_)
+    if (row == current_ && style_.MarqueeStyle == marqueeRow)
         return {hasFocus ? palette_.currentBack : palette_.idleCurrentBack, palette_.text};
     if (!split_.AlternatingRowStyle) return {palette_.back, palette_.text};
     const RowColours colours = alternateColours(palette_, split_, row % 2 == 1);

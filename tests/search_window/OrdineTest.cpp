@@ -1,4 +1,5 @@
 // Sorting by real clicks on headings.
+#include "search_window/Testi.h"
 #include "tests/search_window/BancoQuery.h"
 
 #include <filesystem>
@@ -70,6 +71,18 @@ TEST_F(OrdineTest, TwoClicksOnOneColumnAlternate) {
         EXPECT_EQ(codici(), "4 1 2 3 6 5 7");
         clicIntestazione(Prezzo);
         EXPECT_EQ(righe().Sort(), "[prezzo]  asc");
+    });
+}
+
+TEST_F(OrdineTest, TheCounterTellsWhereTheCurrentRecordStandsNow) {
+    prova([&] {
+        righe().MoveFirst();
+        EXPECT_EQ(stato(), "Record 1 di 7");
+        clicIntestazione(Nome);
+        EXPECT_EQ(codici(), "5 3 6 7 1 2 4");
+        EXPECT_EQ(stato(), "Record 5 di 7");
+        clicIntestazione(Nome);
+        EXPECT_EQ(stato(), testoContatore(righe().AbsolutePosition(), 7));
     });
 }
 

@@ -1,6 +1,6 @@
 // What the toolkit's simulator cannot press: keys for characters that the keyboard of the virtual
-// display does not have, the mouse wheel, and the mouse between the pixels of a scaled display
-// (X11).
+// display does not have, the mouse wheel, and the mouse between the pixels of a scaled display.
+// The X server's test extension does it, or the system's own input of Windows.
 #pragma once
 
 namespace norvel::tests {
@@ -14,5 +14,14 @@ bool moveMouse(int x, int y);
 
 // Turns the wheel of the mouse by so many notches, towards the operator or away.
 bool turnWheel(bool towards, int notches);
+
+// True while a menu or box of the system's own reads the thread's input (Windows): it handles what
+// comes by a loop of its own, from which nothing may be taken.
+bool systemReadsInput();
+// True where only ticks of timers wait to be handled, as far as the system tells (Windows).
+bool onlyTimersWait();
+// True where pressing the mouse button may begin such a loop, which ends when it is let go (the
+// scroll bars of Windows).
+bool buttonMayBeHeld();
 
 } // namespace norvel::tests

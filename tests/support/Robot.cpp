@@ -10,10 +10,13 @@
 #include <wx/window.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace norvel::tests {
 
@@ -43,9 +46,10 @@ class Turn {
 
     // Handles what waits; true when there was anything.
     bool handle() {
+        if (systemReadsInput()) return false;
         bool any = false;
         while (loop_->Pending()) {
-            any = true;
+            any |= !onlyTimersWait();
             const auto outer = eventBegan;
             eventBegan = Clock::now();
             loop_->Dispatch();
@@ -55,10 +59,15 @@ class Turn {
             any = true;
             wxTheApp->ProcessPendingEvents();
         }
+#ifdef __WXMSW__ // elsewhere idle time is an event like others
+        if (!any && wxTheApp != nullptr) wxTheApp->ProcessIdle();
+#endif
         return any;
     }
     // Lets a little time pass.
-    void rest(milliseconds time) { wxMilliSleep(static_cast<unsigned long>(time.count())); }
+    void rest(milliseconds time) {
+        wxMilliSleep(static_cast<unsigned long>(time.count()));
+    }
 
   private:
     wxEventLoopBase* loop_ = nullptr;
@@ -66,19 +75,32 @@ class Turn {
     std::unique_ptr<wxEventLoopActivator> activator_;
 };
 
-// Puts the mouse into the middle of a logical pixel of a window's client area.
-void putMouse(const wxWindow& window, wxPoint at) {
-    EXPECT_TRUE(window.IsShownOnScreen()) << "The robot was sent to a window that is not shown";
+// The middle of a logical pixel of a window's client area, on the screen.
+wxPoint devicePixels(const wxWindow& window, wxPoint at) {
     const wxPoint place = window.ClientToScreen(at);
     const double scale = window.GetContentScaleFactor();
-    EXPECT_TRUE(moveMouse(static_cast<int>((place.x + 0.5) * scale),
-                          static_cast<int>((place.y + 0.5) * scale)))
-        << "no mouse";
+    return {static_cast<int>((place.x + 0.5) * scale), static_cast<int>((place.y + 0.5) * scale)};
 }
 
-// Two presses at about one place within this time are a double click (GTK's defaults are 400 ms
-// and 5 pixels).
+void putMouse(const wxWindow& window, wxPoint at) {
+    EXPECT_TRUE(window.IsShownOnScreen()) << "The robot was sent to a window that is not shown";
+    const wxPoint place = devicePixels(window, at);
+    EXPECT_TRUE(moveMouse(place.x, place.y)) << "no mouse";
+}
+
+constexpr int dragSteps = 8;
+wxPoint between(wxPoint from, wxPoint to, int step) {
+    const wxPoint distance = to - from;
+    return from + wxPoint(distance.x * step / dragSteps, distance.y * step / dragSteps);
+}
+
+// Two presses at about one place within this time are a double click (the defaults of GTK are 400
+// ms and 5 pixels, of Windows 500 ms and 4 pixels).
+#ifdef __WXMSW__
+constexpr milliseconds doubleClickTime{550};
+#else
 constexpr milliseconds doubleClickTime{450};
+#endif
 constexpr int doubleClickDistance = 8;
 Clock::time_point lastPress;
 wxPoint lastPressAt;
@@ -184,19 +206,46 @@ void Robot::buttonUp() {
     pump();
 }
 
+void Robot::dragFree(const wxWindow& window, wxPoint from, wxPoint to) {
+    simulator_.MouseDown();
+    pump();
+    for (int i = 1; i <= dragSteps; ++i) {
+        putMouse(window, between(from, to, i));
+        pump();
+    }
+    simulator_.MouseUp();
+}
+
+// By another hand: this one may be inside the press until the button is let go.
+void Robot::dragHeld(const wxWindow& window, wxPoint from, wxPoint to) {
+    constexpr milliseconds pace{60};
+    std::vector<wxPoint> places;
+    for (int i = 1; i <= dragSteps; ++i)
+        places.push_back(devicePixels(window, between(from, to, i)));
+    std::atomic<bool> over = false;
+    std::thread hand([&] {
+        wxUIActionSimulator mouse;
+        mouse.MouseDown();
+        for (const wxPoint& place : places) {
+            std::this_thread::sleep_for(pace);
+            moveMouse(place.x, place.y);
+        }
+        std::this_thread::sleep_for(pace);
+        mouse.MouseUp();
+        over = true;
+    });
+    waitUntil([&over] { return over.load(); });
+    hand.join();
+}
+
 void Robot::drag(const wxWindow& window, wxPoint from, wxPoint to, int modifiers) {
     moveTo(window, from);
     separatePresses();
     holdModifiers(modifiers, true);
-    simulator_.MouseDown();
-    pump();
-    const wxPoint distance = to - from;
-    const int steps = 8;
-    for (int i = 1; i <= steps; ++i) {
-        putMouse(window, from + wxPoint(distance.x * i / steps, distance.y * i / steps));
-        pump();
-    }
-    simulator_.MouseUp();
+    if (buttonMayBeHeld())
+        dragHeld(window, from, to);
+    else
+        dragFree(window, from, to);
     holdModifiers(modifiers, false);
     pump();
 }

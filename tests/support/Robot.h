@@ -66,6 +66,8 @@ class Robot {
   private:
     void separatePresses();
     void holdModifiers(int modifiers, bool down);
+    void dragFree(const wxWindow& window, wxPoint from, wxPoint to);
+    void dragHeld(const wxWindow& window, wxPoint from, wxPoint to);
     wxUIActionSimulator simulator_;
 };
 

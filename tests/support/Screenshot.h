@@ -16,10 +16,12 @@ namespace norvel::tests {
 std::filesystem::path outputFolder();
 
 // Takes a picture of a window's client area, or of the whole display, in physical pixels as they
-// are on screen, popups over it included; writes it as outputFolder()/NAME.png and returns that
-// path. Fails the test when it cannot be taken.
+// are on screen, popups over it included; writes it as outputFolder()/NAME.png (on Windows .bmp)
+// and returns that path. Fails the test when it cannot be taken.
 std::filesystem::path screenshot(const wxWindow& window, std::string_view name);
 std::filesystem::path screenshotOfDisplay(std::string_view name);
+// Writes an image that a test made, as a picture of that name.
+std::filesystem::path keepImage(const wxImage& image, std::string_view name);
 
 // What is on screen now of a part of a window's client area (empty: all of it), for tests that look
 // at pixels. Physical pixels, as screenshot.

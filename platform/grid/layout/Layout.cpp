@@ -22,10 +22,14 @@ std::vector<LayoutColumn> applyLayout(const Layout& layout, Columns& columns, Sp
                                       GridStyle& style) {
     split = layout.Split;
     style = layout.Style;
+    return applyColumns(layout.Columns, columns);
+}
+
+std::vector<LayoutColumn> applyColumns(const std::vector<LayoutColumn>& looks, Columns& columns) {
     std::vector<LayoutColumn> dormant;
     std::vector<bool> named(static_cast<std::size_t>(columns.Count()));
     int behind = 0;
-    for (const LayoutColumn& look : layout.Columns) {
+    for (const LayoutColumn& look : looks) {
         behind = std::max(behind, look.Order + 1);
         const int index = columns.IndexOf(look.DataField);
         if (index < 0) {

@@ -36,5 +36,8 @@ NR_API Layout takeLayout(const Columns& columns, const Split& split, const GridS
 // fields are not there.
 NR_API std::vector<LayoutColumn> applyLayout(const Layout& layout, Columns& columns, Split& split,
                                              GridStyle& style);
+// Of the columns alone.
+NR_API std::vector<LayoutColumn> applyColumns(const std::vector<LayoutColumn>& looks,
+                                              Columns& columns);
 
 } // namespace norvel::grid

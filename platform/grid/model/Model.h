@@ -84,9 +84,12 @@ struct FontStyle {
     bool operator==(const FontStyle&) const = default;
 };
 
+inline constexpr int marqueeCell = 1; // the current cell alone is framed
+inline constexpr int marqueeRow = 2;  // its row is highlighted, too
+
 // What holds for the whole grid.
 struct GridStyle {
-    int MarqueeStyle = 2; // 1: the current cell is framed, 2: the current row is highlighted
+    int MarqueeStyle = marqueeRow;
     int DataView = 0;     // 0: plain, 2: with a grouping area
     double RowHeight = 0; // twips; 0: from the font
     FontStyle Font;

@@ -1,6 +1,7 @@
 // A window as the search window has it: a toolbar above, a field in the middle, a status bar below.
 #pragma once
 
+#include "platform/controls/Keyboard.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/runtime/Twips.h"
@@ -32,6 +33,7 @@ class BarWindow : public wxFrame {
           status(new controls::StatusBar(this, panels)) {
         SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
         Bind(wxEVT_SIZE, [this](wxSizeEvent&) { layOut(); });
+        controls::travelByTab(*this);
     }
 
     void layOut() {
@@ -78,6 +80,13 @@ inline std::vector<controls::Button> allButtons() {
     add("Chiudi", "Chiudi Finestra", ButtonStyle::Push);
     return buttons;
 }
+
+// The arrow keys of a menu stop at entries that cannot be chosen, or pass them by.
+#ifdef __WXMSW__
+inline constexpr bool stopsAtDisabledEntries = true;
+#else
+inline constexpr bool stopsAtDisabledEntries = false;
+#endif
 
 // A test with the window open and active, and what its toolbar told.
 class BarTest : public testing::Test {

@@ -167,19 +167,21 @@ TEST_F(ToolBarOverflow, ItsMenuShowsADisabledCommandThatCannotBeChosen) {
     open(330);
     window->bar->Change("Chiudi", [](Button& b) { b.Enabled = false; });
     openMenuAnd("last entry that can be chosen", [&] {
-        robot.press(WXK_UP);
+        robot.pressTimes(stopsAtDisabledEntries ? 2 : 1, WXK_UP);
         robot.press(WXK_RETURN);
     });
     EXPECT_EQ(told, (Told{"configura"}));
 }
 
 TEST_F(ToolBarOverflow, ACheckButtonInItTurnsItsValue) {
-    open(90);
+    open(90); // or the least that the system allows
+    const bool none = window->bar->ButtonRect("Facilitata").IsEmpty();
+    ASSERT_TRUE(window->bar->ButtonRect("Modifica").IsEmpty());
     openMenuAnd("first entry", [&] {
         robot.press(WXK_DOWN);
         robot.press(WXK_RETURN);
     });
-    EXPECT_EQ(told, (Told{"Facilitata=1"}));
+    EXPECT_EQ(told, (Told{none ? "Facilitata=1" : "Modifica=1"}));
 }
 
 TEST_F(ToolBarOverflow, ADropDownButtonInItKeepsItsMenu) {

@@ -21,7 +21,8 @@ class Pad : public wxPanel {
     std::vector<std::string> seen;
     std::vector<wxPoint> places;
 
-    explicit Pad(wxWindow* parent) : wxPanel(parent, wxID_ANY, wxPoint(0, 60), wxSize(400, 200)) {
+    explicit Pad(wxWindow* parent)
+        : wxPanel(parent, wxID_ANY, wxPoint(0, 60), wxSize(400, 200), wxWANTS_CHARS) {
         const auto mouse = [this](const char* what) {
             return [this, what](wxMouseEvent& event) {
                 seen.push_back((event.ControlDown() ? "ctrl+" : std::string()) +

@@ -192,7 +192,7 @@ TEST_F(GridTest, TheScrollBarReachesTheLastOfTenMillionRows) {
     openCustomers(10'000'000);
     const wxSize size = grid_->GetClientSize();
     const int top = grid_->CellRect(0, 0).y;
-    robot_.drag(*grid_, {size.x - 7, top + 12}, {size.x - 7, size.y + 50});
+    robot_.drag(*grid_, {size.x - 7, top + 21}, {size.x - 7, size.y + 50});
     robot_.pump();
     const auto lastInView = grid_->FirstRow() + grid_->RowsInView() - 1;
     EXPECT_EQ(lastInView, 9'999'999);

@@ -1,7 +1,7 @@
-// The real message box, answered by an operator.
-#include "platform/runtime/MessageBox.h"
-
+// The real message box, answered by an operator. (On Windows it is the system's; the hosts' tests
+// meet it.)
 #include "platform/controls/WxText.h"
+#include "platform/runtime/MessageBox.h"
 #include "tests/support/Robot.h"
 #include "tests/support/Screenshot.h"
 #include "tests/support/Script.h"

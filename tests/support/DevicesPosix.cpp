@@ -153,4 +153,14 @@ bool turnWheel(bool towards, int notches) {
     return devices().turnWheel(towards, notches);
 }
 
+bool systemReadsInput() {
+    return false;
+}
+bool onlyTimersWait() {
+    return false;
+}
+bool buttonMayBeHeld() {
+    return false;
+}
+
 } // namespace norvel::tests
