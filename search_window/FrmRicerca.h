@@ -6,6 +6,7 @@
 #include "search_window/FinestraRicerca.h"
 #include "search_window/Restituzione.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <set>
@@ -187,6 +188,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     std::string rifiutoDetto_;                // told to the operator, and still so
     CaricoValori valori_;
     std::unique_ptr<wxTimer> letturaValori_;
+    std::chrono::steady_clock::time_point letturaIniziata_;
     std::set<std::string, std::less<>> giaScelte_; // of the open list: what its cell holds already
     bool daCella_ = false;                         // the list was opened from the cell being edited
     bool crescente_ = false; // direction of the last sort, whatever its column

@@ -98,10 +98,15 @@ void FrmRicerca::aggiornaContatore() {
 void FrmRicerca::riscriviConteggio() {
     if (conteggio_ == Conteggio::Contatore) aggiornaContatore();
     const auto& recordset = DBRicerca.Recordset();
-    if (conteggio_ == Conteggio::Totale && recordset)
-        scriviStato(testoTotale(recordset->RecordCount()), Conteggio::Totale);
-    if (conteggio_ == Conteggio::Selezionati && recordset)
-        scriviStato(testoRecordSelezionati(recordset->RecordCount()), Conteggio::Selezionati);
+    if (!recordset) return;
+    try {
+        if (conteggio_ == Conteggio::Totale)
+            scriviStato(testoTotale(recordset->RecordCount()), Conteggio::Totale);
+        if (conteggio_ == Conteggio::Selezionati)
+            scriviStato(testoRecordSelezionati(recordset->RecordCount()), Conteggio::Selezionati);
+    } catch (const Errore&) { // one that was closed
+        return;
+    }
 }
 
 // --- the recordset's events ---

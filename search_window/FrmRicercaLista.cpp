@@ -16,6 +16,7 @@ namespace {
 
 constexpr int battito = 20; // milliseconds between two looks at the rows
 constexpr auto perBattito = std::chrono::milliseconds(10); // spent on reading them
+constexpr auto primaDellaNota = std::chrono::milliseconds(250);
 constexpr const char* notaLettura = "Lettura dei valori in corso";
 
 } // namespace
@@ -59,6 +60,7 @@ void FrmRicerca::caricaListaValori() {
     if (!recordset) return;
     valori_.avvia(*recordset, Griglia->Columns().Item(colonnaFiltro).DataField,
                   variabiliGlobali().gQueryBase);
+    letturaIniziata_ = std::chrono::steady_clock::now();
     letturaValori_->Start(battito);
     leggiValori(); // a short list is there at once
 }
@@ -70,7 +72,8 @@ void FrmRicerca::aggiungiVoce(std::string_view voce) {
 
 void FrmRicerca::leggiValori() {
     valori_.leggi(perBattito, [this](std::string_view voce) { aggiungiVoce(voce); });
-    List1->SetNote(valori_.inCorso() ? notaLettura : "");
+    const auto daQuando = std::chrono::steady_clock::now() - letturaIniziata_;
+    List1->SetNote(valori_.inCorso() && daQuando > primaDellaNota ? notaLettura : "");
     if (!valori_.inCorso()) letturaValori_->Stop();
 }
 

@@ -37,7 +37,7 @@ namespace {
 std::unique_ptr<wxModule> moduleNamed(const char* name) {
     std::unique_ptr<wxObject> object(wxCreateDynamicObject(name));
     auto* module = dynamic_cast<wxModule*>(object.get());
-    if (module != nullptr) object.release();
+    if (module != nullptr) static_cast<void>(object.release());
     return std::unique_ptr<wxModule>(module);
 }
 

@@ -165,7 +165,8 @@ int ValueList::widthInView() const {
         widestText = std::max(widestText, dc.GetTextExtent(shownText(items_.At(i))).x);
     if (!note_.empty()) widestText = std::max(widestText, dc.GetTextExtent(toWx(note_)).x);
     const int mark = multiple_ ? itemHeight() : 0;
-    return widestText + mark + 2 * FromDIP(textMargin) + 2 * border() + bar_->GetBestSize().x;
+    const int bar = ListCount() > static_cast<std::size_t>(mostItems) ? bar_->GetBestSize().x : 0;
+    return widestText + mark + bar + 2 * FromDIP(textMargin) + 2 * border();
 }
 
 // Under the cell; where too few entries would fit there, as high up as they need.

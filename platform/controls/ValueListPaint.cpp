@@ -60,8 +60,9 @@ void ValueList::paint() {
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.DrawRectangle(note);
     dc.SetTextForeground(blend(back, text, 0.7));
-    dc.DrawLabel(toWx(note_), wxRect(note).Deflate(FromDIP(textMargin), 0),
-                 wxALIGN_LEFT | wxALIGN_CENTRE_VERTICAL);
+    const wxRect inner = wxRect(note).Deflate(FromDIP(textMargin), 0);
+    dc.DrawLabel(wxControl::Ellipsize(toWx(note_), dc, wxELLIPSIZE_END, std::max(1, inner.width)),
+                 inner, wxALIGN_LEFT | wxALIGN_CENTRE_VERTICAL);
 }
 
 void ValueList::paintItem(wxDC& dc, std::size_t index, const wxRect& box) {

@@ -17,7 +17,8 @@ wxImage take(wxRect part) {
     Robot().pump();
     wxScreenDC screen;
     if (part.IsEmpty()) part = wxRect(screen.GetSize());
-    wxBitmap picture(part.GetSize(), 24);
+    wxBitmap picture;
+    picture.Create(part.GetSize(), 24);
     wxMemoryDC memory(picture);
     EXPECT_TRUE(memory.Blit(wxPoint(0, 0), part.GetSize(), &screen, part.GetPosition()))
         << "no picture";

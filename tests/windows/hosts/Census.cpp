@@ -57,14 +57,16 @@ long graphicsOfTable() {
     constexpr std::size_t entries = 16384;
 #ifdef _WIN64
     constexpr std::size_t placeInPeb = 0xf8;
-    const auto* peb = reinterpret_cast<const char*>(__readgsqword(0x60));
+    const auto* peb =
+        reinterpret_cast<const char*>(__readgsqword(0x60)); // NOLINT(performance-no-int-to-ptr)
 #else
     constexpr std::size_t placeInPeb = 0x94;
-    const auto* peb = reinterpret_cast<const char*>(__readfsdword(0x30));
+    const auto* peb =
+        reinterpret_cast<const char*>(__readfsdword(0x30)); // NOLINT(performance-no-int-to-ptr)
 #endif
     const auto* table = *reinterpret_cast<const GraphicsEntry* const*>(peb + placeInPeb);
-    return std::count_if(table, table + entries,
-                         [](const GraphicsEntry& entry) { return entry.type != 0; });
+    return static_cast<long>(std::count_if(
+        table, table + entries, [](const GraphicsEntry& entry) { return entry.type != 0; }));
 }
 
 // Places are given anew last in, first out: many new objects show how far up the table is in use.
