@@ -93,6 +93,35 @@ TEST_F(ListaTest, AQueryThatEndsInASemicolonIsWrappedAllTheSame) {
         tabella("SELECT codice, nome\r\nFROM clienti ORDER BY nome;"));
 }
 
+TEST_F(ListaTest, TheHintAtTheEndOfTheRunningCommandIsCutOff) {
+    auto rs = tabella();
+    const auto comando = std::dynamic_pointer_cast<adodb::Command>(rs->ActiveCommand().object());
+    ASSERT_NE(comando, nullptr);
+    comando->SetCommandText("SELECT nome FROM clienti WHERE codice < 3 OPTION (FAST 100)");
+    prova(
+        [&] {
+            apriLista(Nome);
+            EXPECT_EQ(voci(), conFisse({"Rossi Anna", "Rossini Ugo"}));
+        },
+        rs);
+}
+
+TEST_F(ListaTest, WithoutAnActiveCommandTheHostsQueryBaseIsAsked) {
+    auto rs = adodb::makeClientRecordset();
+    rs->Fields().Append("codice", adodb::adInteger);
+    rs->Fields().Append("nome", adodb::adVarWChar, 30);
+    rs->Open();
+    rs->SetActiveConnection(Variant(std::static_pointer_cast<Object>(connessione)));
+    ASSERT_FALSE(rs->ActiveCommand().isObject() && rs->ActiveCommand().object());
+    ricerca.SetQueryBase("SELECT nome FROM clienti WHERE codice > 5;");
+    prova(
+        [&] {
+            apriLista(1);
+            EXPECT_EQ(voci(), conFisse({"Neri", "Rossi"}));
+        },
+        rs);
+}
+
 TEST_F(ListaTest, AQueryThatIsRefusedLeavesTheFixedEntriesAndShowsNothing) {
     prova([&] {
         apriLista(Ragione);
