@@ -195,7 +195,7 @@ class Grid::View : public controls::DataControl::Observer {
     GridStyle style_;
     std::vector<LayoutColumn> layoutColumns_; // of the layout applied last
     std::vector<LayoutColumn> dormant_;       // those whose fields are not there
-    wxFont ownFont_;                    // before any style's
+    wxFont ownFont_;                          // before any style's
     grid::SelBookmarks selection_;
     Geometry geometry_;
     Palette palette_;
