@@ -149,6 +149,10 @@ bool Grid::View::filterKey(wxKeyEvent& event) {
     case WXK_UP:
     case WXK_NUMPAD_UP:
         return true;
+    case 'A': // not every system's field knows it
+        if (event.GetModifiers() != wxMOD_CONTROL) return false;
+        editor_->SelectAll();
+        return true;
     default:
         return false;
     }
