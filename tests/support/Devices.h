@@ -20,6 +20,9 @@ bool turnWheel(bool towards, int notches);
 bool systemReadsInput();
 // True where only ticks of timers wait to be handled, as far as the system tells (Windows).
 bool onlyTimersWait();
+// How many dispatches of events are under way, one inside the other, as far as the system tells
+// (GTK); -1 elsewhere.
+int dispatchDepth();
 // True where pressing the mouse button may begin such a loop, which ends when it is let go (the
 // scroll bars of Windows).
 bool buttonMayBeHeld();

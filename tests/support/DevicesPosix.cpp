@@ -159,6 +159,11 @@ bool systemReadsInput() {
 bool onlyTimersWait() {
     return false;
 }
+// One dispatch of GTK's loop handles several events, so the time that it lasts tells nothing.
+int dispatchDepth() {
+    static const auto depth = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "g_main_depth"));
+    return depth ? depth() : -1;
+}
 bool buttonMayBeHeld() {
     return false;
 }

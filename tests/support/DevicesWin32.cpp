@@ -78,6 +78,9 @@ bool onlyTimersWait() {
     return PeekMessageW(&message, nullptr, 0, WM_TIMER - 1, PM_NOREMOVE) == 0 &&
            PeekMessageW(&message, nullptr, WM_TIMER + 1, 0xFFFFFFFF, PM_NOREMOVE) == 0;
 }
+int dispatchDepth() {
+    return -1;
+}
 bool buttonMayBeHeld() {
     return true;
 }

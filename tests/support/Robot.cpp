@@ -27,20 +27,25 @@ using std::chrono::milliseconds;
 
 // When the event that is being handled inside a pump began; empty between events.
 std::optional<Clock::time_point> eventBegan;
-int pumps = 0; // one inside the other
+int pumps = 0;      // one inside the other
+int pumpDepth = -1; // dispatches around the innermost pump, where the system tells
 
 // One turn of the event loop, whichever is running; one of its own where none is.
 class Turn {
   public:
-    Turn() {
+    Turn() : outerDepth_(pumpDepth) {
         ++pumps;
+        pumpDepth = dispatchDepth();
         loop_ = wxEventLoopBase::GetActive();
         if (loop_ != nullptr) return;
         own_ = std::make_unique<wxGUIEventLoop>();
         activator_ = std::make_unique<wxEventLoopActivator>(own_.get());
         loop_ = own_.get();
     }
-    ~Turn() { --pumps; }
+    ~Turn() {
+        --pumps;
+        pumpDepth = outerDepth_;
+    }
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
 
@@ -70,6 +75,7 @@ class Turn {
     }
 
   private:
+    int outerDepth_;
     wxEventLoopBase* loop_ = nullptr;
     std::unique_ptr<wxGUIEventLoop> own_;
     std::unique_ptr<wxEventLoopActivator> activator_;
@@ -312,7 +318,10 @@ bool Robot::pumping() {
     return pumps > 0;
 }
 
+// Whoever asks is called from a dispatch itself: the pump's own, or one within an event.
 bool Robot::blockedInEvent(int time) {
+    const int depth = dispatchDepth();
+    if (depth >= 0 && depth <= pumpDepth + 1) return false;
     return eventBegan && Clock::now() - *eventBegan > milliseconds(time);
 }
 
