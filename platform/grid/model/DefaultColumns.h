@@ -22,8 +22,8 @@ inline constexpr adodb::RowCount sampledRows = 32;
 NR_API Columns defaultColumns(adodb::Fields& fields, RowReader& rows, RowCache& cache,
                               const MeasureText& measure, double margin);
 
-// The width, in twips, that shows caption (with an arrow) and texts whole, within what one column may take by
-// itself.
+// The width, in twips, that shows caption (with an arrow) and texts whole, within what one column
+// may take by itself.
 NR_API double fittingWidth(std::string_view caption, const std::vector<std::string>& texts,
                            const MeasureText& measure, double margin);
 
