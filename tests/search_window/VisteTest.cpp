@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <random>
 
 namespace norvel::search_window {
 namespace {
@@ -16,8 +17,8 @@ class VisteFinestraTest : public BancoQuery {
         BancoQuery::SetUp();
         static std::atomic<int> numero{0};
         cartella = fs::temp_directory_path() /
-                   ("nr_viste_finestra_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) +
-                    "_" + std::to_string(++numero));
+                   ("nr_viste_finestra_" + std::to_string(std::random_device()()) + "_" +
+                    std::to_string(++numero));
         fs::create_directories(cartella / "parametri");
         ricerca.SetPercorso(cartella.string() + "\\");
         ricerca.SetPercorsoPers(cartella.string() + "\\");

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace norvel::views {
 namespace {
@@ -32,9 +33,9 @@ class VisteTest : public testing::Test {
   protected:
     VisteTest() {
         static std::atomic<int> numero{0};
-        cartella = fs::temp_directory_path() /
-                   ("nr_viste_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" +
-                    std::to_string(++numero));
+        cartella =
+            fs::temp_directory_path() /
+            ("nr_viste_" + std::to_string(std::random_device()()) + "_" + std::to_string(++numero));
         fs::create_directories(cartella / "parametri");
         sessione.gPercorso = cartella.string() + "\\";
         sessione.gPercorsoPers = cartella.string() + "\\";

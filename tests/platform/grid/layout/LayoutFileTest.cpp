@@ -11,6 +11,7 @@
 #include <functional>
 #include <iterator>
 #include <limits>
+#include <random>
 #include <string>
 
 namespace norvel::grid {
@@ -22,9 +23,9 @@ class LayoutFileTest : public testing::Test {
   protected:
     LayoutFileTest() {
         static std::atomic<int> number{0};
-        folder = fs::temp_directory_path() /
-                 ("nr_layout_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" +
-                  std::to_string(++number));
+        folder =
+            fs::temp_directory_path() / ("nr_layout_" + std::to_string(std::random_device()()) +
+                                         "_" + std::to_string(++number));
         fs::create_directories(folder / "Parametri");
     }
     ~LayoutFileTest() override { fs::remove_all(folder); }
