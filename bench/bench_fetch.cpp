@@ -5,7 +5,7 @@
 //
 // Without --file the sample database is made once in the system's folder of temporary files. Every
 // round runs the bare loop, then the store; the last lines compare the best of each.
-#include "hosts/norvelricerca/DatiDemo.h"
+#include "bench/Sample.h"
 #include "platform/adodb/Recordset.h"
 #include "platform/runtime/Errore.h"
 
@@ -26,19 +26,9 @@
 namespace {
 
 using namespace norvel;
-using Clock = std::chrono::steady_clock;
+using namespace norvel::bench;
 
 constexpr const char* query = "SELECT * FROM clienti";
-
-struct Settings {
-    std::int64_t rows = 1'000'000;
-    int rounds = 5;
-    std::string file;
-};
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
 
 // Of this process, in megabytes; 0 where the system does not tell.
 double residentMegabytes(std::string_view line) {
@@ -114,23 +104,6 @@ Round measure(const std::string& file) {
     return round;
 }
 
-Settings readSettings(int count, char** arguments) {
-    Settings settings;
-    for (int i = 1; i + 1 < count; i += 2) {
-        const std::string_view name = arguments[i];
-        if (name == "--righe") settings.rows = std::atoll(arguments[i + 1]);
-        if (name == "--giri") settings.rounds = std::max(1, std::atoi(arguments[i + 1]));
-        if (name == "--file") settings.file = arguments[i + 1];
-    }
-    if (settings.file.empty()) {
-        const auto file = std::filesystem::temp_directory_path() /
-                          ("bench_fetch_" + std::to_string(settings.rows) + ".db");
-        if (!std::filesystem::exists(file)) hosts::creaDatiDemo(file, settings.rows);
-        settings.file = file.string();
-    }
-    return settings;
-}
-
 double best(const std::vector<Round>& rounds, double Round::*value) {
     return (*std::ranges::min_element(rounds, {}, value)).*value;
 }
@@ -174,7 +147,7 @@ int run(const Settings& settings) {
 
 int main(int count, char** arguments) {
     try {
-        return run(readSettings(count, arguments));
+        return run(withSampleFile(readArguments(count, arguments)));
     } catch (const Errore& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

@@ -5,6 +5,7 @@
 //
 // Every figure is the best of its rounds, in milliseconds; the ratio is that of the two best. The
 // bare loop scans texts that are folded already, all in one piece, 65,536 rows at a time.
+#include "bench/Sample.h"
 #include "platform/adodb/filter/FilterProgram.h"
 #include "platform/adodb/filter/FoldedColumn.h"
 #include "platform/adodb/store/GroupBuilder.h"
@@ -35,11 +36,7 @@ namespace {
 
 using namespace norvel;
 using namespace norvel::adodb;
-using Clock = std::chrono::steady_clock;
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
+using namespace norvel::bench;
 
 // --- the rows ---
 
@@ -551,16 +548,10 @@ class Bench {
 } // namespace
 
 int main(int count, char** arguments) {
-    std::int64_t rows = 1'000'000;
-    int rounds = 15;
-    for (int i = 1; i + 1 < count; i += 2) {
-        const std::string_view name = arguments[i];
-        if (name == "--righe") rows = std::max(1LL, std::atoll(arguments[i + 1]));
-        if (name == "--giri") rounds = std::max(1, std::atoi(arguments[i + 1]));
-    }
+    const Settings settings = readArguments(count, arguments, {.rounds = 15});
     try {
-        std::printf("%lld rows of 9 columns\n", static_cast<long long>(rows));
-        Bench(rows, rounds).run();
+        std::printf("%lld rows of 9 columns\n", static_cast<long long>(settings.rows));
+        Bench(settings.rows, settings.rounds).run();
         return 0;
     } catch (const Errore& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -7,7 +7,7 @@
 // figure is the best of the rounds, in milliseconds. "first": nothing is kept of the column yet;
 // "again": its ranks and its order are; "DESC": the whole set in the other direction; "tenth":
 // every tenth row. The last lines are a recordset's own: what an operator waits for.
-#include "hosts/norvelricerca/DatiDemo.h"
+#include "bench/Sample.h"
 #include "platform/adodb/Recordset.h"
 #include "platform/adodb/sort/ColumnRanks.h"
 #include "platform/adodb/sort/SortOrder.h"
@@ -32,17 +32,7 @@
 namespace {
 
 using namespace norvel;
-using Clock = std::chrono::steady_clock;
-
-struct Settings {
-    std::int64_t rows = 1'000'000;
-    int rounds = 5;
-    std::string file;
-};
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
+using namespace norvel::bench;
 
 // The best of the rounds; prepare is not measured.
 double best(int rounds, const std::function<void()>& prepare, const std::function<void()>& work) {
@@ -235,23 +225,6 @@ void recordset(const std::string& file) {
     timed("no filter, sort kept", filter(""));
 }
 
-Settings readSettings(int count, char** arguments) {
-    Settings settings;
-    for (int i = 1; i + 1 < count; i += 2) {
-        const std::string_view name = arguments[i];
-        if (name == "--righe") settings.rows = std::atoll(arguments[i + 1]);
-        if (name == "--giri") settings.rounds = std::max(1, std::atoi(arguments[i + 1]));
-        if (name == "--file") settings.file = arguments[i + 1];
-    }
-    if (settings.file.empty()) {
-        const auto file = std::filesystem::temp_directory_path() /
-                          ("bench_fetch_" + std::to_string(settings.rows) + ".db");
-        if (!std::filesystem::exists(file)) hosts::creaDatiDemo(file, settings.rows);
-        settings.file = file.string();
-    }
-    return settings;
-}
-
 void run(const Settings& settings) {
     const auto store = load(settings.file);
     const auto rows = static_cast<std::size_t>(store->rows());
@@ -278,7 +251,7 @@ void run(const Settings& settings) {
 
 int main(int count, char** arguments) {
     try {
-        run(readSettings(count, arguments));
+        run(withSampleFile(readArguments(count, arguments)));
         return 0;
     } catch (const Errore& error) {
         std::fprintf(stderr, "%s\n", error.what());

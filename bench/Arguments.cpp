@@ -1,0 +1,25 @@
+#include "bench/Sample.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+
+namespace norvel::bench {
+
+Settings readArguments(int count, char** arguments, Settings defaults) {
+    Settings settings = std::move(defaults);
+    for (int i = 1; i + 1 < count; i += 2) {
+        const std::string_view name = arguments[i];
+        if (name == "--righe") settings.rows = std::max(1LL, std::atoll(arguments[i + 1]));
+        if (name == "--giri") settings.rounds = std::max(1, std::atoi(arguments[i + 1]));
+        if (name == "--file") settings.file = arguments[i + 1];
+    }
+    return settings;
+}
+
+double millisecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+} // namespace norvel::bench
