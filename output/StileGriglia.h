@@ -20,6 +20,10 @@ struct ParteStile {
 
 inline constexpr int codiceSiNo = 10;
 
+// The grid's DataView.
+inline constexpr int vistaNormale = 0;
+inline constexpr int vistaRaggruppata = 2;
+
 // Check boxes for the columns of yes/no values; those of any other type are left alone.
 NR_API void impostaChekBox(const ParteStile& griglia, bool attivo);
 NR_API void impostaRidimensionaColonne(const ParteStile& griglia, bool attivo); // AllowSizing
@@ -29,17 +33,20 @@ NR_API void impostaLetturaFacilitata(const ParteStile& griglia, bool attivo); //
 NR_API void impostaEvidenziaRiga(const ParteStile& griglia, bool attivo);     // MarqueeStyle
 // Grouping on switches column moving on; off switches it off, whatever it was.
 NR_API void impostaRaggruppamento(const ParteStile& griglia, bool attivo);
-// testo: the combo's text. Errore 13 ("Tipo non corrispondente") where it is no number.
+// testo: the combo's text. Errore 13 ("Tipo non corrispondente") where it is no number, 380
+// ("Valore di proprietà non valido") where it is no size: not above 0, or beyond 1000 points.
 NR_API void impostaDimensioneCarattere(const ParteStile& griglia, const std::string& testo);
-// In this order: bold, name, size (rounded to single precision), italic.
+// In this order: bold, name, size (rounded to single precision), italic. A size that is none is
+// refused as above, and what was set by then stays.
 NR_API void impostaCarattere(const ParteStile& griglia, const grid::FontStyle& scelto);
-// testo: a 32-bit colour, 0x00BBGGRR, as decimal text. Errore 13 where it is none.
+// testo: a 32-bit colour, 0x00BBGGRR, as decimal text, with a sign or without. Errore 13 where it
+// is none.
 NR_API void impostaColorePari(const ParteStile& griglia, const std::string& testo);
 NR_API void impostaColoreDispari(const ParteStile& griglia, const std::string& testo);
 
 // The controls as the grid's style fills them; those that are not read back are not here.
 struct ControlliStile {
-    std::string colorePari, coloreDispari; // decimal
+    std::string colorePari, coloreDispari; // decimal, as a Long
     bool facilitato = false, sposta = false, colonne = false, righe = false, evidenzia = false;
     bool operator==(const ControlliStile&) const = default;
 };
