@@ -51,6 +51,16 @@ grid::SelBookmarks& Grid::SelBookmarks() {
     return view_->Selection();
 }
 
+bool Grid::HasSelectedArea() {
+    return view_->HasArea();
+}
+int Grid::SelStartCol() {
+    return view_->AreaColumns().first;
+}
+int Grid::SelEndCol() {
+    return view_->AreaColumns().last;
+}
+
 grid::Columns& Grid::Columns() {
     return view_->TheColumns();
 }

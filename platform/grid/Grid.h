@@ -52,6 +52,13 @@ class NR_API Grid : public wxControl {
     Variant Bookmark() const;
     void SetBookmark(const Variant& bookmark);
     grid::SelBookmarks& SelBookmarks();
+    // What is selected: the rows SelBookmarks() holds, and of each the columns from SelStartCol to
+    // SelEndCol (indexes in Columns(), whether or not they are shown; -1: nothing is selected).
+    // Rows that were selected as such reach over all columns: 0 to Count() - 1. Where columns were
+    // moved, the two are the least and the greatest index of the cells that are marked.
+    bool HasSelectedArea();
+    int SelStartCol();
+    int SelEndCol();
 
     // --- look ---
     grid::Columns& Columns();

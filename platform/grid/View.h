@@ -5,6 +5,7 @@
 #include "platform/grid/HeadingPicture.h"
 #include "platform/grid/Palette.h"
 #include "platform/grid/TextPainter.h"
+#include "platform/grid/model/CellArea.h"
 #include "platform/grid/model/Geometry.h"
 #include "platform/grid/model/Navigation.h"
 #include "platform/grid/model/RowCache.h"
@@ -73,6 +74,10 @@ class Grid::View : public controls::DataControl::Observer {
     // Makes the row the recordset's current record; a refusal is reported. False then.
     bool MoveTo(adodb::RowCount row);
     bool HandleKey(wxKeyEvent& event); // false: not handled
+
+    // --- selected area (ViewArea.cpp) ---
+    bool HasArea();
+    CellArea::Range AreaColumns(); // {-1, -1}: nothing is selected
 
     // --- filter bar (ViewFilterBar.cpp) ---
     bool EnterFilter(int column, bool selectAll);
@@ -197,6 +202,7 @@ class Grid::View : public controls::DataControl::Observer {
     std::vector<LayoutColumn> dormant_;       // those whose fields are not there
     wxFont ownFont_;                          // before any style's
     grid::SelBookmarks selection_;
+    CellArea area_; // what of the selected rows is selected
     Geometry geometry_;
     Palette palette_;
     std::unique_ptr<TextPainter> painter_;
