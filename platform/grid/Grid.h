@@ -117,7 +117,10 @@ class NR_API Grid : public wxControl {
     std::function<void(int column)> OnFilterEnter;
     std::function<void(int column)> OnFilterLeave; // the caret has left the cell
     std::function<void(int column)> OnFilterButton;
-    std::function<void()> OnRowChange;          // the current row is another one
+    std::function<void()> OnRowChange; // the current row is another one
+    // The operator grouped, ungrouped or put the groups into another order: Style().GroupColumns
+    // has them, and the rows on show follow already. Not told of layouts and of code.
+    std::function<void()> OnGroupColumnsChanged;
     std::function<void(int rows)> OnFirstPaint; // once: the first paint that showed data rows
     // A move that the recordset refused. Without it the grid shows the usual box.
     std::function<void(const Errore&)> OnError;
