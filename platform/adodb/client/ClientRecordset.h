@@ -133,7 +133,9 @@ class ClientRecordset final : public Recordset,
     void closeNow();
     const ConnectionRef& connection() const { return connection_; }
     bool shows(const RowSet& rows) const { return rows_.get() == &rows; }
-    void refuseInEvent() const; // 3710
+    const std::shared_ptr<RowSet>& rowSet() const { return rows_; } // null: closed
+    const std::shared_ptr<View>& view() const { return view_; }     // null: closed
+    void refuseInEvent() const;                                     // 3710
 
   private:
     // Where the cursor stands: on a row, or before the first, or behind the last, or (no rows)

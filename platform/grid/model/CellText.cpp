@@ -3,6 +3,7 @@
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/Text.h"
 
+#include <limits>
 #include <string_view>
 
 namespace norvel::grid {
@@ -44,22 +45,20 @@ std::string oneLine(std::string_view text) {
     return line;
 }
 
-std::string textCell(std::string_view text) {
-    const std::size_t length = cutLength(text, maxCellBytes);
+std::string textCell(std::string_view text, std::size_t longest) {
+    const std::size_t length = cutLength(text, longest);
     std::string shown = oneLine(toValidUtf8(text.substr(0, length)));
     if (length < text.size()) shown += ellipsis;
     return shown;
 }
 
-} // namespace
-
-std::string cellText(const Variant& value) {
+std::string cellOf(const Variant& value, std::size_t longest) {
     switch (value.type()) {
     case VarType::Empty:
     case VarType::Null:
         return {};
     case VarType::String:
-        return textCell(value.text());
+        return textCell(value.text(), longest);
     case VarType::Bytes:
         return "(binario)";
     case VarType::Object:
@@ -73,6 +72,16 @@ std::string cellText(const Variant& value) {
     } catch (const Errore&) { // a date or a number out of every range: the cell says so
         return "#Errore";
     }
+}
+
+} // namespace
+
+std::string cellText(const Variant& value) {
+    return cellOf(value, maxCellBytes);
+}
+
+std::string wholeCellText(const Variant& value) {
+    return cellOf(value, std::numeric_limits<std::size_t>::max());
 }
 
 } // namespace norvel::grid

@@ -16,5 +16,7 @@ inline constexpr std::size_t maxCellBytes = 1024;
 // LF together); bytes that are no UTF-8 read as Windows-1252; a longer text cut at a character,
 // with "…" behind it; a BLOB as "(binario)", an object or an array as "(oggetto)". Never raises.
 NR_API std::string cellText(const Variant& value);
+// The same with a text of any length whole: for what is not a screen.
+NR_API std::string wholeCellText(const Variant& value);
 
 } // namespace norvel::grid

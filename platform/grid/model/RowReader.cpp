@@ -31,10 +31,16 @@ std::size_t weight(const Variant& value) {
 
 } // namespace
 
+RecordsetRef cloneOfView(Recordset& host, const std::string& sort) {
+    RecordsetRef clone = host.Clone(adLockReadOnly);
+    const Variant filter = host.Filter();
+    if (!sort.empty()) clone->SetSort(sort);
+    if (hasFilter(filter)) clone->SetFilter(filter);
+    return clone;
+}
+
 RowReader::RowReader(Recordset& host)
-    : clone_(host.Clone(adLockReadOnly)), filter_(host.Filter()), sort_(host.Sort()) {
-    if (!sort_.empty()) clone_->SetSort(sort_);
-    if (hasFilter(filter_)) clone_->SetFilter(filter_);
+    : clone_(cloneOfView(host, host.Sort())), filter_(host.Filter()), sort_(host.Sort()) {
     Fields& fields = clone_->Fields();
     for (int i = 0; i < fields.Count(); ++i) {
         fieldTypes_.push_back(fields(i).Type());

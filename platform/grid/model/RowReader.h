@@ -12,6 +12,10 @@
 
 namespace norvel::grid {
 
+// A clone of the recordset with the recordset's own filter, and its order or another: "" for none.
+// Raises what the recordset raises when it is closed, busy or cannot be cloned.
+NR_API adodb::RecordsetRef cloneOfView(adodb::Recordset& host, const std::string& sort);
+
 // The view of a recordset as it stood when the reader was made: its filter and its order. A new
 // filter or order needs a new reader; rows that arrive later show up by themselves.
 class NR_API RowReader : public RowIds {

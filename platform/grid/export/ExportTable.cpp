@@ -1,0 +1,65 @@
+#include "platform/grid/export/ExportTable.h"
+
+#include "platform/adodb/sort/SortOrder.h"
+#include "platform/runtime/Text.h"
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+namespace {
+
+// The indexes of the group columns, outermost first, each once.
+std::vector<int> groupColumns(const Columns& columns, const GridStyle& style) {
+    std::vector<int> groups;
+    if (style.DataView != groupView) return groups;
+    for (const std::string& field : style.GroupColumns) {
+        const int index = columns.IndexOf(field);
+        if (index >= 0 && std::ranges::find(groups, index) == groups.end()) groups.push_back(index);
+    }
+    return groups;
+}
+
+ExportColumn exportColumn(const Column& column) {
+    return {column.DataField, column.Caption, alignmentOf(column), column.DataType, column.Width};
+}
+
+std::string sortTerm(const adodb::SortKey& key) {
+    return "[" + replaceText(key.name, "]", "]]") + "]" + (key.ascending ? " ASC" : " DESC");
+}
+
+// The groups' fields before the rest of the host's order.
+std::string sortByGroups(const Columns& columns, const std::vector<int>& groups,
+                         const std::string& hostSort) {
+    std::vector<adodb::SortKey> host = adodb::parseSort(hostSort);
+    std::vector<adodb::SortKey> keys;
+    for (const int group : groups) {
+        const std::string& field = columns.Item(group).DataField;
+        const auto same = [&](const adodb::SortKey& key) { return equalsText(key.name, field); };
+        const auto own = std::ranges::find_if(host, same);
+        keys.push_back({field, own == host.end() || own->ascending});
+        std::erase_if(host, same);
+    }
+    keys.insert(keys.end(), host.begin(), host.end());
+    std::string sort;
+    for (const adodb::SortKey& key : keys)
+        sort += (sort.empty() ? "" : ", ") + sortTerm(key);
+    return sort;
+}
+
+} // namespace
+
+ExportTable exportTable(const Columns& columns, const GridStyle& style,
+                        const std::string& hostSort) {
+    const std::vector<int> groups = groupColumns(columns, style);
+    ExportTable table;
+    for (const int group : groups)
+        table.columns.push_back(exportColumn(columns.Item(group)));
+    for (const int shown : columns.Shown())
+        if (std::ranges::find(groups, shown) == groups.end())
+            table.columns.push_back(exportColumn(columns.Item(shown)));
+    table.sort = groups.empty() ? hostSort : sortByGroups(columns, groups, hostSort);
+    return table;
+}
+
+} // namespace norvel::grid
