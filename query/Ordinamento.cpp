@@ -17,6 +17,10 @@ void prova(const Passo& passo) {
     }
 }
 
+} // namespace
+
+Intestazioni::~Intestazioni() = default;
+
 void togliFrecce(Intestazioni& intestazioni) {
     int colonne = 0;
     prova([&] { colonne = intestazioni.numero(); });
@@ -27,10 +31,6 @@ void togliFrecce(Intestazioni& intestazioni) {
         });
     }
 }
-
-} // namespace
-
-Intestazioni::~Intestazioni() = default;
 
 std::string testoOrdine(const std::string& campo, bool crescente) {
     return "[" + campo + "] " + (crescente ? " asc" : " desc");

@@ -31,6 +31,9 @@ class Intestazioni {
 // "[campo]  asc" or "[campo]  desc": two blanks between the bracket and the direction.
 std::string testoOrdine(const std::string& campo, bool crescente);
 
+// Takes the arrow off the column that has it, without a repaint. Nothing is raised.
+void togliFrecce(Intestazioni& intestazioni);
+
 // A click on the heading of colonna: takes the arrow off the column that had it, inverts crescente
 // (the window's one flag, False at first), marks colonna, repaints, sets the recordset's Sort.
 // Every step is tried, whatever became of those before; nothing is raised and nothing shown.

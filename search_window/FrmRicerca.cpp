@@ -119,6 +119,7 @@ void FrmRicerca::ImpostaStileGriglia() {
          voce,
          [this](adodb::RowCount righe) { scriviStato(testoTotale(righe), Conteggio::Totale); },
          [this] { togliBarraFiltri(); }, [this] { Timer1->StartOnce(intervalloTimer1); }});
+    mostraFacilitata();
 }
 
 void FrmRicerca::togliBarraFiltri() {

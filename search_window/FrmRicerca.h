@@ -123,7 +123,13 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void togliBarraFiltri();
 
     // FrmRicercaBarra.cpp: the toolbar
+    using Comando = void (FrmRicerca::*)(const controls::Button& pulsante);
+    static Comando comandoDi(std::string_view chiave); // null: none
     void suMenuViste(const controls::ButtonMenu& voce);
+    bool raggruppata() const;
+    void RiordinaGriglia();
+    void riapplicaStile();
+    void mostraFacilitata();
     void suClicBarra(const controls::Button& pulsante);
     void suApri(const controls::Button& pulsante);
     void suChiudi(const controls::Button& pulsante);
@@ -159,6 +165,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
 
     // FrmRicercaOrdine.cpp: sorting
     void suClicIntestazione(int colonna);
+    void togliFrecce();
 
     // DataControl::Observer
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,

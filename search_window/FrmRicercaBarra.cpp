@@ -1,22 +1,19 @@
 // The toolbar's commands and the menu of views.
 #include "component/VariabiliGlobali.h"
+#include "output/StileGriglia.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/grid/Grid.h"
 #include "search_window/FrmRicerca.h"
 #include "search_window/Navigazione.h"
+#include "search_window/RiordinaGriglia.h"
 #include "search_window/Testi.h"
 #include "views/Disposizioni.h"
 
 namespace norvel::search_window {
 
-namespace {
-
-using Comando = void (FrmRicerca::*)(const controls::Button& pulsante);
-
-} // namespace
-
-// The first key that matches wins; any other does nothing.
-void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
+// The keys in the order in which they are tried; the first that matches wins, any other does
+// nothing. A button whose key is here is enabled. «Taglia» is designed without an action.
+FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
     static constexpr std::pair<const char*, Comando> comandi[] = {
         {"Apri", &FrmRicerca::suApri},
         {"primo", &FrmRicerca::suNaviga<vaiAlPrimo>},
@@ -28,9 +25,16 @@ void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
         {"Drop", &FrmRicerca::suDrop},
         {"Aggiorna", &FrmRicerca::suNaviga<aggiornaElenco>},
     };
+    for (const auto& [nome, comando] : comandi)
+        if (equalsText(chiave, nome)) return comando;
+    return nullptr;
+}
+
+// A filter still being typed holds for the command, too.
+void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
     try {
-        for (const auto& [chiave, comando] : comandi)
-            if (equalsText(pulsante.Key, chiave)) return (this->*comando)(pulsante);
+        filtraInSospeso();
+        if (const Comando comando = comandoDi(pulsante.Key)) (this->*comando)(pulsante);
     } catch (const Errore& errore) {
         mostraMessaggio(messaggioToolbar(errore));
     }
@@ -57,16 +61,40 @@ void FrmRicerca::suFacilitata(const controls::Button& pulsante) {
     Griglia->Changed();
 }
 
-// The entries of "Apri": the view of that name, whatever filter bar it was saved with where the
-// host asked for none.
+// The entries of "Apri". A grouped grid is sorted by its groups before the view is changed.
 void FrmRicerca::suMenuViste(const controls::ButtonMenu& voce) {
     try {
-        const VariabiliGlobali& sessione = variabiliGlobali();
-        views::ApplicaVista(Griglia->Layouts(), sessione, voce.Key);
-        if (equalsNumber(sessione.gFilterBar, 0)) togliBarraFiltri();
+        if (raggruppata()) RiordinaGriglia();
+        views::ApplicaVista(Griglia->Layouts(), variabiliGlobali(), voce.Key);
+        riapplicaStile();
     } catch (const Errore& errore) {
         mostraMessaggio(messaggioToolbar(errore));
     }
+}
+
+bool FrmRicerca::raggruppata() const {
+    return Griglia->Style().DataView == output::vistaRaggruppata;
+}
+
+// Sorts by the group columns. The arrow of a heading that was clicked says nothing true any more.
+void FrmRicerca::RiordinaGriglia() {
+    const bool riordinata = riordinaGriglia(
+        {Griglia->Style().GroupColumns, [this] { Griglia->Refresh(); }, DBRicerca.Recordset()});
+    if (riordinata) togliFrecce();
+}
+
+// What a layout does not decide alone, after it was loaded: no filter bar where the host asked for
+// none, "facilitata" pressed as the rows alternate, the rows of a grouped view by their groups.
+void FrmRicerca::riapplicaStile() {
+    if (equalsNumber(variabiliGlobali().gFilterBar, 0)) togliBarraFiltri();
+    mostraFacilitata();
+    if (raggruppata()) RiordinaGriglia();
+}
+
+void FrmRicerca::mostraFacilitata() {
+    BarraBase->Change("Facilitata", [this](controls::Button& facilitata) {
+        facilitata.Value = Griglia->SplitAt(0).AlternatingRowStyle ? 1 : 0;
+    });
 }
 
 } // namespace norvel::search_window

@@ -64,7 +64,7 @@ void FrmRicerca::creaBarra() {
         pulsante.Description = p.testo;
         pulsante.Style = stile(p.tipo);
         pulsante.Visible = p.visibile;
-        pulsante.Enabled = p.attivo;
+        pulsante.Enabled = !p.comando || comandoDi(p.chiave) != nullptr;
         BarraBase->Add(std::move(pulsante));
     }
 }
@@ -90,6 +90,7 @@ void FrmRicerca::collegaEventi() {
     collegaFiltri();
     collegaLista();
     Griglia->OnHeadClick = [this](int colonna) { suClicIntestazione(colonna); };
+    Griglia->OnGroupColumnsChanged = [this] { RiordinaGriglia(); };
     DBRicerca.AddObserver(this);
 }
 

@@ -47,6 +47,12 @@ class IntestazioniGriglia final : public query::Intestazioni {
 
 } // namespace
 
+void FrmRicerca::togliFrecce() {
+    IntestazioniGriglia intestazioni(*Griglia, DBRicerca.Recordset());
+    query::togliFrecce(intestazioni);
+    intestazioni.ridisegna();
+}
+
 void FrmRicerca::suClicIntestazione(int colonna) {
     const Variant& percorso = variabiliGlobali().gPercorso;
     IntestazioniGriglia intestazioni(*Griglia, DBRicerca.Recordset());

@@ -13,7 +13,7 @@ struct Pulsante {
     const char* testo;  // the descriptive text, shown as the tip
     TipoPulsante tipo;
     bool visibile; // at the start
-    bool attivo;   // its command is there
+    bool comando;  // false: designed without an action
 };
 
 // In their designed order. "excel" has no text in the design, so its tip is empty.
@@ -21,20 +21,20 @@ inline constexpr std::array<Pulsante, 17> pulsantiBarra{{
     {"Apri", "Selezione", TipoPulsante::ConMenu, true, true},
     {"Facilitata", "Abilita / Disabilita la lettura facilitata", TipoPulsante::Interruttore, true,
      true},
-    {"Modifica", "Modifica", TipoPulsante::Interruttore, false, false},
+    {"Modifica", "Modifica", TipoPulsante::Interruttore, false, true},
     {"Drop", "Visualizza ricerca avanzata", TipoPulsante::Interruttore, true, true},
     {"Taglia", "Taglia", TipoPulsante::Comando, true, false},
-    {"copia", "Esporta su clipboard in formato excel", TipoPulsante::Comando, true, false},
-    {"copiaclip", "Copia negli appunti", TipoPulsante::Comando, true, false},
-    {"excel", "", TipoPulsante::Comando, true, false},
-    {"HTML", "Esporta in html", TipoPulsante::Comando, true, false},
-    {"Stampa", "Stampa il documento", TipoPulsante::Comando, true, false},
+    {"copia", "Esporta su clipboard in formato excel", TipoPulsante::Comando, true, true},
+    {"copiaclip", "Copia negli appunti", TipoPulsante::Comando, true, true},
+    {"excel", "", TipoPulsante::Comando, true, true},
+    {"HTML", "Esporta in html", TipoPulsante::Comando, true, true},
+    {"Stampa", "Stampa il documento", TipoPulsante::Comando, true, true},
     {"primo", "Vai al primo record", TipoPulsante::Comando, true, true},
     {"indietro", "Vai al record precedente", TipoPulsante::Comando, true, true},
     {"avanti", "Vai al record successivo", TipoPulsante::Comando, true, true},
     {"ultimo", "Vai all'ultimo record", TipoPulsante::Comando, true, true},
     {"Aggiorna", "Aggiorna elenco", TipoPulsante::Comando, true, true},
-    {"configura", "Personalizza Ricerca", TipoPulsante::Comando, true, false},
+    {"configura", "Personalizza Ricerca", TipoPulsante::Comando, true, true},
     {"Chiudi", "Chiudi Finestra", TipoPulsante::Comando, true, true},
 }};
 

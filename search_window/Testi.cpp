@@ -34,6 +34,15 @@ Messaggio messaggioToolbar(const Errore& errore) {
                             errore);
 }
 
+Messaggio messaggioRiordino(const Errore& errore) {
+    Messaggio messaggio = messaggioRoutine(
+        "Attenzione! Si è verificato un errore nella funzione RiordinaGriglia. Disattivare dalla "
+        "vista personalizzata la visualizzazione Raggruppata o modificare la query di selezione.",
+        errore);
+    messaggio.icona = BoxIcon::Exclamation;
+    return messaggio;
+}
+
 Messaggio domandaTuttiRecord() {
     return {"Inserisco tutti i record?", "Inserimento", BoxIcon::Question, BoxButtons::YesNo};
 }

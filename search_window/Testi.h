@@ -26,6 +26,8 @@ Messaggio messaggioRoutine(const std::string& routine, const Errore& errore,
 Messaggio messaggioDblClick(const Errore& errore);
 // Anything the toolbar's handler traps.
 Messaggio messaggioToolbar(const Errore& errore);
+// A grouped grid that could not be sorted.
+Messaggio messaggioRiordino(const Errore& errore);
 // "Inserisco tutti i record?"
 Messaggio domandaTuttiRecord();
 // Why the filter cells together make no filter.
