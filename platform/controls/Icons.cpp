@@ -145,6 +145,52 @@ void closeWindow(IconPen& pen) {
     pen.stroke({{10.2, 7}, {5.8, 11.6}}, Tone::Accent);
 }
 
+// Columns that change places.
+void columns(IconPen& pen) {
+    pen.frame(1.5, 1.8, 4.4, 8.4);
+    pen.frame(10.1, 1.8, 4.4, 8.4);
+    pen.weight(1.2);
+    pen.stroke({{1.8, 13.2}, {14.2, 13.2}}, Tone::Accent);
+    pen.stroke({{4, 11.2}, {1.8, 13.2}, {4, 15.2}}, Tone::Accent);
+    pen.stroke({{12, 11.2}, {14.2, 13.2}, {12, 15.2}}, Tone::Accent);
+}
+
+// An eye.
+void eye(IconPen& pen) {
+    pen.outline({{1.2, 8},
+                 {4.2, 4.8},
+                 {8, 3.6},
+                 {11.8, 4.8},
+                 {14.8, 8},
+                 {11.8, 11.2},
+                 {8, 12.4},
+                 {4.2, 11.2}});
+    pen.disc({8, 8}, 2.4, Tone::Accent);
+}
+
+// A brush over the stroke that it leaves.
+void brush(IconPen& pen) {
+    pen.weight(1.6);
+    pen.stroke({{14, 1.8}, {8, 8.6}});
+    pen.fill({{8.6, 7.2}, {10, 8.8}, {7, 12.4}, {3.4, 13}, {4.8, 9.8}}, Tone::Accent);
+    pen.weight(1);
+    pen.stroke({{1.5, 14.8}, {14.5, 14.8}});
+}
+
+// A diskette.
+void diskette(IconPen& pen) {
+    pen.outline({{1.5, 1.5}, {12, 1.5}, {14.5, 4}, {14.5, 14.5}, {1.5, 14.5}});
+    pen.frame(4.5, 1.5, 6.4, 3.8);
+    pen.block(4, 8.8, 8, 5.7, Tone::Accent);
+}
+
+// An i in a circle.
+void note(IconPen& pen) {
+    pen.ring({8, 8}, 6.4);
+    pen.block(7.2, 4, 1.6, 1.7, Tone::Accent);
+    pen.block(7.2, 7, 1.6, 5, Tone::Accent);
+}
+
 void neutral(IconPen& pen) {
     pen.frame(3, 3, 10, 10);
     pen.disc({8, 8}, 2, Tone::Accent);
@@ -164,7 +210,9 @@ constexpr Icon icons[] = {
     {"primo", first},         {"indietro", previous},
     {"avanti", next},         {"ultimo", last},
     {"Aggiorna", refresh},    {"configura", settings},
-    {"Chiudi", closeWindow},
+    {"Chiudi", closeWindow},  {"nuovo", columns},
+    {"vista", eye},           {"ordine", brush},
+    {"salva", diskette},      {"nota", note},
 };
 
 // Rec. 709 luma, 0 to 1.

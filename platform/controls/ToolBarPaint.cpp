@@ -1,5 +1,6 @@
 // How a toolbar looks: everything from system colours and shapes, sharp at every scale.
 #include "platform/controls/Icons.h"
+#include "platform/controls/Shapes.h"
 #include "platform/controls/ToolBarImpl.h"
 
 #include <wx/dcbuffer.h>
@@ -22,23 +23,6 @@ struct Colours {
                 wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT)};
     }
 };
-
-constexpr double corner = 4; // radius of a button's corners, logical pixels
-
-void fillRounded(wxGraphicsContext& context, const wxRect& area, const wxColour& colour) {
-    context.SetPen(wxNullPen);
-    context.SetBrush(wxBrush(colour));
-    context.DrawRoundedRectangle(area.x, area.y, area.width, area.height, corner);
-}
-
-// A border one logical pixel wide, inside the area.
-void strokeRounded(wxGraphicsContext& context, const wxRect& area, const wxColour& colour,
-                   double width) {
-    context.SetBrush(wxNullBrush);
-    context.SetPen(context.CreatePen(wxGraphicsPenInfo(colour, width)));
-    context.DrawRoundedRectangle(area.x + width / 2, area.y + width / 2, area.width - width,
-                                 area.height - width, corner - width / 2);
-}
 
 // A small chevron pointing down, centred.
 void arrowDown(wxGraphicsContext& context, const wxRect& area, const wxColour& colour) {

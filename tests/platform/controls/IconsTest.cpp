@@ -82,14 +82,16 @@ double contrast(const wxColour& a, const wxColour& b) {
 
 } // namespace
 
-TEST(Icons, EveryCommandOfTheSearchWindowHasAnIconOfItsOwn) {
+TEST(Icons, EveryCommandOfTheWindowsHasAnIconOfItsOwn) {
     const std::string neutral = bytesOf(picture("ignota", 20, lightFace, darkText));
     std::set<std::string> seen{neutral};
     for (const char* key :
-         {"Apri", "Facilitata", "Modifica", "Drop", "Taglia", "copia", "copiaclip", "excel", "HTML",
-          "Stampa", "primo", "indietro", "avanti", "ultimo", "Aggiorna", "configura", "Chiudi"})
+         {"Apri",      "Facilitata", "Modifica", "Drop",      "Taglia", "copia",
+          "copiaclip", "excel",      "HTML",     "Stampa",    "primo",  "indietro",
+          "avanti",    "ultimo",     "Aggiorna", "configura", "Chiudi", "nuovo",
+          "vista",     "ordine",     "salva",    "nota"})
         EXPECT_TRUE(seen.insert(bytesOf(picture(key, 20, lightFace, darkText))).second) << key;
-    EXPECT_EQ(iconKeys().size(), 17U);
+    EXPECT_EQ(iconKeys().size(), 22U);
 }
 
 TEST(Icons, KeysAreCaseBlindAndAnUnknownOneGetsTheNeutralIcon) {
