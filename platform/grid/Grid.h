@@ -24,6 +24,11 @@ namespace norvel::grid {
 // the selection began (Ctrl+Shift+click adds to it); the corner above the selectors selects all
 // rows. The keyboard: see KeyCommand in model/Navigation.h.
 //
+// Where Split::AllowColMove says so, a heading dragged sideways moves its column: a mark shows
+// where it lands, the view scrolls on at its edges, Esc leaves it where it was. A press that stays
+// within the system's drag distance is a click. Esc also takes back a width while it is being
+// dragged.
+//
 // In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
 // and Shift+Tab move among the cells; Down leads back to the rows; Esc clears the cell, and leads
 // back to the rows where it is empty; F4 and Alt+Down stand for the cell's button; Enter calls
@@ -111,8 +116,9 @@ class NR_API Grid : public wxControl {
     // keyCode, modifiers: the toolkit's (WXK_…, wxMOD_…); asked before the grid's own handling;
     // true: handled.
     std::function<bool(int keyCode, int modifiers, Area area)> OnKey;
-    std::function<void()> OnClick; // any click in the grid, after what it does
-    std::function<void(int column)> OnHeadClick;
+    std::function<void()> OnClick;                  // any click in the grid, after what it does
+    std::function<void(int column)> OnHeadClick;    // not after a drag
+    std::function<void(int column)> OnColumnMoved;  // by the operator: its Order is another one
     std::function<void(int column)> OnFilterChange; // at every change of the text by the operator
     std::function<void(int column)> OnFilterEnter;
     std::function<void(int column)> OnFilterLeave; // the caret has left the cell

@@ -6,6 +6,7 @@
 #include "platform/grid/Palette.h"
 #include "platform/grid/TextPainter.h"
 #include "platform/grid/model/CellArea.h"
+#include "platform/grid/model/ColumnDrag.h"
 #include "platform/grid/model/Geometry.h"
 #include "platform/grid/model/Navigation.h"
 #include "platform/grid/model/RowCache.h"
@@ -137,14 +138,28 @@ class Grid::View : public controls::DataControl::Observer {
     void pressRow(const Hit& hit, const wxMouseEvent& event);
     void pressHeadings(const Hit& hit, const wxPoint& at);
     void dragRowsTo(int y);
+    void autoScroll();
+    void cancelDrag();
+    void endColumnDrag();
     void sizeColumn(int x);
     void updatePointer(const wxPoint& at);
     void setHotColumn(int column);
     void showTip(const Hit& hit);
     Hit hitAt(const wxPoint& at) const;
 
+    // columns on their way to another place (ViewColumnMove.cpp)
+    void pressHeading(int column, const wxPoint& at);
+    void dragHeadingTo(const wxPoint& at);
+    void scrollWithHeading();
+    void dropHeading();
+    void moveColumnBy(Side side);
+    void columnMoved(int column);
+    void paintColumnDrag(wxDC& dc);
+    void paintDropMark(wxDC& dc);
+
     // keyboard
     void bindKeys();
+    bool keyWhileDragging(const wxKeyEvent& event);
     void run(const KeyCommand& command);
     void moveRow(const KeyCommand& command);
     void moveCell(Side side);
@@ -240,10 +255,11 @@ class Grid::View : public controls::DataControl::Observer {
     int filterColumn_ = -1;
 
     Drag drag_ = Drag::None;
-    bool pressed_ = false; // a click began in the grid
-    int dragColumn_ = -1;  // heading pressed, or column being sized
+    bool pressed_ = false;  // a click began in the grid
+    ColumnDrag columnDrag_; // of Drag::Heading
+    int dragColumn_ = -1;   // the one being sized
     int dragStart_ = 0;
-    int dragWidth_ = 0;
+    double dragWidth_ = 0; // twips
     bool dragAdds_ = false;
     adodb::RowCount clickedRow_ = -1; // of the last first click, for the double-click
     wxTimer autoScroll_, arrivals_;

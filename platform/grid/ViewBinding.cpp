@@ -128,6 +128,7 @@ void Grid::View::makeColumns() {
     columns_ = std::move(made);
     dormant_ = applyColumns(layoutColumns_, columns_);
     LeaveFilter(false);
+    endColumnDrag();
     madeFor_ = std::move(names);
     widthsSampled_ = reader_->Rows() > 0;
 }
@@ -156,6 +157,7 @@ void Grid::View::remapColumns() {
 
 void Grid::View::ColumnsChanged() {
     if (!ownColumns()) madeFor_.clear();
+    endColumnDrag();
     remapColumns();
     if (filterColumn_ >= 0) {
         const bool there = split_.FilterBar && filterColumn_ < columns_.Count() &&

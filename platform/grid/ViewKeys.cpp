@@ -52,6 +52,10 @@ void Grid::View::bindKeys() {
         guarded([&] { handled = HandleKey(e); });
         if (!handled) e.Skip();
     });
+    // While the mouse is captured, not every system asks by a hook first.
+    grid_.Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& e) {
+        if (!keyWhileDragging(e)) e.Skip();
+    });
     const auto repaint = [this](wxFocusEvent& e) {
         Refresh();
         e.Skip();
@@ -60,7 +64,15 @@ void Grid::View::bindKeys() {
     grid_.Bind(wxEVT_KILL_FOCUS, repaint);
 }
 
+// Esc takes the drag back; the other keys wait until it is over.
+bool Grid::View::keyWhileDragging(const wxKeyEvent& event) {
+    if (drag_ == Drag::None) return false;
+    if (event.GetKeyCode() == WXK_ESCAPE) cancelDrag();
+    return true;
+}
+
 bool Grid::View::HandleKey(wxKeyEvent& event) {
+    if (keyWhileDragging(event)) return true;
     const Area area = FocusArea();
     const wxWeakRef<Grid> alive(&grid_);
     if (grid_.OnKey && grid_.OnKey(event.GetKeyCode(), event.GetModifiers(), area)) return true;
@@ -80,6 +92,8 @@ void Grid::View::run(const KeyCommand& command) {
         return moveRow(command);
     case KeyCommand::Kind::MoveCell:
         return moveCell(command.side);
+    case KeyCommand::Kind::MoveColumn:
+        return moveColumnBy(command.side);
     case KeyCommand::Kind::SelectAll:
         if (Rows() > 0) selection_.AddRows(0, Rows() - 1);
         return;

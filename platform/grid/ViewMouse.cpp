@@ -28,8 +28,7 @@ void Grid::View::bindMouse() {
         e.Skip();
     });
     grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { endDrag(); });
-    autoScroll_.Bind(wxEVT_TIMER,
-                     [this](wxTimerEvent&) { guarded([&] { dragRowsTo(pointer_.y); }); });
+    autoScroll_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { guarded([&] { autoScroll(); }); });
 }
 
 Hit Grid::View::hitAt(const wxPoint& at) const {
@@ -82,14 +81,11 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
         drag_ = Drag::Sizing;
         dragColumn_ = hit.column;
         dragStart_ = at.x;
-        dragWidth_ = geometry_.ColumnWidth(geometry_.PlaceOf(hit.column));
+        dragWidth_ = columns_.Item(hit.column).Width;
         if (!grid_.HasCapture()) grid_.CaptureMouse();
     } else if (edge || hit.spot == Spot::Heading) {
-        drag_ = Drag::Heading;
         // Where nothing can be sized, the border between two headings belongs to the one under it.
-        dragColumn_ = hit.column;
-        if (!grid_.HasCapture()) grid_.CaptureMouse();
-        Refresh();
+        pressHeading(hit.column, at);
     } else if (hit.spot == Spot::FilterCell) {
         EnterFilter(hit.column, false);
     } else if (hit.spot == Spot::FilterButton) {
@@ -114,11 +110,12 @@ void Grid::View::onLeftUp(wxMouseEvent& event) {
     if (!pressed_) return event.Skip();
     pressed_ = false;
     const Hit hit = hitAt(event.GetPosition());
-    const bool head = drag_ == Drag::Heading && hit.column == dragColumn_ &&
+    const int column = columnDrag_.Column();
+    const bool head = drag_ == Drag::Heading && hit.column == column && !columnDrag_.Moving() &&
                       (hit.spot == Spot::Heading || hit.spot == Spot::HeadingEdge);
-    const int column = dragColumn_;
-    endDrag();
     const wxWeakRef<Grid> alive(&grid_);
+    if (columnDrag_.Moving()) return dropHeading();
+    endDrag();
     if (head && grid_.OnHeadClick) grid_.OnHeadClick(column);
     if (alive && !alive->IsBeingDeleted() && alive->OnClick) alive->OnClick();
 }
@@ -129,6 +126,22 @@ void Grid::View::endDrag() {
     if (drag_ != Drag::None) Refresh();
     drag_ = Drag::None;
     dragColumn_ = -1;
+    columnDrag_.End();
+}
+
+// The columns are others than those that were dragged.
+void Grid::View::endColumnDrag() {
+    if (drag_ == Drag::Heading || drag_ == Drag::Sizing) endDrag();
+}
+
+// Esc: what was dragged is as it was before. What was selected stays.
+void Grid::View::cancelDrag() {
+    if (drag_ == Drag::Sizing) {
+        columns_.Item(dragColumn_).Width = dragWidth_;
+        Layout();
+    }
+    pressed_ = false;
+    endDrag();
 }
 
 void Grid::View::onMotion(wxMouseEvent& event) {
@@ -144,12 +157,17 @@ void Grid::View::onMotion(wxMouseEvent& event) {
         return dragRowsTo(pointer_.y);
     }
     case Drag::Heading:
-        return;
+        return dragHeadingTo(pointer_);
     case Drag::None:
         break;
     }
     updatePointer(pointer_);
     event.Skip();
+}
+
+void Grid::View::autoScroll() {
+    if (drag_ == Drag::Heading) return scrollWithHeading();
+    dragRowsTo(pointer_.y);
 }
 
 void Grid::View::dragRowsTo(int y) {
@@ -173,7 +191,7 @@ void Grid::View::dragRowsTo(int y) {
 }
 
 void Grid::View::sizeColumn(int x) {
-    const double width = pixelsToTwips(std::max(0, dragWidth_ + x - dragStart_), Scale());
+    const double width = dragWidth_ + pixelsToTwips(x - dragStart_, Scale());
     columns_.Item(dragColumn_).Width = std::max(minColumnWidth, width);
     Layout();
     Refresh();

@@ -60,6 +60,7 @@ void Grid::View::onPaint() {
         if (split_.FilterBar) paintFilterBar(dc);
     }
     paintScrollCorner(dc);
+    if (columnDrag_.Moving()) paintColumnDrag(dc);
     if (!firstPainted_ && readError_.empty()) tellFirstPaint();
 }
 

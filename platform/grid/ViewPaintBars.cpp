@@ -51,7 +51,7 @@ void Grid::View::paintHeadings(wxDC& dc) {
         const wxDCClipper clip(dc, room);
         for (int place = range.first; place < range.last; ++place) {
             const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
-            const bool pressed = drag_ == Drag::Heading && dragColumn_ == geometry_.ColumnAt(place);
+            const bool pressed = columnDrag_.Column() == geometry_.ColumnAt(place);
             if (pressed || (drag_ == Drag::None && hotColumn_ == geometry_.ColumnAt(place))) {
                 dc.SetBrush(pressed ? palette_.facePressed : palette_.faceHot);
                 dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height - 1);

@@ -154,6 +154,21 @@ Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     return {Spot::Cell, row, ColumnAt(place)};
 }
 
+ColumnDrop Geometry::DropAt(int x, int y) const {
+    if (y < -sizes_.headingHeight || y >= 2 * sizes_.headingHeight) return {};
+    const Range range = PlacesInView();
+    if (range.first >= range.last) return {};
+    int place = range.first;
+    while (place < range.last && x >= ColumnLeft(place) + ColumnWidth(place) / 2)
+        ++place;
+    return {Spot::Heading, place};
+}
+
+int Geometry::BorderAt(int place) const {
+    return place < ShownCount() ? ColumnLeft(place)
+                                : ColumnLeft(place - 1) + ColumnWidth(place - 1);
+}
+
 bool Geometry::ShowRow(RowCount row) {
     if (row < 0 || row >= rows_) return false;
     const Pixels top = row * sizes_.rowHeight;

@@ -49,6 +49,13 @@ struct Hit {
     int column = -1; // the column's index in the collection
 };
 
+// Where a heading that is being dragged lands when it is let go.
+struct ColumnDrop {
+    Spot spot = Spot::Outside; // Heading: among the columns shown; Outside: nowhere
+    int place = -1;            // in front of which; as many as there are: behind the last one
+    bool operator==(const ColumnDrop&) const = default;
+};
+
 // The narrowest a column gets by sizing, twips.
 inline constexpr double minColumnWidth = 150;
 
@@ -96,6 +103,12 @@ class NR_API Geometry {
 
     // What stands at a point; columns is asked which filter cells have a button.
     Hit HitTest(int x, int y, const Columns& columns) const;
+
+    // Where a heading would land at a point: among the columns while the point is no farther from
+    // the headings than they are high, at the border of columns in view that is nearest to it.
+    ColumnDrop DropAt(int x, int y) const;
+    // The border in front of a place, in the painted area; for a place in view or behind it.
+    int BorderAt(int place) const;
 
     // Scrolls as little as needed so that the row is whole in view, at a row's border; likewise a
     // column, its left edge first. True when something moved.

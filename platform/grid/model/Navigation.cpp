@@ -24,6 +24,17 @@ KeyCommand moveCell(Side side) {
     return command;
 }
 
+// Left and Right.
+KeyCommand sideways(Side side, const Stroke& stroke) {
+    const bool left = side == Side::Left;
+    KeyCommand command = moveCell(side);
+    if (stroke.control && stroke.shift)
+        command.kind = KeyCommand::Kind::MoveColumn;
+    else if (stroke.control)
+        command.side = left ? Side::First : Side::Last;
+    return command;
+}
+
 KeyCommand only(KeyCommand::Kind kind) {
     KeyCommand command;
     command.kind = kind;
@@ -44,9 +55,9 @@ KeyCommand commandFor(Stroke stroke) {
     case Key::PageDown:
         return moveRow(Step::PageDown, stroke, true);
     case Key::Left:
-        return moveCell(stroke.control ? Side::First : Side::Left);
+        return sideways(Side::Left, stroke);
     case Key::Right:
-        return moveCell(stroke.control ? Side::Last : Side::Right);
+        return sideways(Side::Right, stroke);
     case Key::Home:
         return stroke.control ? moveRow(Step::FirstRow, stroke, false) : moveCell(Side::First);
     case Key::End:

@@ -39,6 +39,7 @@ enum class Side { Left, Right, First, Last };
 // | Ctrl+Up, Ctrl+Down, Ctrl+PgUp/PgDn  | current row; the selection stays                      |
 // | Left, Right                         | current cell                                          |
 // | Home, End, Ctrl+Left, Ctrl+Right    | first, last cell of the row                           |
+// | Ctrl+Shift+Left, Ctrl+Shift+Right   | moves the current column, where columns can be moved  |
 // | Ctrl+A                              | select all rows                                       |
 // | Ctrl+Space                          | select the current row, or take it out                |
 // | Shift+Space                         | select the current row and nothing else               |
@@ -50,6 +51,7 @@ struct KeyCommand {
         None,
         MoveRow,
         MoveCell,
+        MoveColumn,
         SelectAll,
         ToggleRow,
         SelectRow,
@@ -59,7 +61,7 @@ struct KeyCommand {
     };
     Kind kind = Kind::None;
     Step step = Step::RowUp;    // MoveRow
-    Side side = Side::Left;     // MoveCell
+    Side side = Side::Left;     // MoveCell; MoveColumn: Left, Right
     bool extend = false;        // MoveRow: the selection reaches to the row
     bool keepSelection = false; // MoveRow
 };

@@ -30,6 +30,14 @@ TEST(Navigation, HomeAndEndMoveTheCellAndWithControlTheRow) {
     EXPECT_EQ(commandFor({Key::End, false, true}).step, Step::LastRow);
 }
 
+TEST(Navigation, ControlAndShiftWithTheSidewaysArrowsMoveTheColumn) {
+    EXPECT_EQ(commandFor({Key::Left, true, true}).kind, Kind::MoveColumn);
+    EXPECT_EQ(commandFor({Key::Left, true, true}).side, Side::Left);
+    EXPECT_EQ(commandFor({Key::Right, true, true}).side, Side::Right);
+    EXPECT_EQ(commandFor({Key::Right, false, true}).kind, Kind::MoveCell);
+    EXPECT_EQ(commandFor({Key::Right, false, true}).side, Side::Last);
+}
+
 TEST(Navigation, SelectionKeysNeedTheirModifier) {
     EXPECT_EQ(commandFor({Key::A, false, true}).kind, Kind::SelectAll);
     EXPECT_EQ(commandFor({Key::A}).kind, Kind::None);

@@ -1,0 +1,108 @@
+// Moving columns: a heading that is dragged, its mark, and the keyboard's way.
+#include "platform/grid/View.h"
+
+#include <wx/settings.h>
+
+#include <algorithm>
+
+namespace norvel::grid {
+
+namespace {
+
+constexpr int edgeScrollPause = 40; // ms
+
+// How far the pointer goes before a press becomes a drag; the system's figure is the whole width of
+// the area around the press.
+int dragDistance(wxSystemMetric metric, const wxWindow& window) {
+    constexpr int unknown = 4;
+    const int whole = wxSystemSettings::GetMetric(metric, &window);
+    return whole > 0 ? std::max(1, whole / 2) : unknown;
+}
+
+} // namespace
+
+void Grid::View::pressHeading(int column, const wxPoint& at) {
+    drag_ = Drag::Heading;
+    columnDrag_.Press(column, at.x, at.y, dragDistance(wxSYS_DRAG_X, grid_),
+                      dragDistance(wxSYS_DRAG_Y, grid_));
+    if (!grid_.HasCapture()) grid_.CaptureMouse();
+    Refresh();
+}
+
+void Grid::View::dragHeadingTo(const wxPoint& at) {
+    if (!split_.AllowColMove || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
+    if (!autoScroll_.IsRunning()) autoScroll_.Start(edgeScrollPause);
+    Refresh();
+}
+
+// Near the edges of the columns, and beyond them.
+void Grid::View::scrollWithHeading() {
+    if (columnDrag_.Drop().spot != Spot::Heading) return;
+    const Rect data = geometry_.Data();
+    const int by = edgeScroll(pointer_.x, data.x, data.x + data.width, pixels(300));
+    ScrollAxis& axis = geometry_.Horizontal();
+    if (by == 0 || !axis.SetPosition(axis.Position() + by)) return;
+    columnDrag_.Follow(pointer_.x, pointer_.y, geometry_);
+    scrolled();
+}
+
+void Grid::View::dropHeading() {
+    const int column = columnDrag_.Column();
+    const ColumnDrop drop = columnDrag_.Drop();
+    endDrag();
+    if (drop.spot == Spot::Heading && moveColumn(columns_, column, drop.place)) columnMoved(column);
+}
+
+void Grid::View::moveColumnBy(Side side) {
+    const int place = geometry_.PlaceOf(currentColumn_);
+    if (!split_.AllowColMove || place < 0) return;
+    if (moveColumn(columns_, currentColumn_, side == Side::Left ? place - 1 : place + 2))
+        columnMoved(currentColumn_);
+}
+
+void Grid::View::columnMoved(int column) {
+    Layout();
+    ShowCell(-1, column);
+    Refresh();
+    if (grid_.OnColumnMoved) grid_.OnColumnMoved(column);
+}
+
+// Over everything else: where the heading would land, and a picture of it at the pointer.
+void Grid::View::paintColumnDrag(wxDC& dc) {
+    const Rect own = geometry_.Heading(columnDrag_.Column());
+    const int widest = pixels(3000);
+    const int width = std::min(own.width, widest);
+    const wxRect box(columnDrag_.X() - std::min(width / 2, columnDrag_.FromX() - own.x),
+                     columnDrag_.Y() - own.height / 2, width, own.height);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.facePressed);
+    dc.DrawRectangle(box);
+    const bool lands = columnDrag_.Drop().spot != Spot::Outside;
+    paintFrame(dc, box, 1, lands ? palette_.focus : palette_.faceLine);
+    const wxRect text = wxRect(box).Deflate(pixels(cellMarginTwips() / 2), 0);
+    painter_->Begin(dc, box);
+    painter_->Draw(columns_.Item(columnDrag_.Column()).Caption, text, Alignment::Left,
+                   Overflow::Ellipsis, lands ? palette_.faceText : palette_.greyText);
+    painter_->End();
+    paintDropMark(dc);
+}
+
+// A strong line at the border, with an arrow head at both ends.
+void Grid::View::paintDropMark(wxDC& dc) {
+    const ColumnDrop& drop = columnDrag_.Drop();
+    if (drop.spot != Spot::Heading) return;
+    const int thick = std::max(2, pixels(30));
+    const int head = pixels(75);
+    const int bottom = geometry_.DataTop();
+    const Rect data = geometry_.Data();
+    const int x = std::clamp(geometry_.BorderAt(drop.place), data.x, data.x + data.width);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(palette_.focus);
+    dc.DrawRectangle(x - thick / 2, 0, thick, bottom);
+    const wxPoint above[] = {{-head, 0}, {head, 0}, {0, head}};
+    const wxPoint below[] = {{-head, 0}, {head, 0}, {0, -head}};
+    dc.DrawPolygon(3, above, x, 0);
+    dc.DrawPolygon(3, below, x, bottom);
+}
+
+} // namespace norvel::grid
