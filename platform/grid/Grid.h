@@ -24,6 +24,14 @@ namespace norvel::grid {
 // the selection began (Ctrl+Shift+click adds to it); the corner above the selectors selects all
 // rows. The keyboard: see KeyCommand in model/Navigation.h.
 //
+// Beside whole rows the cells of some columns can be selected: by dragging over them, by
+// Shift+click in another column than the one where the selection began, by Shift and the keys that
+// go sideways. Their rows are selected, too, so that choosing rows works with either. Whatever
+// selects a row as such (record selector, Ctrl+click, Ctrl+A…) makes the selection whole rows.
+// Ctrl+C copies the cells that are marked as text, in the order in which they are shown: TAB
+// between cells, CR LF between rows, a text that holds one of these or a quotation mark in
+// quotation marks. Of rows still arriving it copies those that are there.
+//
 // Where Split::AllowColMove says so, a heading dragged sideways moves its column: a mark shows
 // where it lands, the view scrolls on at its edges, Esc leaves it where it was. A press that stays
 // within the system's drag distance is a click. Esc also takes back a width while it is being

@@ -127,7 +127,7 @@ class Grid::View : public controls::DataControl::Observer {
     int pixels(double twips) const;
 
     // mouse (ViewMouse.cpp)
-    enum class Drag { None, Heading, Sizing, Rows };
+    enum class Drag { None, Heading, Sizing, Rows, Cells };
     void bindMouse();
     void onLeftDown(wxMouseEvent& event);
     void press(wxMouseEvent& event);
@@ -141,6 +141,9 @@ class Grid::View : public controls::DataControl::Observer {
     void autoScroll();
     void cancelDrag();
     void endColumnDrag();
+    adodb::RowCount rowUnder(int y) const;
+    bool inData(const wxPoint& at) const;
+    void scrollOutside(bool outside);
     void sizeColumn(int x);
     void updatePointer(const wxPoint& at);
     void setHotColumn(int column);
@@ -162,10 +165,24 @@ class Grid::View : public controls::DataControl::Observer {
     bool keyWhileDragging(const wxKeyEvent& event);
     void run(const KeyCommand& command);
     void moveRow(const KeyCommand& command);
-    void moveCell(Side side);
-    void selectTo(adodb::RowCount row, bool add);
+    void moveCell(const KeyCommand& command);
     bool filterKey(wxKeyEvent& event);
     void nextFilterCell(bool forward);
+
+    // selected area (ViewArea.cpp)
+    void selectTo(adodb::RowCount row, bool add);
+    void selectCells(adodb::RowCount row, int begin, int end);
+    void selectAll();
+    void toggleRow(adodb::RowCount row);
+    void extendTo(adodb::RowCount row);
+    void cellMoved(bool extend, int from);
+    void shiftClick(const Hit& hit, int fromColumn, bool add);
+    bool cellDragBegins(bool held);
+    void dragCellsTo(const wxPoint& at);
+    int columnUnder(const wxPoint& at) const;
+    bool isAreaCell(adodb::RowCount row, int column) const;
+    void paintArea(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void copyArea();
 
     // filter bar
     void makeEditor();
@@ -255,9 +272,10 @@ class Grid::View : public controls::DataControl::Observer {
     int filterColumn_ = -1;
 
     Drag drag_ = Drag::None;
-    bool pressed_ = false;  // a click began in the grid
-    ColumnDrag columnDrag_; // of Drag::Heading
-    int dragColumn_ = -1;   // the one being sized
+    bool pressed_ = false;   // a click began in the grid
+    int pressedColumn_ = -1; // in a cell of this column: the mouse selects once it leaves the cell
+    ColumnDrag columnDrag_;  // of Drag::Heading
+    int dragColumn_ = -1;    // the one being sized
     int dragStart_ = 0;
     double dragWidth_ = 0; // twips
     bool dragAdds_ = false;

@@ -1,7 +1,15 @@
 // The selected area: rows, whole or the cells of some columns.
+#include "platform/controls/Clipboard.h"
 #include "platform/grid/View.h"
+#include "platform/grid/model/CopyText.h"
+
+#include <wx/utils.h>
+
+#include <algorithm>
 
 namespace norvel::grid {
+
+using adodb::RowCount;
 
 bool Grid::View::HasArea() {
     Reader();
@@ -10,6 +18,148 @@ bool Grid::View::HasArea() {
 
 CellArea::Range Grid::View::AreaColumns() {
     return HasArea() ? area_.Indexes(geometry_, columns_.Count()) : CellArea::Range{};
+}
+
+// --- selecting ---
+
+// The rows from the anchor to this one, in that direction; of them what was selected before: whole
+// rows, or the cells of the same columns. Rows that are added are whole ones.
+void Grid::View::selectTo(RowCount row, bool add) {
+    const CellArea kept = add ? CellArea{} : area_;
+    if (!add) selection_.Clear();
+    selection_.AddRows(anchor_ >= 0 ? anchor_ : row, row);
+    area_ = kept;
+    Refresh();
+}
+
+// The cells between the anchor's row, in the column begin, and this row, in the column end.
+void Grid::View::selectCells(RowCount row, int begin, int end) {
+    area_.Select(begin, end);
+    selectTo(row, false);
+}
+
+void Grid::View::selectAll() {
+    area_.Clear();
+    if (Rows() > 0) selection_.AddRows(0, Rows() - 1);
+    Refresh();
+}
+
+void Grid::View::toggleRow(RowCount row) {
+    if (row < 0) return;
+    area_.Clear();
+    selection_.ToggleRow(row);
+}
+
+// --- by keys ---
+
+void Grid::View::extendTo(RowCount row) {
+    if (selection_.Count() > 0 && !area_.WholeRows(geometry_))
+        selectCells(row, area_.Begin(), currentColumn_);
+    else
+        selectTo(row, false);
+}
+
+// The current cell went sideways, from another column.
+void Grid::View::cellMoved(bool extend, int from) {
+    const bool cells = selection_.Count() > 0 && !area_.WholeRows(geometry_);
+    if (extend && current_ >= 0)
+        selectCells(current_, cells ? area_.Begin() : from, currentColumn_);
+    else if (cells)
+        selection_.Clear();
+}
+
+// --- by the mouse ---
+
+// The current column is the clicked one by now; fromColumn is the one before.
+void Grid::View::shiftClick(const Hit& hit, int fromColumn, bool add) {
+    const bool cells = selection_.Count() > 0 && !area_.WholeRows(geometry_);
+    const int begin = cells ? area_.Begin() : fromColumn;
+    if (hit.spot == Spot::Cell && !add && (cells || hit.column != begin))
+        return selectCells(hit.row, begin, hit.column);
+    area_.Clear();
+    selectTo(hit.row, add);
+}
+
+// Only a mouse that leaves the pressed cell selects, and takes the mouse's events for the grid.
+bool Grid::View::cellDragBegins(bool held) {
+    if (!pressed_ || !held || pressedColumn_ < 0 || Rows() == 0) return false;
+    const int column = columnUnder(pointer_);
+    if (column < 0 || (rowUnder(pointer_.y) == current_ && column == pressedColumn_)) return false;
+    drag_ = Drag::Cells;
+    dragColumn_ = pressedColumn_;
+    if (!grid_.HasCapture()) grid_.CaptureMouse();
+    return true;
+}
+
+void Grid::View::dragCellsTo(const wxPoint& at) {
+    if (drag_ != Drag::Cells || Rows() == 0) return;
+    const RowCount row = rowUnder(at.y);
+    const int column = columnUnder(at);
+    if (column < 0 || (row == current_ && column == currentColumn_)) return;
+    const int begin = dragColumn_;
+    const RowCount from = anchor_ >= 0 ? anchor_ : row;
+    if (!MoveTo(row)) return;
+    anchor_ = from;
+    SetCurrentColumn(column);
+    selectCells(row, begin, column);
+}
+
+// The column that a drag reaches; beside the columns in view the next one. -1: there are none.
+int Grid::View::columnUnder(const wxPoint& at) const {
+    const Rect data = geometry_.Data();
+    const auto range = geometry_.PlacesInView();
+    if (range.first >= range.last || data.Empty()) return -1;
+    if (at.x < data.x) return geometry_.ColumnAt(std::max(0, range.first - 1));
+    if (at.x >= data.x + data.width)
+        return geometry_.ColumnAt(std::min(geometry_.ShownCount(), range.last + 1) - 1);
+    const int column = geometry_.HitTest(at.x, data.y, columns_).column;
+    return column >= 0 ? column : geometry_.ColumnAt(range.last - 1);
+}
+
+// --- copying ---
+
+// What is shown, in the order in which it is shown; the current cell where nothing is selected. Of
+// rows that are still arriving those that are there: what an operator sees selected is copied, and
+// never waited for.
+void Grid::View::copyArea() {
+    RowReader* reader = Reader();
+    if (!reader || geometry_.ShownCount() == 0) return;
+    auto ranges = selection_.Ranges();
+    CellArea::PlaceRange places = area_.Places(geometry_);
+    if (places.Empty()) places = {0, geometry_.ShownCount()};
+    if (ranges.empty()) {
+        if (current_ < 0) return;
+        ranges.emplace_back(current_, current_);
+        const int place = geometry_.PlaceOf(currentColumn_);
+        places = {place, place + 1};
+    }
+    std::vector<int> fields;
+    for (int place = places.first; place < places.end; ++place)
+        fields.push_back(fieldOf_[static_cast<std::size_t>(geometry_.ColumnAt(place))]);
+    const wxBusyCursor busy;
+    controls::setClipboardText(copiedRows(*reader, ranges, fields));
+}
+
+// --- painting ---
+
+bool Grid::View::isAreaCell(RowCount row, int column) const {
+    return !area_.WholeRows(geometry_) && area_.Contains(geometry_, column) && isSelected(row);
+}
+
+void Grid::View::paintArea(wxDC& dc, RowCount first, RowCount last) {
+    const auto places = area_.Places(geometry_);
+    if (places.Empty()) return;
+    const Rect data = geometry_.Data();
+    const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
+    const auto inView = geometry_.PlacesInView();
+    dc.SetBrush(focused() ? palette_.selection : palette_.idleSelection);
+    for (int place = std::max(places.first, inView.first);
+         place < std::min(places.end, inView.last); ++place)
+        for (RowCount row = first; row < last; ++row) {
+            if (!isSelected(row)) continue;
+            const Rect cell = geometry_.Cell(row, geometry_.ColumnAt(place));
+            dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height);
+        }
 }
 
 } // namespace norvel::grid

@@ -35,6 +35,9 @@ Stroke strokeOf(const wxKeyEvent& event) {
         Pair{WXK_SPACE, Key::Space},
         Pair{WXK_NUMPAD_SPACE, Key::Space},
         Pair{'A', Key::A},
+        Pair{'C', Key::C},
+        Pair{WXK_INSERT, Key::Insert},
+        Pair{WXK_NUMPAD_INSERT, Key::Insert},
         Pair{WXK_F2, Key::F2},
         Pair{WXK_ESCAPE, Key::Escape},
         Pair{WXK_TAB, Key::Tab},
@@ -91,19 +94,19 @@ void Grid::View::run(const KeyCommand& command) {
     case KeyCommand::Kind::MoveRow:
         return moveRow(command);
     case KeyCommand::Kind::MoveCell:
-        return moveCell(command.side);
+        return moveCell(command);
     case KeyCommand::Kind::MoveColumn:
         return moveColumnBy(command.side);
     case KeyCommand::Kind::SelectAll:
-        if (Rows() > 0) selection_.AddRows(0, Rows() - 1);
-        return;
+        return selectAll();
     case KeyCommand::Kind::SelectRow:
         selection_.Clear();
         if (current_ >= 0) selection_.AddRows(current_, current_);
         return;
     case KeyCommand::Kind::ToggleRow:
-        if (current_ >= 0) selection_.ToggleRow(current_);
-        return;
+        return toggleRow(current_);
+    case KeyCommand::Kind::Copy:
+        return copyArea();
     case KeyCommand::Kind::ClearSelection:
         return selection_.Clear();
     case KeyCommand::Kind::EnterFilter:
@@ -126,13 +129,15 @@ void Grid::View::moveRow(const KeyCommand& command) {
     if (!MoveTo(target)) return;
     if (command.extend) {
         anchor_ = from;
-        selectTo(target, false);
+        extendTo(target);
     } else if (!command.keepSelection) {
         selection_.Clear();
     }
 }
 
-void Grid::View::moveCell(Side side) {
+void Grid::View::moveCell(const KeyCommand& command) {
+    const Side side = command.side;
+    const int from = currentColumn_;
     const int last = geometry_.ShownCount() - 1;
     if (last < 0) return;
     int place = std::max(0, geometry_.PlaceOf(currentColumn_));
@@ -142,6 +147,7 @@ void Grid::View::moveCell(Side side) {
     if (side == Side::Right) place = std::min(last, place + 1);
     SetCurrentColumn(geometry_.ColumnAt(place));
     ShowCell(current_, currentColumn_);
+    cellMoved(command.extend, from);
 }
 
 void Grid::View::SetCurrentColumn(int column) {
@@ -149,12 +155,6 @@ void Grid::View::SetCurrentColumn(int column) {
     currentColumn_ = column;
     ShowCell(-1, column);
     refreshRow(current_);
-}
-
-// The rows from the anchor to this one, in that direction.
-void Grid::View::selectTo(RowCount row, bool add) {
-    if (!add) selection_.Clear();
-    selection_.AddRows(anchor_ >= 0 ? anchor_ : row, row);
 }
 
 bool Grid::View::MoveTo(RowCount row) {

@@ -43,6 +43,7 @@ void Grid::View::onLeftDown(wxMouseEvent& event) {
 void Grid::View::press(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     pressed_ = true;
+    pressedColumn_ = -1;
     const bool inFilter = hit.spot == Spot::FilterCell || hit.spot == Spot::FilterButton;
     if (!inFilter) {
         LeaveFilter(false);
@@ -57,16 +58,18 @@ void Grid::View::press(wxMouseEvent& event) {
 void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
     const bool add = event.ControlDown();
     const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
+    const int fromColumn = currentColumn_;
     if (hit.column >= 0) SetCurrentColumn(hit.column);
     if (!MoveTo(hit.row)) return;
     if (event.ShiftDown()) {
         anchor_ = from;
-        selectTo(hit.row, add);
+        shiftClick(hit, fromColumn, add);
     } else if (add) {
-        selection_.ToggleRow(hit.row);
+        toggleRow(hit.row);
     } else {
         selection_.Clear();
         if (hit.spot == Spot::RecordSelector) selection_.AddRows(hit.row, hit.row);
+        if (hit.spot == Spot::Cell) pressedColumn_ = hit.column;
     }
     if (hit.spot == Spot::RecordSelector && !grid_.HasCapture()) {
         drag_ = Drag::Rows;
@@ -90,8 +93,8 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
         EnterFilter(hit.column, false);
     } else if (hit.spot == Spot::FilterButton) {
         if (grid_.OnFilterButton) grid_.OnFilterButton(hit.column);
-    } else if (hit.spot == Spot::Corner && Rows() > 0) {
-        selection_.AddRows(0, Rows() - 1);
+    } else if (hit.spot == Spot::Corner) {
+        selectAll();
     }
 }
 
@@ -149,29 +152,51 @@ void Grid::View::onMotion(wxMouseEvent& event) {
     switch (drag_) {
     case Drag::Sizing:
         return sizeColumn(pointer_.x);
-    case Drag::Rows: {
-        const Rect data = geometry_.Data();
-        const bool outside = pointer_.y < data.y || pointer_.y >= data.y + data.height;
-        if (outside && !autoScroll_.IsRunning()) autoScroll_.Start(autoScrollPause);
-        if (!outside) autoScroll_.Stop();
+    case Drag::Rows:
+        scrollOutside(!inData({geometry_.Data().x, pointer_.y}));
         return dragRowsTo(pointer_.y);
-    }
+    case Drag::Cells:
+        scrollOutside(!inData(pointer_));
+        return dragCellsTo(pointer_);
     case Drag::Heading:
         return dragHeadingTo(pointer_);
     case Drag::None:
+        if (cellDragBegins(event.LeftIsDown())) return dragCellsTo(pointer_);
         break;
     }
     updatePointer(pointer_);
     event.Skip();
 }
 
+bool Grid::View::inData(const wxPoint& at) const {
+    return geometry_.Data().Contains(at.x, at.y);
+}
+
+// While the mouse is held outside the rows the drag goes on by itself.
+void Grid::View::scrollOutside(bool outside) {
+    if (outside && !autoScroll_.IsRunning()) autoScroll_.Start(autoScrollPause);
+    if (!outside) autoScroll_.Stop();
+}
+
 void Grid::View::autoScroll() {
     if (drag_ == Drag::Heading) return scrollWithHeading();
+    if (drag_ == Drag::Cells) return dragCellsTo(pointer_);
     dragRowsTo(pointer_.y);
 }
 
 void Grid::View::dragRowsTo(int y) {
     if (drag_ != Drag::Rows || Rows() == 0) return;
+    const RowCount row = rowUnder(y);
+    if (row == current_) return;
+    const RowCount from = anchor_ >= 0 ? anchor_ : row;
+    if (!MoveTo(row)) return;
+    anchor_ = from;
+    selectTo(row, dragAdds_);
+}
+
+// The row that a drag reaches; above and below the rows in view the ones that come next, the more
+// the farther.
+RowCount Grid::View::rowUnder(int y) const {
     const Rect data = geometry_.Data();
     const int beyond = y < data.y ? y - data.y : std::max(0, y - (data.y + data.height));
     RowCount row = geometry_.FirstRow();
@@ -182,12 +207,7 @@ void Grid::View::dragRowsTo(int y) {
     } else {
         row = (geometry_.Vertical().Position() + y - data.y) / geometry_.Sizes().rowHeight;
     }
-    row = std::clamp<RowCount>(row, 0, Rows() - 1);
-    if (row == current_) return;
-    const RowCount from = anchor_ >= 0 ? anchor_ : row;
-    if (!MoveTo(row)) return;
-    anchor_ = from;
-    selectTo(row, dragAdds_);
+    return std::clamp<RowCount>(row, 0, Rows() - 1);
 }
 
 void Grid::View::sizeColumn(int x) {

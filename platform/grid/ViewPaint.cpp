@@ -29,7 +29,10 @@ Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()) {
         e.Skip();
     });
     arrivals_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { rowsArrived(true); });
-    selection_.OnChange = [this] { Refresh(); };
+    selection_.OnChange = [this] {
+        if (selection_.Count() == 0) area_.Clear();
+        Refresh();
+    };
     FontChanged();
 }
 
@@ -93,20 +96,23 @@ void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
                                              (top + area.GetBottom()) / sizes.rowHeight + 1);
     if (first >= last) return;
     paintRowBacks(dc, first, last);
+    paintArea(dc, first, last);
     paintLines(dc, first, last);
     if (area.GetRight() >= sizes.selectorWidth) paintTexts(dc, first, last);
     if (current_ >= first && current_ < last) paintFocus(dc);
     paintSelectors(dc, area);
 }
 
-// Selected rows first, then the current one, then the stripes.
+// Selected rows first, then the current one, then the rows of selected cells, then the stripes.
 Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
-    if (isSelected(row)) {
+    const bool selected = isSelected(row);
+    if (selected && area_.WholeRows(geometry_)) {
         if (hasFocus) return {palette_.selection, palette_.selectionText};
         return {palette_.idleSelection, palette_.idleSelectionText};
     }
     if (row == current_ && style_.MarqueeStyle == marqueeRow)
         return {hasFocus ? palette_.currentBack : palette_.idleCurrentBack, palette_.text};
+    if (selected) return {palette_.idleCurrentBack, palette_.text};
     if (!split_.AlternatingRowStyle) return {palette_.back, palette_.text};
     const RowColours colours = alternateColours(palette_, split_, row % 2 == 1);
     return {colours.back, colours.text};
@@ -151,6 +157,7 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
     std::vector<wxColour> colours;
     for (RowCount row = first; row < last; ++row)
         colours.push_back(lookOf(row, hasFocus).text);
+    const wxColour& areaText = hasFocus ? palette_.selectionText : palette_.idleSelectionText;
     for (int place = range.first; place < range.last; ++place) {
         const int index = geometry_.ColumnAt(place);
         const Column& column = columns_.Item(index);
@@ -166,7 +173,8 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
             if (!text || text->empty()) continue;
             box.y = geometry_.RowTop(row);
             painter_->Draw(*text, box, align, overflow,
-                           colours[static_cast<std::size_t>(row - first)]);
+                           isAreaCell(row, index) ? areaText
+                                                  : colours[static_cast<std::size_t>(row - first)]);
         }
     }
     painter_->End();
@@ -180,7 +188,7 @@ void Grid::View::paintFocus(wxDC& dc) {
     const Rect data = geometry_.Data();
     const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
     const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
-    if (isSelected(current_))
+    if (isSelected(current_) && area_.Contains(geometry_, currentColumn_))
         paintFrame(dc, wxRect(box).Deflate(2), 1, palette_.selectionText);
     else
         paintFrame(dc, box, 2, palette_.focus);

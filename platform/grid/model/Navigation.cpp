@@ -17,8 +17,9 @@ KeyCommand moveRow(Step step, const Stroke& stroke, bool controlKeeps) {
     return command;
 }
 
-KeyCommand moveCell(Side side) {
+KeyCommand moveCell(Side side, const Stroke& stroke) {
     KeyCommand command;
+    command.extend = stroke.shift && !stroke.control;
     command.kind = KeyCommand::Kind::MoveCell;
     command.side = side;
     return command;
@@ -27,7 +28,7 @@ KeyCommand moveCell(Side side) {
 // Left and Right.
 KeyCommand sideways(Side side, const Stroke& stroke) {
     const bool left = side == Side::Left;
-    KeyCommand command = moveCell(side);
+    KeyCommand command = moveCell(side, stroke);
     if (stroke.control && stroke.shift)
         command.kind = KeyCommand::Kind::MoveColumn;
     else if (stroke.control)
@@ -59,14 +60,19 @@ KeyCommand commandFor(Stroke stroke) {
     case Key::Right:
         return sideways(Side::Right, stroke);
     case Key::Home:
-        return stroke.control ? moveRow(Step::FirstRow, stroke, false) : moveCell(Side::First);
+        return stroke.control ? moveRow(Step::FirstRow, stroke, false)
+                              : moveCell(Side::First, stroke);
     case Key::End:
-        return stroke.control ? moveRow(Step::LastRow, stroke, false) : moveCell(Side::Last);
+        return stroke.control ? moveRow(Step::LastRow, stroke, false)
+                              : moveCell(Side::Last, stroke);
     case Key::Space:
         if (stroke.control) return only(Kind::ToggleRow);
         return stroke.shift ? only(Kind::SelectRow) : KeyCommand{};
     case Key::A:
         return stroke.control && !stroke.shift ? only(Kind::SelectAll) : KeyCommand{};
+    case Key::C:
+    case Key::Insert:
+        return stroke.control && !stroke.shift ? only(Kind::Copy) : KeyCommand{};
     case Key::F2:
         return only(Kind::EnterFilter);
     case Key::Escape:

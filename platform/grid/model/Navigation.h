@@ -17,6 +17,8 @@ enum class Key {
     End,
     Space,
     A,
+    C,
+    Insert,
     F2,
     Escape,
     Tab
@@ -40,12 +42,20 @@ enum class Side { Left, Right, First, Last };
 // | Left, Right                         | current cell                                          |
 // | Home, End, Ctrl+Left, Ctrl+Right    | first, last cell of the row                           |
 // | Ctrl+Shift+Left, Ctrl+Shift+Right   | moves the current column, where columns can be moved  |
+// | Shift with Left, Right, Home, End   | selects cells from where the selection began to there |
 // | Ctrl+A                              | select all rows                                       |
 // | Ctrl+Space                          | select the current row, or take it out                |
 // | Shift+Space                         | select the current row and nothing else               |
+// | Ctrl+C, Ctrl+Insert                 | copies the selected cells, or the current one         |
 // | Esc                                 | clears the selection, if there is one                 |
 // | F2, Shift+Tab, Up on the first row  | to the filter cell of the current column              |
 // | Tab                                 | to the next control                                   |
+//
+// A selection is whole rows as long as Shift goes up and down only, so that choosing rows never
+// depends on the current column. Once Shift goes sideways it is the cells between the one where it
+// began and the current one, and stays cells wherever Shift leads from there; the rows of cells
+// that are selected are selected, too. A key that clears the selection, or selects rows as such,
+// ends that. Left and Right leave selected rows as they are, but clear selected cells.
 struct KeyCommand {
     enum class Kind {
         None,
@@ -55,6 +65,7 @@ struct KeyCommand {
         SelectAll,
         ToggleRow,
         SelectRow,
+        Copy,
         ClearSelection,
         EnterFilter,
         NextControl
@@ -62,7 +73,7 @@ struct KeyCommand {
     Kind kind = Kind::None;
     Step step = Step::RowUp;    // MoveRow
     Side side = Side::Left;     // MoveCell; MoveColumn: Left, Right
-    bool extend = false;        // MoveRow: the selection reaches to the row
+    bool extend = false;        // MoveRow, MoveCell: the selection reaches to the row, the cell
     bool keepSelection = false; // MoveRow
 };
 

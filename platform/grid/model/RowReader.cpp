@@ -117,6 +117,15 @@ void RowReader::read(RowCache& cache, const RowCache::Gap& gap) {
     cache.Store(gap, std::move(texts), std::move(bookmarks));
 }
 
+RowBlock RowReader::Values(RowCount first, RowCount count, const std::vector<int>& fields) {
+    if (fields.empty()) { // GetRows would read them all
+        RowBlock block;
+        block.rows = count;
+        return block;
+    }
+    return readBlock(first, count, {fields.begin(), fields.end()});
+}
+
 // GetRows goes on behind the last row it reads. Where more rows are to come that would wait for
 // them, and where a fetch broke off it would fail: there the last row is read by itself.
 RowBlock RowReader::readBlock(RowCount first, RowCount count, const std::vector<Variant>& fields) {

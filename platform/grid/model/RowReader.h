@@ -40,6 +40,11 @@ class NR_API RowReader : public RowIds {
     void Fill(RowCache& cache, adodb::RowCount first, adodb::RowCount count,
               const std::vector<int>& fields);
 
+    // The values of up to count rows from the row first on and of the fields (numbers, in any
+    // order); at least one row where first is one.
+    adodb::RowBlock Values(adodb::RowCount first, adodb::RowCount count,
+                           const std::vector<int>& fields);
+
     // Whether the host still shows the same rows as this reader, in the same or another order.
     bool SameFilter(const adodb::Recordset& host) const { return filter_ == host.Filter(); }
     bool SameSort(const adodb::Recordset& host) const { return sort_ == host.Sort(); }

@@ -64,6 +64,24 @@ bool SelBookmarks::Contains(RowCount row) const {
     return place && holds(*place);
 }
 
+// Where places mean another view than the one on show each row is looked for.
+std::vector<std::pair<RowCount, RowCount>> SelBookmarks::Ranges() const {
+    if (!view_ || source_ == view_) return {intervals_.begin(), intervals_.end()};
+    std::vector<RowCount> rows;
+    for (const auto& [low, high] : intervals_)
+        for (RowCount place = low; place <= high; ++place)
+            if (const auto row = view_->RowOf(source_->BookmarkAt(place))) rows.push_back(*row);
+    std::ranges::sort(rows);
+    std::vector<std::pair<RowCount, RowCount>> ranges;
+    for (const RowCount row : rows) {
+        if (!ranges.empty() && ranges.back().second + 1 == row)
+            ranges.back().second = row;
+        else
+            ranges.emplace_back(row, row);
+    }
+    return ranges;
+}
+
 // --- reading ---
 
 SelBookmarks::Found SelBookmarks::find(RowCount index) {

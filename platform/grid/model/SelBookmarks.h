@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace norvel::grid {
@@ -39,6 +40,8 @@ class NR_API SelBookmarks {
 
     // --- by row of the view on show ---
     bool Contains(adodb::RowCount row) const;
+    // The selected rows as ranges [first, second], from the top.
+    std::vector<std::pair<adodb::RowCount, adodb::RowCount>> Ranges() const;
     // Both ends included, in the direction from first to last.
     void AddRows(adodb::RowCount first, adodb::RowCount last);
     void RemoveRow(adodb::RowCount row);

@@ -46,6 +46,16 @@ TEST(Navigation, SelectionKeysNeedTheirModifier) {
     EXPECT_EQ(commandFor({Key::Space}).kind, Kind::None);
 }
 
+TEST(Navigation, ShiftSidewaysExtendsToTheCellAndControlCCopies) {
+    EXPECT_FALSE(commandFor({Key::Left}).extend);
+    EXPECT_TRUE(commandFor({Key::Left, true, false}).extend);
+    EXPECT_TRUE(commandFor({Key::End, true, false}).extend);
+    EXPECT_EQ(commandFor({Key::End, true, false}).kind, Kind::MoveCell);
+    EXPECT_EQ(commandFor({Key::C, false, true}).kind, Kind::Copy);
+    EXPECT_EQ(commandFor({Key::Insert, false, true}).kind, Kind::Copy);
+    EXPECT_EQ(commandFor({Key::C}).kind, Kind::None);
+}
+
 TEST(Navigation, TabLeavesTheRowsInBothDirections) {
     EXPECT_EQ(commandFor({Key::Tab}).kind, Kind::NextControl);
     EXPECT_EQ(commandFor({Key::Tab, true, false}).kind, Kind::EnterFilter);

@@ -71,6 +71,17 @@ TEST_F(SelBookmarksTest, TogglingTakesARowOutOfTheMiddle) {
     EXPECT_EQ(items().back(), 5);
 }
 
+TEST_F(SelBookmarksTest, RangesRunFromTheTopWhateverTheOrderOfSelectionAndOfTheRows) {
+    using Ranges = std::vector<std::pair<RowCount, RowCount>>;
+    show(100);
+    selected.AddRows(8, 6);
+    selected.AddRows(2, 2);
+    EXPECT_EQ(selected.Ranges(), (Ranges{{2, 2}, {6, 8}}));
+    host->SetSort("codice desc");
+    look(true);
+    EXPECT_EQ(selected.Ranges(), (Ranges{{91, 93}, {97, 97}}));
+}
+
 TEST_F(SelBookmarksTest, RowsOutsideTheViewAreNotSelected) {
     show(10);
     selected.AddRows(-5, 3);
