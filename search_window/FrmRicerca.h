@@ -115,6 +115,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
 
     // FrmRicercaEventi.cpp: handlers
     void suTimer1();
+    bool suScorciatoia(int codice, int modificatori);
     bool suTasto(int codice, int modificatori, bool suiDati);
     void suDoppioClic();
     Scelta scelta();

@@ -10,6 +10,7 @@
 #include "search_window/FrmRicerca.h"
 #include "search_window/Misure.h"
 #include "search_window/Pulsanti.h"
+#include "search_window/Scorciatoie.h"
 
 #include <wx/button.h>
 #include <wx/frame.h>
@@ -62,6 +63,7 @@ void FrmRicerca::creaBarra() {
         controls::Button pulsante;
         pulsante.Key = p.chiave;
         pulsante.Description = p.testo;
+        pulsante.Shortcut = testoScorciatoie(p.chiave);
         pulsante.Style = stile(p.tipo);
         pulsante.Visible = p.visibile;
         pulsante.Enabled = !p.comando || comandoDi(p.chiave) != nullptr;
@@ -74,6 +76,9 @@ void FrmRicerca::collegaEventi() {
                    [this](wxCloseEvent&) { Scarica(ModoScarico::MenuDiControllo); });
     Finestra->Bind(wxEVT_SIZE, [this](wxSizeEvent&) { ridimensiona(); });
     CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Scarica(ModoScarico::Codice); });
+    Finestra->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& tasto) {
+        if (!suScorciatoia(tasto.GetKeyCode(), tasto.GetModifiers())) tasto.Skip();
+    });
     Timer1->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { suTimer1(); });
     BarraBase->OnButtonClick = [this](const controls::Button& pulsante) { suClicBarra(pulsante); };
     BarraBase->OnButtonMenuClick = [this](const controls::Button&,

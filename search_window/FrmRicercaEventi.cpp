@@ -1,10 +1,13 @@
 // The window's handlers, each a few lines over a named procedure.
 #include "component/VariabiliGlobali.h"
 #include "platform/controls/StatusBar.h"
+#include "platform/controls/ToolBar.h"
+#include "platform/controls/ValueList.h"
 #include "platform/grid/Grid.h"
 #include "search_window/Attesa.h"
 #include "search_window/FrmRicerca.h"
 #include "search_window/Misure.h"
+#include "search_window/Scorciatoie.h"
 #include "search_window/Testi.h"
 
 #include <wx/frame.h>
@@ -42,6 +45,20 @@ bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
     } catch (const Errore& errore) {
         mostraErroreModulo(errore);
     }
+    return true;
+}
+
+// Keys that no part of the window has taken. Enter chooses, with Ctrl as well: too early it does
+// nothing.
+bool FrmRicerca::suScorciatoia(int codice, int modificatori) {
+    const Scorciatoia* const voce = scorciatoiaDi(codice, modificatori);
+    if (!voce) return false;
+    if (voce->codice == WXK_RETURN && !variabiliGlobali().gFinestraPronta) return true;
+    List1->CloseUp();
+    if (voce->menu)
+        BarraBase->OpenMenu(voce->chiave);
+    else
+        BarraBase->Press(voce->chiave);
     return true;
 }
 

@@ -70,6 +70,16 @@ std::string ToolBar::FocusedKey() const {
     return impl_->buttons[impl_->focus->button].Key;
 }
 
+void ToolBar::Press(std::string_view key) {
+    const std::size_t index = impl_->indexOf(key);
+    if (IsShown() && impl_->usable(index)) impl_->press(index);
+}
+
+void ToolBar::OpenMenu(std::string_view key) {
+    const std::size_t index = impl_->indexOf(key);
+    if (IsShown() && impl_->usable(index)) impl_->openButtonMenu(index);
+}
+
 wxSize ToolBar::DoGetBestClientSize() const {
     return {impl_->layout.naturalWidth, impl_->metrics().height};
 }
@@ -110,7 +120,7 @@ void ToolBar::Impl::changed(std::size_t index, const Button& before) {
                             !equalsText(now.Key, before.Key);
     const Slot* slot = slotOf(index);
     if (slot != nullptr && looksOther) bar.RefreshRect(rectOf(*slot), false);
-    if (now.Description != before.Description) showTip();
+    if (now.Description != before.Description || now.Shortcut != before.Shortcut) showTip();
 }
 
 const Slot* ToolBar::Impl::slotOf(std::size_t button) const {

@@ -23,7 +23,8 @@ struct ButtonMenu {
 
 struct Button {
     std::string Key;
-    std::string Description{}; // shown as the tip
+    std::string Description{}; // shown as the tip; without one, the key
+    std::string Shortcut{};    // the keys that press it, told below that; empty: none
     ButtonStyle Style = ButtonStyle::Push;
     bool Enabled = true;
     bool Visible = true;
@@ -65,6 +66,11 @@ class NR_API ToolBar : public wxControl {
     wxRect OverflowRect() const;
     // The button where the keyboard stands; "" while the bar has no focus.
     std::string FocusedKey() const;
+
+    // As the operator does it, from the keyboard for one: a button that is not visible, disabled or
+    // on a bar that is not shown stays as it is.
+    void Press(std::string_view key);
+    void OpenMenu(std::string_view key); // of a drop-down button, by its arrow
 
     std::function<void(const Button&)> OnButtonClick;
     std::function<void(const Button&, const ButtonMenu&)> OnButtonMenuClick;

@@ -20,6 +20,9 @@ struct Spot {
     bool operator==(const Spot&) const = default;
 };
 
+// What a button is called where its icon is not enough: its description, or else its key.
+const std::string& nameOf(const Button& button);
+
 struct ToolBar::Impl {
     ToolBar& bar;
     int heightTwips;

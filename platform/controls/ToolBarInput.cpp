@@ -12,6 +12,14 @@
 
 namespace norvel::controls {
 
+namespace {
+
+std::string tipOf(const Button& button) {
+    return button.Shortcut.empty() ? nameOf(button) : nameOf(button) + "\n" + button.Shortcut;
+}
+
+} // namespace
+
 void ToolBar::Impl::listen() {
     bar.Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(bar.GetUpdateRegion().GetBox()); });
     bar.Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -78,7 +86,7 @@ void ToolBar::Impl::showTip() {
     if (hover && hover->part == Spot::Part::Chevron)
         wanted = "Altri comandi";
     else if (hover)
-        wanted = buttons[hover->button].Description;
+        wanted = tipOf(buttons[hover->button]);
     if (wanted == tip) return;
     tip = wanted;
     if (tip.empty())

@@ -25,10 +25,6 @@ wxString entryText(const std::string& text) {
     return shown.empty() ? wxString(" ") : shown;
 }
 
-const std::string& nameOf(const Button& button) {
-    return button.Description.empty() ? button.Key : button.Description;
-}
-
 // A menu that remembers what its entries stand for; an entry's identifier is its place, from 1.
 class EntryMenu {
   public:
@@ -72,6 +68,10 @@ class EntryMenu {
 
 } // namespace
 
+const std::string& nameOf(const Button& button) {
+    return button.Description.empty() ? button.Key : button.Description;
+}
+
 // Callbacks get copies and nothing is touched after them: a command may change the buttons or
 // close the window with the bar in it.
 void ToolBar::Impl::press(std::size_t button) {
@@ -89,7 +89,8 @@ void ToolBar::Impl::openButtonMenu(std::size_t button) {
     const Button copy = buttons[button]; // the menu's texts hold while it is open
     EntryMenu menu;
     menu.addButtonMenus(menu.menu, copy, button);
-    const Spot spot{Spot::Part::Arrow, button};
+    const Spot spot =
+        slotOf(button) ? Spot{Spot::Part::Arrow, button} : Spot{Spot::Part::Chevron, 0};
     opened = spot;
     refresh(opened);
     const wxWeakRef<ToolBar> alive(&bar);

@@ -119,6 +119,36 @@ TEST_F(ToolBarKeys, TheChevronIsTheLastStopAndOpensItsMenu) {
     EXPECT_EQ(told, (Told{"Chiudi"}));
 }
 
+TEST_F(ToolBarKeys, ACommandsShortcutPressesItsButtonAsTheOperatorDoes) {
+    open(330); // most buttons are behind the chevron
+    window->bar->Press("stampa");
+    window->bar->Press("facilitata");
+    EXPECT_EQ(told, (Told{"Stampa", "Facilitata=1"}));
+    EXPECT_EQ(window->bar->Item("Facilitata").Value, 1);
+    window->bar->Change("Stampa", [](Button& b) { b.Enabled = false; });
+    window->bar->Change("HTML", [](Button& b) { b.Visible = false; });
+    window->bar->Press("Stampa");
+    window->bar->Press("HTML");
+    window->bar->Hide();
+    window->bar->Press("Chiudi");
+    window->bar->OpenMenu("Apri");
+    EXPECT_EQ(told.size(), 2U) << "what the operator could not press stays as it is";
+    EXPECT_TRUE(window->field->HasFocus());
+}
+
+TEST_F(ToolBarKeys, AShortcutOpensAButtonsMenu) {
+    open();
+    Script script;
+    script.then("opens", [&] { window->bar->OpenMenu("Apri"); });
+    script.then("second entry", [&] {
+        robot.pressTimes(2, WXK_DOWN);
+        robot.press(WXK_RETURN);
+    });
+    script.run([&] { robot.waitUntil([&] { return !told.empty(); }); });
+    EXPECT_EQ(told, (Told{"Apri>v2"}));
+    EXPECT_TRUE(window->field->HasFocus());
+}
+
 TEST_F(ToolBarKeys, KeysOfOthersPassThroughTheBar) {
     openOnBar();
     std::vector<int> passed;

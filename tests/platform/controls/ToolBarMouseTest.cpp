@@ -66,7 +66,9 @@ TEST_F(ToolBarMouse, TheTipIsTheDescriptionAndFollowsTheMouse) {
     robot.moveTo(*window->bar, middleOf("copia"));
     EXPECT_EQ(window->bar->GetToolTipText(), "Esporta su clipboard in formato excel");
     robot.moveTo(*window->bar, middleOf("excel"));
-    EXPECT_EQ(window->bar->GetToolTipText(), "");
+    EXPECT_EQ(window->bar->GetToolTipText(), "excel") << "its key, where there is no description";
+    window->bar->Change("excel", [](Button& b) { b.Shortcut = "Ctrl+S"; });
+    EXPECT_EQ(window->bar->GetToolTipText(), "excel\nCtrl+S");
     robot.moveTo(*window->bar, middleOf("ultimo"));
     EXPECT_EQ(window->bar->GetToolTipText(), "Vai all'ultimo record");
     window->bar->Change("ultimo", [](Button& b) { b.Enabled = false; });

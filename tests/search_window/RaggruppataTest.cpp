@@ -1,0 +1,73 @@
+// Grouped views on the real window: how their rows are sorted.
+#include "tests/search_window/BancoViste.h"
+
+namespace norvel::search_window {
+namespace {
+
+class RaggruppataTest : public BancoViste {
+  protected:
+    void SetUp() override {
+        BancoViste::SetUp();
+        salvaRaggruppata("PerCitta", {"citta"});
+        salvaRaggruppata("PerAttivo", {"attivo", "citta"});
+        salva("parametri/CLI.grx", "CLI", "Di tutti");
+    }
+    void salvaRaggruppata(const std::string& nome, const std::vector<std::string>& campi) {
+        grid::Layout disposizione;
+        disposizione.Style.DataView = 2;
+        disposizione.Style.GroupColumns = campi;
+        disposizione.Split.AllowColMove = true;
+        grid::saveLayout((cartella / ("ROSSI" + nome + ".grx")).string(), "ROSSI" + nome,
+                         disposizione);
+        vista(nome, false);
+    }
+    static std::string ordine() { return righe().Sort(); }
+};
+
+TEST_F(RaggruppataTest, AViewChosenFromTheMenuIsSortedByItsGroups) {
+    apriConViste([&] {
+        EXPECT_EQ(ordine(), "");
+        scegliVista(1);
+        EXPECT_EQ(griglia().Style().DataView, 2);
+        EXPECT_EQ(ordine(), "[attivo], [citta]");
+        EXPECT_EQ(codici(), "5 3 1 7 6 4 2") << "True is -1 and comes first";
+    });
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST_F(RaggruppataTest, TheMenuSortsTheGroupedGridFirstThenShowsTheOtherView) {
+    apriConViste([&] {
+        scegliVista(0);
+        clicIntestazione(Codice);
+        EXPECT_EQ(ordine(), "[codice]  asc");
+        scegliVista(2); // «Vista predefinita»
+        EXPECT_EQ(griglia().Style().DataView, 0);
+        EXPECT_EQ(titolo(), "Di tutti");
+        EXPECT_EQ(ordine(), "[citta]") << "by the groups that were on show";
+        EXPECT_NE(griglia().Columns().Item(Codice).Heading.ForegroundPicturePosition, 1)
+            << "no arrow says otherwise";
+    });
+}
+
+TEST_F(RaggruppataTest, GroupsThatTheQueryNoLongerBringsWarnAndTheViewIsShownAllTheSame) {
+    salvaRaggruppata("Vecchia", {"provincia"});
+    apriConViste([&] {
+        clicIntestazione(Codice);
+        scegliVista(2);
+        EXPECT_EQ(griglia().Style().DataView, 2);
+        ASSERT_EQ(boxes.shown().size(), 1U);
+        EXPECT_TRUE(boxes.lastText().starts_with("Attenzione! Si è verificato un errore nella "
+                                                 "funzione RiordinaGriglia."))
+            << boxes.lastText();
+        EXPECT_EQ(ordine(), "[codice]  asc") << "the sort that there was";
+        EXPECT_EQ(griglia().Columns().Item(Codice).Heading.ForegroundPicturePosition, 1);
+        boxes.clear();
+        scegliVista(3); // out of the trouble
+        EXPECT_EQ(boxes.shown().size(), 1U) << "the menu sorts first, once";
+        EXPECT_EQ(titolo(), "Di tutti");
+        EXPECT_EQ(ordine(), "[codice]  asc");
+    });
+}
+
+} // namespace
+} // namespace norvel::search_window
