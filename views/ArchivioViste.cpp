@@ -12,6 +12,15 @@ std::string testo(Recordset& recordset, const char* campo) {
     return valore.isNull() ? std::string() : valore.toText();
 }
 
+std::vector<std::string> nomi(Recordset& viste, const std::string& filtro) {
+    viste.SetFilter(filtro);
+    std::vector<std::string> trovati;
+    if (viste.RecordCount() <= 0) return trovati;
+    for (viste.MoveFirst(); !viste.EOF_(); viste.MoveNext())
+        trovati.push_back(testo(viste, "NomeVista"));
+    return trovati;
+}
+
 } // namespace
 
 std::string filtroPreferita(const Proprietario& di) {
@@ -51,12 +60,11 @@ std::optional<std::string> vistaPreferita(Recordset& viste, const Proprietario& 
 }
 
 std::vector<std::string> nomiViste(Recordset& viste, const Proprietario& di) {
-    viste.SetFilter(filtroViste(di));
-    std::vector<std::string> nomi;
-    if (viste.RecordCount() <= 0) return nomi;
-    for (viste.MoveFirst(); !viste.EOF_(); viste.MoveNext())
-        nomi.push_back(testo(viste, "NomeVista"));
-    return nomi;
+    return nomi(viste, filtroViste(di));
+}
+
+std::vector<std::string> nomiVisteElenco(Recordset& viste, const Proprietario& di) {
+    return nomi(viste, filtroVisteElenco(di));
 }
 
 } // namespace norvel::views

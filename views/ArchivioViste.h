@@ -32,7 +32,9 @@ NR_API std::string filtroOperatore(const std::string& utente);
 NR_API bool permessoViste(adodb::Recordset& operatori, const std::string& utente);
 // The first view marked as preferred, in the recordset's own order.
 NR_API std::optional<std::string> vistaPreferita(adodb::Recordset& viste, const Proprietario& di);
-// The names of all views, in the recordset's own order.
+// The names of all views, in the recordset's own order: for the menu, and for the list in the
+// configuration.
 NR_API std::vector<std::string> nomiViste(adodb::Recordset& viste, const Proprietario& di);
+NR_API std::vector<std::string> nomiVisteElenco(adodb::Recordset& viste, const Proprietario& di);
 
 } // namespace norvel::views
