@@ -168,6 +168,10 @@ void Grid::SetFilterError(int column, const std::string& reason) {
     view_->SetFilterError(column, reason);
 }
 
+void Grid::SetColumnsFree(bool free) {
+    view_->SetColumnsFree(free);
+}
+
 void Grid::FitColumn(int column) {
     view_->FitColumn(column);
 }

@@ -116,6 +116,9 @@ class NR_API Grid : public wxControl {
     // Marks a filter cell with why its text is no filter; "": takes the mark off.
     void SetFilterError(int column, const std::string& reason);
 
+    // Lets the operator move and size columns whatever the split allows, for a window in which the
+    // layout itself is the matter.
+    void SetColumnsFree(bool free);
     // Sizes a column to its heading and the rows in view, as a double-click on its edge does.
     void FitColumn(int column);
 

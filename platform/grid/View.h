@@ -89,6 +89,7 @@ class Grid::View : public controls::DataControl::Observer {
     void SetFilterError(int column, const std::string& reason);
 
     void FitColumn(int column);
+    void SetColumnsFree(bool free) { columnsFree_ = free; }
     void Refresh();
     grid::Columns& TheColumns() { return columns_; }
     Split& TheSplit() { return split_; }
@@ -145,6 +146,8 @@ class Grid::View : public controls::DataControl::Observer {
     bool inData(const wxPoint& at) const;
     void scrollOutside(bool outside);
     void sizeColumn(int x);
+    bool mayMoveColumns() const { return columnsFree_ || split_.AllowColMove; }
+    bool maySizeColumns() const { return columnsFree_ || split_.AllowSizing; }
     void updatePointer(const wxPoint& at);
     void setHotColumn(int column);
     void showTip(const Hit& hit);
@@ -232,6 +235,7 @@ class Grid::View : public controls::DataControl::Observer {
     GridStyle style_;
     std::vector<LayoutColumn> layoutColumns_; // of the layout applied last
     std::vector<LayoutColumn> dormant_;       // those whose fields are not there
+    bool columnsFree_ = false;                // to be moved and sized by the operator
     wxFont ownFont_;                          // before any style's
     grid::SelBookmarks selection_;
     CellArea area_; // what of the selected rows is selected

@@ -30,7 +30,7 @@ void Grid::View::pressHeading(int column, const wxPoint& at) {
 }
 
 void Grid::View::dragHeadingTo(const wxPoint& at) {
-    if (!split_.AllowColMove || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
+    if (!mayMoveColumns() || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
     if (!autoScroll_.IsRunning()) autoScroll_.Start(edgeScrollPause);
     Refresh();
 }
@@ -55,7 +55,7 @@ void Grid::View::dropHeading() {
 
 void Grid::View::moveColumnBy(Side side) {
     const int place = geometry_.PlaceOf(currentColumn_);
-    if (!split_.AllowColMove || place < 0) return;
+    if (!mayMoveColumns() || place < 0) return;
     if (moveColumn(columns_, currentColumn_, side == Side::Left ? place - 1 : place + 2))
         columnMoved(currentColumn_);
 }

@@ -80,7 +80,7 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
 
 void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
     const bool edge = hit.spot == Spot::HeadingEdge;
-    if (edge && split_.AllowSizing) {
+    if (edge && maySizeColumns()) {
         drag_ = Drag::Sizing;
         dragColumn_ = hit.column;
         dragStart_ = at.x;
@@ -101,7 +101,7 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
 // A double-click chooses only where both clicks hit the same data row.
 void Grid::View::onDoubleClick(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
-    if (hit.spot == Spot::HeadingEdge && split_.AllowSizing) return FitColumn(hit.column);
+    if (hit.spot == Spot::HeadingEdge && maySizeColumns()) return FitColumn(hit.column);
     const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
     press(event);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
@@ -220,7 +220,7 @@ void Grid::View::sizeColumn(int x) {
 void Grid::View::updatePointer(const wxPoint& at) {
     const Hit hit = hitAt(at);
     wxStockCursor shape = wxCURSOR_DEFAULT;
-    if (hit.spot == Spot::HeadingEdge && split_.AllowSizing) shape = wxCURSOR_SIZEWE;
+    if (hit.spot == Spot::HeadingEdge && maySizeColumns()) shape = wxCURSOR_SIZEWE;
     if (hit.spot == Spot::FilterCell) shape = wxCURSOR_IBEAM;
     if (shape != pointerShape_) {
         pointerShape_ = shape;

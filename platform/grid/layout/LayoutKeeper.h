@@ -22,6 +22,9 @@ class NR_API LayoutKeeper {
     void LoadLayout() const;
     // Stores the present layout under this name; what saveLayout raises.
     void AddLayout(const std::string& name) const;
+    // The same without a file: what the grid has, and giving it that of another grid.
+    Layout Present() const { return take_(); }
+    void Apply(const Layout& layout) const { apply_(layout); }
 
   private:
     std::function<Layout()> take_;

@@ -111,6 +111,36 @@ TEST_F(ColumnMoveTest, WithoutLeaveADragIsAClickOrNothing) {
     EXPECT_EQ(shown(3), (std::vector{0, 1, 2}));
 }
 
+TEST_F(ColumnMoveTest, FreeColumnsAreMovedAndSizedWhateverTheSplitAllows) {
+    openMovable();
+    grid_->SplitAt(0).AllowColMove = false;
+    grid_->SplitAt(0).AllowSizing = false;
+    grid_->SetColumnsFree(true);
+    robot_.drag(*grid_, heading(0), rightHalf(2));
+    EXPECT_EQ(shown(3), (std::vector{1, 2, 0}));
+    const wxRect before = grid_->HeadingRect(1);
+    robot_.drag(*grid_, {before.GetRight(), before.height / 2},
+                {before.GetRight() + 40, before.height / 2});
+    EXPECT_EQ(grid_->HeadingRect(1).width, before.width + 40);
+    EXPECT_FALSE(grid_->SplitAt(0).AllowColMove) << "the layout itself is not changed";
+    EXPECT_FALSE(grid_->SplitAt(0).AllowSizing);
+    grid_->SetColumnsFree(false);
+    robot_.drag(*grid_, heading(1), rightHalf(0));
+    EXPECT_EQ(shown(3), (std::vector{1, 2, 0}));
+}
+
+TEST_F(ColumnMoveTest, ALayoutGoesFromOneGridToAnotherWithoutAFile) {
+    openMovable();
+    const grid::Layout before = grid_->Layouts().Present();
+    robot_.drag(*grid_, heading(0), rightHalf(2));
+    const grid::Layout moved = grid_->Layouts().Present();
+    EXPECT_NE(moved, before);
+    grid_->Layouts().Apply(before);
+    EXPECT_EQ(shown(3), (std::vector{0, 1, 2}));
+    grid_->Layouts().Apply(moved);
+    EXPECT_EQ(shown(3), (std::vector{1, 2, 0}));
+}
+
 TEST_F(ColumnMoveTest, TheKeyboardMovesTheCurrentColumn) {
     openMovable();
     robot_.click(*grid_, cellCentre(2, 1));
