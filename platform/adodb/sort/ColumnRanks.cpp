@@ -135,6 +135,8 @@ class Ranking {
             if (i > 0) rank += fresh[i];
             ranks[*items[i].number] = rank;
         }
+        if (items.size() > 0 && rank < fewKeys)
+            return usersOfFew(keyStarts, ranks, rank + std::size_t{1});
         const auto starts = startsOf(&KeyPiece::uses);
         Room<PackedPlace> users(starts.back());
         eachPiece([&](const KeyPiece& piece, std::size_t i) {
@@ -146,6 +148,28 @@ class Ranking {
         put(
             users.size(), [&](std::size_t i) { return static_cast<Place>(users[i]); },
             [&](std::size_t i) { return sortKey(users[i]) != sortKey(users[i - 1]); });
+    }
+
+    void usersOfFew(const std::vector<std::size_t>& keyStarts, const Room<std::uint32_t>& ranks,
+                    std::size_t count) {
+        const auto starts = startsOf(&KeyPiece::uses);
+        Room<std::uint16_t> users(starts.back());
+        Room<Place> at(starts.back());
+        eachPiece([&](const KeyPiece& piece, std::size_t i) {
+            std::size_t next = starts[i];
+            for (const KeyPiece::Use& use : piece.uses) {
+                users[next] = static_cast<std::uint16_t>(ranks[keyStarts[i] + use.key]);
+                at[next++] = use.at;
+            }
+        });
+        std::uint32_t* const places = order_.places.data() + filled_;
+        const auto begins = countingSort(
+            users.size(), count, [&](std::size_t i) { return users[i]; },
+            [&](std::size_t place, std::size_t i) { places[place] = at[i]; }, threads_);
+        std::fill_n(fresh_.data() + filled_, users.size(), std::uint8_t{0});
+        for (std::size_t key = 0; key < count; ++key)
+            fresh_[filled_ + begins[key]] = 1;
+        end(users.size());
     }
 
     // So many of a kind, in order; differs(i): from the one before.

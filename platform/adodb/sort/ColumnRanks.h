@@ -28,6 +28,9 @@ struct ColumnOrder {
     // Those of these places that it knows of, each named once, in any order.
     std::vector<std::uint32_t> picked(std::span<const std::uint32_t> some, bool ascending,
                                       unsigned threads) const;
+    std::size_t values() const { // that differ
+        return places.size() == 0 ? 0 : std::size_t{ranks[places[places.size() - 1]]} + 1;
+    }
     std::size_t bytes() const; // of memory
 };
 

@@ -211,4 +211,40 @@ void radixSort(Room<Item>& items, unsigned threads) {
     radixSort(items.data(), spare.data(), items.size(), radix::sortInto<Item>, threads);
 }
 
+// Few enough keys that a count of each fits a processor's own cache.
+inline constexpr std::size_t fewKeys = 4096;
+
+// Items of keys below keys (at most fewKeys) in the order of the keys, equal ones as they stood,
+// without moving the items themselves: put(place, i) says where the i-th goes, on any thread.
+// Returns where each key's items begin, and the end. keyOf(i): asked twice.
+template <class KeyOf, class Put>
+std::vector<std::size_t> countingSort(std::size_t count, std::size_t keys, KeyOf keyOf, Put put,
+                                      unsigned threads) {
+    const std::size_t pieces = (count + itemsAPiece - 1) / itemsAPiece;
+    std::vector<std::uint32_t> places(pieces * keys);
+    forPieces(count, threads, [&](std::size_t begin, std::size_t end) {
+        std::uint32_t* const sizes = places.data() + begin / itemsAPiece * keys;
+        for (std::size_t i = begin; i < end; ++i)
+            ++sizes[keyOf(i)];
+    });
+    std::vector<std::size_t> begins;
+    begins.reserve(keys + 1);
+    std::size_t next = 0;
+    for (std::size_t key = 0; key < keys; ++key) {
+        begins.push_back(next);
+        for (std::size_t piece = 0; piece < pieces; ++piece) {
+            const std::size_t size = places[piece * keys + key];
+            places[piece * keys + key] = static_cast<std::uint32_t>(next);
+            next += size;
+        }
+    }
+    begins.push_back(next);
+    forPieces(count, threads, [&](std::size_t begin, std::size_t end) {
+        std::uint32_t* const own = places.data() + begin / itemsAPiece * keys;
+        for (std::size_t i = begin; i < end; ++i)
+            put(own[keyOf(i)]++, i);
+    });
+    return begins;
+}
+
 } // namespace norvel::adodb

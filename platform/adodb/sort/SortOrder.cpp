@@ -130,7 +130,7 @@ class Order : public SortOrder {
     void sortByKept(const Kept& kept, RowList& rows, unsigned threads) const {
         sortByOne(*kept.back(), keys_.back(), rows, threads);
         for (std::size_t k = keys_.size() - 1; k-- > 0;)
-            sortStably(rows, kept[k]->ranks, keys_[k], threads);
+            sortStably(rows, *kept[k], keys_[k], threads);
     }
 
     static void sortByOne(const ColumnOrder& order, const Direction& key, RowList& rows,
@@ -142,7 +142,7 @@ class Order : public SortOrder {
             rows = order.picked(rows, key.ascending, threads);
         } else {
             if (!std::ranges::is_sorted(rows)) std::ranges::sort(rows);
-            sortStably(rows, order.ranks, key, threads);
+            sortStably(rows, order, key, threads);
         }
     }
 
@@ -153,15 +153,30 @@ class Order : public SortOrder {
         std::iota(places.begin(), places.end(), 0U);
         for (std::size_t k = keys_.size(); k-- > 0;) {
             const ColumnOrder own = orderRows(store, keys_[k].column, rows, threads);
-            sortStably(places, own.ranks, keys_[k], threads);
+            sortStably(places, own, keys_[k], threads);
         }
         std::ranges::transform(places, places.begin(),
                                [&](std::uint32_t place) { return rows[place]; });
         rows = std::move(places);
     }
 
-    static void sortStably(std::vector<std::uint32_t>& places, const Room<std::uint32_t>& ranks,
+    static void sortStably(std::vector<std::uint32_t>& places, const ColumnOrder& order,
                            const Direction& key, unsigned threads) {
+        const Room<std::uint32_t>& ranks = order.ranks;
+        const std::size_t values = order.values();
+        if (values <= fewKeys && places.size() > values) {
+            const auto last = static_cast<std::uint32_t>(values - 1);
+            std::vector<std::uint32_t> sorted(places.size());
+            countingSort(
+                places.size(), values,
+                [&](std::size_t i) {
+                    const std::uint32_t rank = ranks[places[i]];
+                    return key.ascending ? rank : last - rank;
+                },
+                [&](std::size_t place, std::size_t i) { sorted[place] = places[i]; }, threads);
+            places = std::move(sorted);
+            return;
+        }
         Room<PackedPlace> items(places.size());
         forPieces(places.size(), threads, [&](std::size_t begin, std::size_t end) {
             for (std::size_t i = begin; i < end; ++i)
