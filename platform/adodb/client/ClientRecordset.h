@@ -107,6 +107,7 @@ class ClientRecordset final : public Recordset,
     void SetFilter(const Variant& criteria) override;
     std::string Sort() const override;
     void SetSort(const std::string& criteria) override;
+    Grouping GroupBy(const std::vector<std::string>& fields) override;
 
     EditModeEnum EditMode() const override;
     void AddNew(const std::vector<Variant>& fields, const std::vector<Variant>& values) override;
@@ -230,6 +231,7 @@ class ClientRecordset final : public Recordset,
     std::shared_ptr<View> viewOf(const Variant& criteria, const std::string& sort,
                                  const Order& order) const;
     void useView(std::shared_ptr<View> view);
+    void reorder(std::shared_ptr<View> view, const std::string& sort);
     void showThroughFilter();
 
     // Reading (ClientRows.cpp)

@@ -1,6 +1,7 @@
 // The filter and the order of a ClientRecordset.
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/client/ClientRecordset.h"
+#include "platform/adodb/group/GroupRows.h"
 #include "platform/runtime/Text.h"
 
 #include <algorithm>
@@ -147,12 +148,35 @@ void ClientRecordset::SetSort(const std::string& criteria) {
     const auto self = shared_from_this();
     Order order = orderOf(wanted);
     commitPending();
-    auto view = viewOf(filter_, wanted, order);
+    reorder(viewOf(filter_, wanted, order), wanted);
+}
+
+// The same rows in another order.
+void ClientRecordset::reorder(std::shared_ptr<View> view, const std::string& sort) {
     cursor(); // its row, for the last time in the old order
-    sort_ = wanted;
+    sort_ = sort;
     useView(std::move(view));
     cursor_.version = view_->version() - 1; // its position is looked up again
     sinks_.tell([&](auto& sink) { sink.ViewChanged(*this); });
+}
+
+// The view is this recordset's own: it holds the rows that are there by now, so that the groups
+// that are told here stay where they are.
+Grouping ClientRecordset::GroupBy(const std::vector<std::string>& fields) {
+    refuseInEvent();
+    requireOpen();
+    const auto self = shared_from_this();
+    const auto keys = groupKeys(fields, parseSort(sort_));
+    const auto order = SortOrder::make(keys, rows_->store().columns());
+    std::vector<int> columns;
+    columns.reserve(fields.size());
+    for (const std::string& field : fields)
+        columns.push_back(static_cast<int>(fields_.indexOf(field)));
+    commitPending();
+    auto view = std::make_shared<View>(rows_, view_->list(), order);
+    rows_->views().add({}, view);
+    reorder(view, sortText(keys));
+    return groupsOf(rows_->store(), view->ordered(), columns);
 }
 
 } // namespace norvel::adodb

@@ -20,6 +20,24 @@ View::View(std::shared_ptr<RowSet> rows, Rules rules, View* previous)
     }
 }
 
+View::View(std::shared_ptr<RowSet> rows, RowList list, std::shared_ptr<const SortOrder> order)
+    : rows_(std::move(rows)), list_(std::make_shared<RowList>(std::move(list))) {
+    rules_.only.emplace();
+    rules_.order = std::move(order);
+    rules_.order->sort(rows_->store(), *list_);
+}
+
+RowList View::list() {
+    if (!rules_.plain()) {
+        update();
+        return *list_;
+    }
+    RowList all(static_cast<std::size_t>(rows_->rows()));
+    std::iota(all.begin(), all.end(), RowNumber{0});
+    rows_->leaveOutDeleted(all);
+    return all;
+}
+
 std::shared_ptr<View> View::shared(const std::shared_ptr<RowSet>& rows, const std::string& key,
                                    Rules rules, View* previous) {
     if (auto found = rows->views().find(key)) return found;

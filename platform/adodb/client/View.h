@@ -31,6 +31,8 @@ class View {
     // where the filter only narrows that one's, its rows alone are looked at; where the order is
     // that one's turned round, its list serves.
     View(std::shared_ptr<RowSet> rows, Rules rules, View* previous);
+    // Just these rows, in any order, put into that order: what comes later does not show.
+    View(std::shared_ptr<RowSet> rows, RowList list, std::shared_ptr<const SortOrder> order);
     // The one view of these rows under this key, which tells rules apart; made where there is none.
     static std::shared_ptr<View> shared(const std::shared_ptr<RowSet>& rows, const std::string& key,
                                         Rules rules, View* previous);
@@ -45,6 +47,10 @@ class View {
     // Where a row that does not show, or no longer, would stand by its values: what shows there
     // follows it.
     RowCount placeOf(RowNumber row);
+    // The rows that show by now, in any order.
+    RowList list();
+    // Those of a view of just some rows, in its order.
+    const RowList& ordered() const { return *list_; }
     // Changes when rows that were known have moved.
     std::uint32_t version() const { return version_; }
     const Rules& rules() const { return rules_; }
