@@ -61,6 +61,10 @@ int Grid::SelEndCol() {
     return view_->AreaColumns().last;
 }
 
+int Grid::DataTypeCode(int column) {
+    return view_->DataTypeCode(column);
+}
+
 grid::Columns& Grid::Columns() {
     return view_->TheColumns();
 }

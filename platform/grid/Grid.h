@@ -73,6 +73,11 @@ class NR_API Grid : public wxControl {
     int SelStartCol();
     int SelEndCol();
 
+    // The column's data type: its field's ADO type, but 10 for yes/no values: Booleans, and
+    // integers of which all that have come are 0, -1 or Null (see model/DataTypeCode.h). Without a
+    // field that is at hand: by the type that the column had last. Errore 3265 on a bad index.
+    int DataTypeCode(int column);
+
     // --- look ---
     grid::Columns& Columns();
     int SplitCount() const { return 1; }

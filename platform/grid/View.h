@@ -6,6 +6,7 @@
 #include "platform/grid/Palette.h"
 #include "platform/grid/TextPainter.h"
 #include "platform/grid/model/CellArea.h"
+#include "platform/grid/model/CheckBox.h"
 #include "platform/grid/model/ColumnDrag.h"
 #include "platform/grid/model/Geometry.h"
 #include "platform/grid/model/Navigation.h"
@@ -42,6 +43,7 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount Rows() const { return geometry_.Rows(); }
     void ColumnsChanged();
     std::string Text(adodb::RowCount row, int column);
+    int DataTypeCode(int column);
     void Fill(adodb::RowCount first, adodb::RowCount count, const std::vector<int>& columns);
 
     // DataControl::Observer
@@ -206,6 +208,15 @@ class Grid::View : public controls::DataControl::Observer {
     void paintLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
     void paintTexts(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
     void paintFocus(wxDC& dc);
+    // Check boxes (ViewCheckBoxes.cpp)
+    struct CheckBox {
+        wxRect box;
+        bool checked = false;
+    };
+    wxRect checkBoxIn(const wxRect& cell) const;
+    bool takesCheckBox(std::string_view text, const wxRect& cell,
+                       std::vector<CheckBox>& boxes) const;
+    void paintCheckBoxes(wxDC& dc, const std::vector<CheckBox>& boxes);
     static void paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour);
     void paintSelectors(wxDC& dc, const wxRect& dirty);
     void paintHeadings(wxDC& dc);

@@ -1,6 +1,7 @@
 // What the grid shows: the reader of the host's rows, the columns made for it, and the recordset's
 // events.
 #include "platform/grid/View.h"
+#include "platform/grid/model/DataTypeCode.h"
 #include "platform/grid/model/DefaultColumns.h"
 #include "platform/runtime/MessageBox.h"
 #include "platform/runtime/Twips.h"
@@ -209,6 +210,14 @@ std::string Grid::View::Text(RowCount row, int column) {
     Fill(row, 1, {column});
     const std::string* text = cache_.Text(row, fieldOf_[static_cast<std::size_t>(column)]);
     return text ? *text : std::string();
+}
+
+int Grid::View::DataTypeCode(int column) {
+    const Column& asked = columns_.Item(column);
+    Reader();
+    const int field = fieldOf_[static_cast<std::size_t>(column)];
+    if (reader_ && field >= 0) return dataTypeCode(Host(), field);
+    return asked.DataType == adBoolean ? yesNoTypeCode : static_cast<int>(asked.DataType);
 }
 
 // --- the recordset's events ---

@@ -157,11 +157,13 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
     std::vector<wxColour> colours;
     for (RowCount row = first; row < last; ++row)
         colours.push_back(lookOf(row, hasFocus).text);
+    std::vector<CheckBox> boxes;
     const wxColour& areaText = hasFocus ? palette_.selectionText : palette_.idleSelectionText;
     for (int place = range.first; place < range.last; ++place) {
         const int index = geometry_.ColumnAt(place);
         const Column& column = columns_.Item(index);
         const int field = fieldOf_[static_cast<std::size_t>(index)];
+        const bool checks = showsCheckBoxes(column);
         const Alignment align = alignmentOf(column);
         const Overflow overflow = isNumberType(column.DataType) || isDateType(column.DataType)
                                       ? Overflow::Hashes
@@ -172,12 +174,14 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
             const std::string* text = field >= 0 ? cache_.Text(row, field) : nullptr;
             if (!text || text->empty()) continue;
             box.y = geometry_.RowTop(row);
+            if (checks && takesCheckBox(*text, box, boxes)) continue;
             painter_->Draw(*text, box, align, overflow,
                            isAreaCell(row, index) ? areaText
                                                   : colours[static_cast<std::size_t>(row - first)]);
         }
     }
     painter_->End();
+    paintCheckBoxes(dc, boxes);
 }
 
 // The current cell: a frame, strong while the grid has the focus.

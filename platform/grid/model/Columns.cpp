@@ -1,3 +1,4 @@
+#include "platform/grid/model/CheckBox.h"
 #include "platform/grid/model/Model.h"
 
 #include <algorithm>
@@ -82,6 +83,7 @@ bool isBinaryType(DataTypeEnum type) {
 
 Alignment alignmentOf(const Column& column) {
     if (column.Align != Alignment::General) return column.Align;
+    if (showsCheckBoxes(column)) return Alignment::Center;
     if (isNumberType(column.DataType)) return Alignment::Right;
     if (isDateType(column.DataType) || column.DataType == adBoolean) return Alignment::Center;
     return Alignment::Left;

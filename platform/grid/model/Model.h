@@ -115,8 +115,8 @@ class NR_API Columns {
     std::vector<Column> items_;
 };
 
-// General alignment resolved by the type of the field: numbers right, dates and Booleans centred,
-// everything else left.
+// General alignment resolved by the type of the field: numbers right, dates, Booleans and check
+// boxes centred, everything else left.
 NR_API Alignment alignmentOf(const Column& column);
 NR_API bool isNumberType(adodb::DataTypeEnum type);
 NR_API bool isDateType(adodb::DataTypeEnum type);
