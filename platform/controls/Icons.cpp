@@ -93,7 +93,7 @@ void printer(IconPen& pen) {
     pen.stroke({{4.2, 5}, {4.2, 1.5}, {11.8, 1.5}, {11.8, 5}});
     pen.stroke({{4.2, 11.4}, {1.5, 11.4}, {1.5, 5.4}, {14.5, 5.4}, {14.5, 11.4}, {11.8, 11.4}});
     pen.frame(4.2, 9, 7.6, 5.5, Tone::Accent);
-    pen.block(11.2, 7, 1.4, 1.2, Tone::Accent);
+    pen.block(11.6, 6.8, 1.4, 1, Tone::Accent);
 }
 
 void triangle(IconPen& pen, double base, double tip) {

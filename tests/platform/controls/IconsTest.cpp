@@ -145,17 +145,18 @@ TEST(Icons, BothTonesReadOnLightAndOnDark) {
 TEST(Icons, ASheetOfAllForPeopleToLookAt) {
     auto keys = iconKeys();
     keys.emplace_back("ignota");
-    wxImage sheet(static_cast<int>(keys.size()) * 48, 8 * 48);
+    constexpr int cell = 52;
+    wxImage sheet(static_cast<int>(keys.size()) * cell, 8 * cell);
     int y = 0;
     for (const auto& [face, text] :
          {std::pair{lightFace, darkText}, std::pair{darkFace, lightText}}) {
-        sheet.SetRGB(wxRect(0, y, sheet.GetWidth(), 4 * 48), face.Red(), face.Green(), face.Blue());
-        for (const int row : {0, 1, 2, 3}) {
-            const int side = row == 3 ? 20 : 16 + row * 4 + (row == 2 ? 8 : 0); // 16, 20, 32
+        sheet.SetRGB(wxRect(0, y, sheet.GetWidth(), 4 * cell), face.Red(), face.Green(), face.Blue());
+        for (const int row : {0, 1, 2, 3}) { // the toolbar's at 100, 150, 200 %; disabled
+            const int side = row == 3 ? 20 : 20 + row * 10;
             for (std::size_t i = 0; i < keys.size(); ++i)
-                sheet.Paste(picture(keys[i], side, face, text, row != 3), static_cast<int>(i) * 48,
-                            y + 2);
-            y += 48;
+                sheet.Paste(picture(keys[i], side, face, text, row != 3),
+                            static_cast<int>(i) * cell, y);
+            y += cell;
         }
     }
     EXPECT_TRUE(exists(keepImage(sheet, "icons")));
