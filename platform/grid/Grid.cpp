@@ -19,6 +19,11 @@ wxRect seen(const Rect& r, const Rect& area) {
     return r.Empty() ? wxRect() : toWx(r).Intersect(toWx(area));
 }
 
+// The same of a column's rectangle in a split.
+wxRect seen(const Rect& r, const Geometry& places, int column, int split) {
+    return seen(r, places.PaneOf(places.PlaceOf(column, split)));
+}
+
 } // namespace
 
 Grid::Grid(wxWindow* parent) {
@@ -69,9 +74,17 @@ grid::Columns& Grid::Columns() {
     return view_->TheColumns();
 }
 
+int Grid::SplitCount() const {
+    return view_->SplitCount();
+}
 Split& Grid::SplitAt(int index) {
-    if (index != 0) throw Errore(9, "Indice non incluso nell'intervallo");
-    return view_->TheSplit();
+    return view_->SplitAt(index);
+}
+int Grid::AddSplit() {
+    return view_->AddSplit();
+}
+void Grid::RemoveSplit(int index) {
+    view_->RemoveSplit(index);
 }
 
 GridStyle& Grid::Style() {
@@ -114,34 +127,33 @@ void Grid::SetCurrentColumn(int column) {
 
 int Grid::LeftColumn() const {
     const Geometry& places = view_->Places();
-    const auto range = places.PlacesInView();
-    return range.first < range.last ? places.ColumnAt(range.first) : -1;
+    for (const Geometry::Pane& pane : places.Panes())
+        if (pane.first < pane.last) return places.ColumnAt(pane.first);
+    return -1;
 }
 
-wxRect Grid::CellRect(RowCount rowPosition, int column) const {
+wxRect Grid::CellRect(RowCount rowPosition, int column, int split) const {
     const Geometry& places = view_->Places();
-    return seen(places.Cell(places.FirstRow() + rowPosition, column), places.Data());
+    view_->SplitAt(split);
+    const Rect cell = places.CellAt(places.FirstRow() + rowPosition, places.PlaceOf(column, split));
+    return seen(cell, places, column, split).Intersect(toWx(places.Data()));
 }
 
 wxRect Grid::FilterCellRect(int column) const {
     const Geometry& places = view_->Places();
-    const Measures& sizes = places.Sizes();
-    return seen(places.FilterCell(column),
-                {sizes.selectorWidth, 0, places.DataWidth(), sizes.height});
+    return seen(places.FilterCell(column), places, column, 0);
 }
 
 wxRect Grid::FilterButtonRect(int column) const {
     const Geometry& places = view_->Places();
     if (places.PlaceOf(column) < 0 || !view_->TheColumns().Item(column).FilterCombo) return {};
-    const Measures& sizes = places.Sizes();
-    return seen(places.FilterButton(column),
-                {sizes.selectorWidth, 0, places.DataWidth(), sizes.height});
+    return seen(places.FilterButton(column), places, column, 0);
 }
 
-wxRect Grid::HeadingRect(int column) const {
+wxRect Grid::HeadingRect(int column, int split) const {
     const Geometry& places = view_->Places();
-    const Measures& sizes = places.Sizes();
-    return seen(places.Heading(column), {sizes.selectorWidth, 0, places.DataWidth(), sizes.height});
+    view_->SplitAt(split);
+    return seen(places.HeadingAt(places.PlaceOf(column, split)), places, column, split);
 }
 
 wxRect Grid::RecordSelectorRect(RowCount rowPosition) const {

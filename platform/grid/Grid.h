@@ -80,8 +80,15 @@ class NR_API Grid : public wxControl {
 
     // --- look ---
     grid::Columns& Columns();
-    int SplitCount() const { return 1; }
+    // Splits stand side by side and share rows and columns; each scrolls sideways by itself and has
+    // settings of its own, but the filter bar is split 0's: that one's FilterBar counts alone, and
+    // so does its AllowRowSizing, since the record selectors stand at its left.
+    int SplitCount() const;
     Split& SplitAt(int index); // Errore 9 on a bad index
+    // Adds one at the right end, with the settings of the last one; returns its index. References
+    // to splits hold until one is added or removed.
+    int AddSplit();
+    void RemoveSplit(int index); // Errore 9 on a bad index, 5 for the only one
     GridStyle& Style();
     // The layouts in files: loading one gives the grid its look, adding stores the look it has.
     LayoutKeeper& Layouts();
@@ -101,10 +108,11 @@ class NR_API Grid : public wxControl {
     void SetCurrentColumn(int column);     // scrolls it into view; one that is not shown is ignored
     int LeftColumn() const;                // the first column in view, -1: none
     // rowPosition: among the rows in view, 0 is FirstRow().
-    wxRect CellRect(adodb::RowCount rowPosition, int column) const;
+    // split: the one in which the rectangle is asked; Errore 9 on a bad one.
+    wxRect CellRect(adodb::RowCount rowPosition, int column, int split = 0) const;
     wxRect FilterCellRect(int column) const;
     wxRect FilterButtonRect(int column) const; // empty without FilterCombo
-    wxRect HeadingRect(int column) const;
+    wxRect HeadingRect(int column, int split = 0) const;
     wxRect RecordSelectorRect(adodb::RowCount rowPosition) const;
     // What a cell shows; row: of all rows, from 0. Reads it when it is not at hand; what the
     // recordset raises then.

@@ -73,6 +73,7 @@ Palette systemPalette() {
     p.facePressed = blend(p.face, p.faceText, 0.16);
     p.line = blend(p.back, p.text, 0.13);
     p.faceLine = blend(p.face, p.faceText, 0.26);
+    p.frozenLine = blend(p.face, p.faceText, 0.5);
     p.selection = system(wxSYS_COLOUR_HIGHLIGHT);
     p.selectionText = readableOn(p.selection, system(wxSYS_COLOUR_HIGHLIGHTTEXT), 2.5);
     p.focus = visibleOn(p.back, p.selection, p.text);

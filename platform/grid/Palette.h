@@ -12,6 +12,7 @@ struct Palette {
     wxColour back, text, greyText;                 // of a data cell
     wxColour face, faceText, faceHot, facePressed; // headings, record selectors
     wxColour line, faceLine, focus;    // between cells, between headings, of the focus ring
+    wxColour frozenLine;               // behind the frozen columns, between splits
     wxColour selection, selectionText; // with focus
     wxColour idleSelection, idleSelectionText;
     wxColour currentBack, idleCurrentBack; // the current row

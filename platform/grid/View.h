@@ -91,11 +91,16 @@ class Grid::View : public controls::DataControl::Observer {
     void SetFilterError(int column, const std::string& reason);
 
     void FitColumn(int column);
-    void SetColumnsFree(bool free) { columnsFree_ = free; }
+    void SetColumnsFree(bool free);
     void Refresh();
     grid::Columns& TheColumns() { return columns_; }
-    Split& TheSplit() { return split_; }
     GridStyle& TheStyle() { return style_; }
+
+    // --- splits (ViewSplits.cpp) ---
+    int SplitCount() const { return static_cast<int>(splits_.size()); }
+    Split& SplitAt(int index);
+    int AddSplit();
+    void RemoveSplit(int index);
 
     // --- look as a whole (ViewLook.cpp) ---
     grid::Layout TakeLayout() const;
@@ -104,6 +109,9 @@ class Grid::View : public controls::DataControl::Observer {
     grid::SelBookmarks& Selection() { return selection_; }
 
   private:
+    struct RowSpan { // [first, last)
+        adodb::RowCount first, last;
+    };
     // binding
     void makeColumns();
     void remapColumns();
@@ -121,7 +129,12 @@ class Grid::View : public controls::DataControl::Observer {
     // scrolling
     void makeScrollBars();
     void scrolled(); // after a position changed
-    void onScrollBar(wxScrollEvent& event, bool vertical);
+    wxScrollBar* makeScrollBar(bool vertical);
+    void onScrollBar(wxScrollEvent& event, wxScrollBar* bar);
+    ScrollAxis& axisOf(const wxScrollBar* bar);
+    std::vector<Split> splitsAsUsed() const;
+    Geometry tryOut(const wxSize& area, adodb::RowCount rows) const;
+    void placeScrollBars(const wxSize& client);
     void onWheel(wxMouseEvent& event);
     void updateScrollBars();
     void placeEditor();
@@ -148,15 +161,14 @@ class Grid::View : public controls::DataControl::Observer {
     bool inData(const wxPoint& at) const;
     void scrollOutside(bool outside);
     void sizeColumn(int x);
-    bool mayMoveColumns() const { return columnsFree_ || split_.AllowColMove; }
-    bool maySizeColumns() const { return columnsFree_ || split_.AllowSizing; }
+    bool mayMoveColumns(int split) const;
     void updatePointer(const wxPoint& at);
     void setHotColumn(int column);
     void showTip(const Hit& hit);
     Hit hitAt(const wxPoint& at) const;
 
     // columns on their way to another place (ViewColumnMove.cpp)
-    void pressHeading(int column, const wxPoint& at);
+    void pressHeading(const Hit& hit, const wxPoint& at);
     void dragHeadingTo(const wxPoint& at);
     void scrollWithHeading();
     void dropHeading();
@@ -186,7 +198,7 @@ class Grid::View : public controls::DataControl::Observer {
     void dragCellsTo(const wxPoint& at);
     int columnUnder(const wxPoint& at) const;
     bool isAreaCell(adodb::RowCount row, int column) const;
-    void paintArea(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void paintArea(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
     void copyArea();
 
     // filter bar
@@ -202,11 +214,13 @@ class Grid::View : public controls::DataControl::Observer {
     struct RowLook {
         wxColour back, text;
     };
-    RowLook lookOf(adodb::RowCount row, bool focused);
+    RowLook lookOf(adodb::RowCount row, const Split& split, bool focused);
     void paintRows(wxDC& dc, const wxRect& dirty);
-    void paintRowBacks(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
-    void paintLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
-    void paintTexts(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void paintPane(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
+    void paintRowBacks(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
+    void paintLines(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
+    void paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
+    void paintBorders(wxDC& dc);
     void paintFocus(wxDC& dc);
     // Check boxes (ViewCheckBoxes.cpp)
     struct CheckBox {
@@ -216,13 +230,15 @@ class Grid::View : public controls::DataControl::Observer {
     wxRect checkBoxIn(const wxRect& cell) const;
     bool takesCheckBox(std::string_view text, const wxRect& cell,
                        std::vector<CheckBox>& boxes) const;
-    void paintCheckBoxes(wxDC& dc, const std::vector<CheckBox>& boxes);
+    void paintCheckBoxes(wxDC& dc, const Geometry::Pane& pane, const std::vector<CheckBox>& boxes);
     static void paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour);
     void paintSelectors(wxDC& dc, const wxRect& dirty);
     void paintHeadings(wxDC& dc);
+    void paintHeading(wxDC& dc, int place);
     wxRect pictureBox(const Column& column, const wxRect& room) const;
-    wxRect headingRoom(int column) const;
+    wxRect headingRoom(int place) const;
     void paintFilterBar(wxDC& dc);
+    void paintFilterTexts(wxDC& dc, const Geometry::Pane& pane);
     void paintFilterCell(wxDC& dc, int index);
     void paintFilterButton(wxDC& dc, const wxRect& box);
     void paintScrollCorner(wxDC& dc);
@@ -242,7 +258,7 @@ class Grid::View : public controls::DataControl::Observer {
 
     Grid& grid_;
     grid::Columns columns_;
-    Split split_;
+    std::vector<Split> splits_ = std::vector<Split>(1);
     GridStyle style_;
     std::vector<LayoutColumn> layoutColumns_; // of the layout applied last
     std::vector<LayoutColumn> dormant_;       // those whose fields are not there
@@ -272,12 +288,13 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount lastPlace_ = -1; // current_, or -1 at BOF, the number of rows at EOF
     adodb::RowCount anchor_ = -1;    // where a selection with Shift begins
     int currentColumn_ = -1;
+    int currentSplit_ = 0; // the one in which the current cell is framed
     bool firstPainted_ = false;
     bool repaintAsked_ = false; // of the whole grid, and not painted yet
     bool barsStale_ = false;    // the scroll bars show an older position
 
     wxScrollBar* vertical_ = nullptr;
-    wxScrollBar* horizontal_ = nullptr;
+    std::vector<wxScrollBar*> horizontal_; // of each split
     WheelSteps wheelY_, wheelX_;
     int textHeight_ = 0;
 
@@ -290,6 +307,7 @@ class Grid::View : public controls::DataControl::Observer {
     bool pressed_ = false;   // a click began in the grid
     int pressedColumn_ = -1; // in a cell of this column: the mouse selects once it leaves the cell
     ColumnDrag columnDrag_;  // of Drag::Heading
+    int dragSplit_ = 0;      // the one that it began in
     int dragColumn_ = -1;    // the one being sized
     int dragStart_ = 0;
     double dragWidth_ = 0; // twips

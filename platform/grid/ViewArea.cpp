@@ -104,16 +104,10 @@ void Grid::View::dragCellsTo(const wxPoint& at) {
     selectCells(row, begin, column);
 }
 
-// The column that a drag reaches; beside the columns in view the next one. -1: there are none.
+// The column that a drag reaches. -1: there are none.
 int Grid::View::columnUnder(const wxPoint& at) const {
-    const Rect data = geometry_.Data();
-    const auto range = geometry_.PlacesInView();
-    if (range.first >= range.last || data.Empty()) return -1;
-    if (at.x < data.x) return geometry_.ColumnAt(std::max(0, range.first - 1));
-    if (at.x >= data.x + data.width)
-        return geometry_.ColumnAt(std::min(geometry_.ShownCount(), range.last + 1) - 1);
-    const int column = geometry_.HitTest(at.x, data.y, columns_).column;
-    return column >= 0 ? column : geometry_.ColumnAt(range.last - 1);
+    const int place = geometry_.PlaceReached(at.x);
+    return place < 0 ? -1 : geometry_.ColumnAt(place);
 }
 
 // --- copying ---
@@ -146,18 +140,13 @@ bool Grid::View::isAreaCell(RowCount row, int column) const {
     return !area_.WholeRows(geometry_) && area_.Contains(geometry_, column) && isSelected(row);
 }
 
-void Grid::View::paintArea(wxDC& dc, RowCount first, RowCount last) {
-    const auto places = area_.Places(geometry_);
-    if (places.Empty()) return;
-    const Rect data = geometry_.Data();
-    const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
-    const auto inView = geometry_.PlacesInView();
+void Grid::View::paintArea(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
+    if (area_.WholeRows(geometry_)) return;
     dc.SetBrush(focused() ? palette_.selection : palette_.idleSelection);
-    for (int place = std::max(places.first, inView.first);
-         place < std::min(places.end, inView.last); ++place)
-        for (RowCount row = first; row < last; ++row) {
-            if (!isSelected(row)) continue;
-            const Rect cell = geometry_.Cell(row, geometry_.ColumnAt(place));
+    for (int place = pane.first; place < pane.last; ++place)
+        for (RowCount row = rows.first; row < rows.last; ++row) {
+            if (!isAreaCell(row, geometry_.ColumnAt(place))) continue;
+            const Rect cell = geometry_.CellAt(row, place);
             dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height);
         }
 }

@@ -161,7 +161,7 @@ void Grid::View::ColumnsChanged() {
     endColumnDrag();
     remapColumns();
     if (filterColumn_ >= 0) {
-        const bool there = split_.FilterBar && filterColumn_ < columns_.Count() &&
+        const bool there = splits_[0].FilterBar && filterColumn_ < columns_.Count() &&
                            columns_.Item(filterColumn_).Visible;
         if (there)
             SetFilterText(filterColumn_, columns_.Item(filterColumn_).FilterText);
@@ -192,13 +192,9 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
 
 // Reads what the view shows and is not at hand. A failure takes the place of the rows.
 void Grid::View::prepareRows() {
-    std::vector<int> columns;
-    const auto range = geometry_.PlacesInView();
-    for (int place = range.first; place < range.last; ++place)
-        columns.push_back(geometry_.ColumnAt(place));
     readError_.clear();
     try {
-        Fill(geometry_.FirstRow(), geometry_.RowsInView(), columns);
+        Fill(geometry_.FirstRow(), geometry_.RowsInView(), geometry_.ColumnsInView());
     } catch (const Errore& error) {
         readError_ = unreadable(error);
     }

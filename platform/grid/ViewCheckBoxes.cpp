@@ -25,10 +25,11 @@ bool Grid::View::takesCheckBox(std::string_view text, const wxRect& cell,
 
 // Frames of whole pixels, the ticks between them smooth: sharp at every scale. The box has the
 // colours of an unselected cell, so that it can be read on every row.
-void Grid::View::paintCheckBoxes(wxDC& dc, const std::vector<CheckBox>& boxes) {
+void Grid::View::paintCheckBoxes(wxDC& dc, const Geometry::Pane& pane,
+                                 const std::vector<CheckBox>& boxes) {
     if (boxes.empty()) return;
     const Rect data = geometry_.Data();
-    const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
+    const wxDCClipper clip(dc, pane.left, data.y, pane.width, data.height);
     dc.SetPen(*wxTRANSPARENT_PEN);
     const int line = std::max(1, pixels(15));
     for (const CheckBox& each : boxes) {

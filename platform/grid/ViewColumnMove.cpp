@@ -21,16 +21,17 @@ int dragDistance(wxSystemMetric metric, const wxWindow& window) {
 
 } // namespace
 
-void Grid::View::pressHeading(int column, const wxPoint& at) {
+void Grid::View::pressHeading(const Hit& hit, const wxPoint& at) {
     drag_ = Drag::Heading;
-    columnDrag_.Press(column, at.x, at.y, dragDistance(wxSYS_DRAG_X, grid_),
+    dragSplit_ = hit.split;
+    columnDrag_.Press(hit.column, at.x, at.y, dragDistance(wxSYS_DRAG_X, grid_),
                       dragDistance(wxSYS_DRAG_Y, grid_));
     if (!grid_.HasCapture()) grid_.CaptureMouse();
     Refresh();
 }
 
 void Grid::View::dragHeadingTo(const wxPoint& at) {
-    if (!mayMoveColumns() || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
+    if (!mayMoveColumns(dragSplit_) || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
     if (!autoScroll_.IsRunning()) autoScroll_.Start(edgeScrollPause);
     Refresh();
 }
@@ -38,9 +39,10 @@ void Grid::View::dragHeadingTo(const wxPoint& at) {
 // Near the edges of the columns, and beyond them.
 void Grid::View::scrollWithHeading() {
     if (columnDrag_.Drop().spot != Spot::Heading) return;
-    const Rect data = geometry_.Data();
-    const int by = edgeScroll(pointer_.x, data.x, data.x + data.width, pixels(300));
-    ScrollAxis& axis = geometry_.Horizontal();
+    const int split = columnDrag_.Drop().split;
+    const Rect area = geometry_.SplitArea(split);
+    const int by = edgeScroll(pointer_.x, area.x, area.x + area.width, pixels(300));
+    ScrollAxis& axis = geometry_.Horizontal(split);
     if (by == 0 || !axis.SetPosition(axis.Position() + by)) return;
     columnDrag_.Follow(pointer_.x, pointer_.y, geometry_);
     scrolled();
@@ -55,7 +57,7 @@ void Grid::View::dropHeading() {
 
 void Grid::View::moveColumnBy(Side side) {
     const int place = geometry_.PlaceOf(currentColumn_);
-    if (!mayMoveColumns() || place < 0) return;
+    if (!mayMoveColumns(currentSplit_) || place < 0) return;
     if (moveColumn(columns_, currentColumn_, side == Side::Left ? place - 1 : place + 2))
         columnMoved(currentColumn_);
 }
@@ -94,8 +96,8 @@ void Grid::View::paintDropMark(wxDC& dc) {
     const int thick = std::max(2, pixels(30));
     const int head = pixels(75);
     const int bottom = geometry_.DataTop();
-    const Rect data = geometry_.Data();
-    const int x = std::clamp(geometry_.BorderAt(drop.place), data.x, data.x + data.width);
+    const Rect area = geometry_.SplitArea(drop.split);
+    const int x = std::clamp(geometry_.BorderAt(drop), area.x, area.x + area.width);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.focus);
     dc.DrawRectangle(x - thick / 2, 0, thick, bottom);

@@ -27,12 +27,13 @@ void Grid::View::makeEditor() {
 }
 
 bool Grid::View::EnterFilter(int column, bool selectAll) {
-    if (!split_.FilterBar || geometry_.PlaceOf(column) < 0) return false;
+    if (!splits_[0].FilterBar || geometry_.PlaceOf(column) < 0) return false;
     if (!editor_) makeEditor();
     if (filterColumn_ != column) {
         LeaveFilter(false);
         filterColumn_ = column;
         currentColumn_ = column;
+        currentSplit_ = 0;
         editor_->ChangeValue(wxString::FromUTF8(columns_.Item(column).FilterText));
         showEditorError();
     }
@@ -63,14 +64,13 @@ void Grid::View::placeEditor() {
     const Rect cell = geometry_.FilterCell(filterColumn_);
     const int button =
         columns_.Item(filterColumn_).FilterCombo ? geometry_.Sizes().filterButtonWidth : 0;
-    const wxRect room(geometry_.Sizes().selectorWidth, 0, geometry_.DataWidth(),
-                      geometry_.Sizes().height);
+    const Rect pane = geometry_.PaneOf(geometry_.PlaceOf(filterColumn_));
     const int margin = pixels(cellMarginTwips() / 2);
     const int border = pixels(15);
     const int frame = pixels(markTwips); // left free, whether or not the cell bears a mark now
     wxRect box(cell.x + margin + 1, cell.y + frame, std::max(0, cell.width - margin - button - 3),
                cell.height - 2 * frame - 1);
-    box.Intersect(room);
+    box.Intersect({pane.x, pane.y, pane.width, pane.height});
     if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
     editorFrame_->SetSize(box);
     editor_->SetSize(-border, -border, box.width + 2 * border, box.height + 2 * border,

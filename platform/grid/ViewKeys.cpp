@@ -135,16 +135,18 @@ void Grid::View::moveRow(const KeyCommand& command) {
     }
 }
 
+// Left and Right lead from one split into the next.
 void Grid::View::moveCell(const KeyCommand& command) {
     const Side side = command.side;
     const int from = currentColumn_;
-    const int last = geometry_.ShownCount() - 1;
-    if (last < 0) return;
-    int place = std::max(0, geometry_.PlaceOf(currentColumn_));
-    if (side == Side::First) place = 0;
-    if (side == Side::Last) place = last;
+    const int shown = geometry_.ShownCount();
+    if (shown == 0) return;
+    int place = std::max(0, geometry_.PlaceOf(currentColumn_, currentSplit_));
+    if (side == Side::First) place = currentSplit_ * shown;
+    if (side == Side::Last) place = currentSplit_ * shown + shown - 1;
     if (side == Side::Left) place = std::max(0, place - 1);
-    if (side == Side::Right) place = std::min(last, place + 1);
+    if (side == Side::Right) place = std::min(geometry_.PlaceCount() - 1, place + 1);
+    currentSplit_ = geometry_.SplitOf(place);
     SetCurrentColumn(geometry_.ColumnAt(place));
     ShowCell(current_, currentColumn_);
     cellMoved(command.extend, from);

@@ -24,12 +24,12 @@ void Grid::View::StyleChanged() {
 }
 
 grid::Layout Grid::View::TakeLayout() const {
-    return takeLayout(columns_, split_, style_, dormant_);
+    return takeLayout(columns_, splits_[0], style_, dormant_);
 }
 
 void Grid::View::ApplyLayout(const grid::Layout& layout) {
     layoutColumns_ = layout.Columns; // for columns that are made later
-    dormant_ = applyLayout(layout, columns_, split_, style_);
+    dormant_ = applyLayout(layout, columns_, splits_[0], style_);
     StyleChanged();
     ColumnsChanged();
 }

@@ -59,7 +59,10 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
     const bool add = event.ControlDown();
     const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
     const int fromColumn = currentColumn_;
-    if (hit.column >= 0) SetCurrentColumn(hit.column);
+    if (hit.column >= 0) {
+        currentSplit_ = hit.split;
+        SetCurrentColumn(hit.column);
+    }
     if (!MoveTo(hit.row)) return;
     if (event.ShiftDown()) {
         anchor_ = from;
@@ -79,16 +82,14 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
 }
 
 void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
-    const bool edge = hit.spot == Spot::HeadingEdge;
-    if (edge && maySizeColumns()) {
+    if (hit.spot == Spot::HeadingEdge) {
         drag_ = Drag::Sizing;
         dragColumn_ = hit.column;
         dragStart_ = at.x;
         dragWidth_ = columns_.Item(hit.column).Width;
         if (!grid_.HasCapture()) grid_.CaptureMouse();
-    } else if (edge || hit.spot == Spot::Heading) {
-        // Where nothing can be sized, the border between two headings belongs to the one under it.
-        pressHeading(hit.column, at);
+    } else if (hit.spot == Spot::Heading) {
+        pressHeading(hit, at);
     } else if (hit.spot == Spot::FilterCell) {
         EnterFilter(hit.column, false);
     } else if (hit.spot == Spot::FilterButton) {
@@ -101,7 +102,7 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
 // A double-click chooses only where both clicks hit the same data row.
 void Grid::View::onDoubleClick(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
-    if (hit.spot == Spot::HeadingEdge && maySizeColumns()) return FitColumn(hit.column);
+    if (hit.spot == Spot::HeadingEdge) return FitColumn(hit.column);
     const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
     press(event);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
@@ -220,7 +221,7 @@ void Grid::View::sizeColumn(int x) {
 void Grid::View::updatePointer(const wxPoint& at) {
     const Hit hit = hitAt(at);
     wxStockCursor shape = wxCURSOR_DEFAULT;
-    if (hit.spot == Spot::HeadingEdge && maySizeColumns()) shape = wxCURSOR_SIZEWE;
+    if (hit.spot == Spot::HeadingEdge) shape = wxCURSOR_SIZEWE;
     if (hit.spot == Spot::FilterCell) shape = wxCURSOR_IBEAM;
     if (shape != pointerShape_) {
         pointerShape_ = shape;
@@ -252,7 +253,7 @@ void Grid::View::showTip(const Hit& hit) {
                (button ? geometry_.Sizes().filterButtonWidth : 0);
     } else if (hit.spot == Spot::Heading) {
         text = columns_.Item(hit.column).Caption;
-        const wxRect box = headingRoom(hit.column);
+        const wxRect box = headingRoom(geometry_.PlaceOf(hit.column));
         const wxRect picture = pictureBox(columns_.Item(hit.column), box);
         room = geometry_.Heading(hit.column).width - (picture.IsEmpty() ? 0 : picture.width);
     } else if (hit.spot == Spot::Cell) {

@@ -60,8 +60,9 @@ void Grid::View::onPaint() {
     paintRows(dc, dirty);
     if (dirty.y < geometry_.DataTop()) {
         paintHeadings(dc);
-        if (split_.FilterBar) paintFilterBar(dc);
+        if (splits_[0].FilterBar) paintFilterBar(dc);
     }
+    paintBorders(dc);
     paintScrollCorner(dc);
     if (columnDrag_.Moving()) paintColumnDrag(dc);
     if (!firstPainted_ && readError_.empty()) tellFirstPaint();
@@ -95,16 +96,15 @@ void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
     const RowCount last = std::min<RowCount>(geometry_.FirstRow() + geometry_.RowsInView(),
                                              (top + area.GetBottom()) / sizes.rowHeight + 1);
     if (first >= last) return;
-    paintRowBacks(dc, first, last);
-    paintArea(dc, first, last);
-    paintLines(dc, first, last);
-    if (area.GetRight() >= sizes.selectorWidth) paintTexts(dc, first, last);
+    if (area.GetRight() >= sizes.selectorWidth)
+        for (const Geometry::Pane& pane : geometry_.Panes())
+            paintPane(dc, pane, {first, last});
     if (current_ >= first && current_ < last) paintFocus(dc);
     paintSelectors(dc, area);
 }
 
 // Selected rows first, then the current one, then the rows of selected cells, then the stripes.
-Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
+Grid::View::RowLook Grid::View::lookOf(RowCount row, const Split& split, bool hasFocus) {
     const bool selected = isSelected(row);
     if (selected && area_.WholeRows(geometry_)) {
         if (hasFocus) return {palette_.selection, palette_.selectionText};
@@ -113,53 +113,56 @@ Grid::View::RowLook Grid::View::lookOf(RowCount row, bool hasFocus) {
     if (row == current_ && style_.MarqueeStyle == marqueeRow)
         return {hasFocus ? palette_.currentBack : palette_.idleCurrentBack, palette_.text};
     if (selected) return {palette_.idleCurrentBack, palette_.text};
-    if (!split_.AlternatingRowStyle) return {palette_.back, palette_.text};
-    const RowColours colours = alternateColours(palette_, split_, row % 2 == 1);
+    if (!split.AlternatingRowStyle) return {palette_.back, palette_.text};
+    const RowColours colours = alternateColours(palette_, split, row % 2 == 1);
     return {colours.back, colours.text};
 }
 
-void Grid::View::paintRowBacks(wxDC& dc, RowCount first, RowCount last) {
+void Grid::View::paintPane(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
+    const Rect data = geometry_.Data();
+    {
+        const wxDCClipper clip(dc, pane.left, data.y, pane.width, data.height);
+        paintRowBacks(dc, pane, rows);
+        paintArea(dc, pane, rows);
+        paintLines(dc, pane, rows);
+    }
+    paintTexts(dc, pane, rows);
+}
+
+void Grid::View::paintRowBacks(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
     const bool hasFocus = focused();
-    const int width =
-        std::min(geometry_.DataWidth(),
-                 geometry_.ColumnsWidth() - static_cast<int>(geometry_.Horizontal().Position()));
-    for (RowCount row = first; row < last; ++row) {
-        const RowLook look = lookOf(row, hasFocus);
+    const Split& split = SplitAt(pane.split);
+    for (RowCount row = rows.first; row < rows.last; ++row) {
+        const RowLook look = lookOf(row, split, hasFocus);
         if (look.back == palette_.back) continue;
         dc.SetBrush(look.back);
-        dc.DrawRectangle(geometry_.Sizes().selectorWidth, geometry_.RowTop(row), width,
+        dc.DrawRectangle(pane.left, geometry_.RowTop(row), pane.end - pane.left,
                          geometry_.Sizes().rowHeight);
     }
 }
 
-void Grid::View::paintLines(wxDC& dc, RowCount first, RowCount last) {
-    const int top = geometry_.RowTop(first);
-    const int bottom = geometry_.RowTop(last);
-    const int left = geometry_.Sizes().selectorWidth;
-    const int right =
-        std::min(geometry_.Sizes().width, left + geometry_.ColumnsWidth() -
-                                              static_cast<int>(geometry_.Horizontal().Position()));
+void Grid::View::paintLines(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
+    const int top = geometry_.RowTop(rows.first);
+    const int bottom = geometry_.RowTop(rows.last);
     dc.SetBrush(palette_.line);
-    const auto range = geometry_.PlacesInView();
-    for (int place = range.first; place < range.last; ++place)
+    for (int place = pane.first; place < pane.last; ++place)
         dc.DrawRectangle(geometry_.ColumnLeft(place) + geometry_.ColumnWidth(place) - 1, top, 1,
                          bottom - top);
-    for (RowCount row = first; row < last; ++row)
-        dc.DrawRectangle(left, geometry_.RowTop(row + 1) - 1, right - left, 1);
+    for (RowCount row = rows.first; row < rows.last; ++row)
+        dc.DrawRectangle(pane.left, geometry_.RowTop(row + 1) - 1, pane.end - pane.left, 1);
 }
 
-void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
+void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
     const Rect data = geometry_.Data();
     const int margin = pixels(cellMarginTwips() / 2);
     const bool hasFocus = focused();
-    painter_->Begin(dc, {data.x, data.y, data.width, data.height});
-    const auto range = geometry_.PlacesInView();
+    painter_->Begin(dc, {pane.left, data.y, pane.width, data.height});
     std::vector<wxColour> colours;
-    for (RowCount row = first; row < last; ++row)
-        colours.push_back(lookOf(row, hasFocus).text);
+    for (RowCount row = rows.first; row < rows.last; ++row)
+        colours.push_back(lookOf(row, SplitAt(pane.split), hasFocus).text);
     std::vector<CheckBox> boxes;
     const wxColour& areaText = hasFocus ? palette_.selectionText : palette_.idleSelectionText;
-    for (int place = range.first; place < range.last; ++place) {
+    for (int place = pane.first; place < pane.last; ++place) {
         const int index = geometry_.ColumnAt(place);
         const Column& column = columns_.Item(index);
         const int field = fieldOf_[static_cast<std::size_t>(index)];
@@ -170,27 +173,51 @@ void Grid::View::paintTexts(wxDC& dc, RowCount first, RowCount last) {
                                       : Overflow::Ellipsis;
         wxRect box(geometry_.ColumnLeft(place) + margin, 0,
                    geometry_.ColumnWidth(place) - 2 * margin - 1, geometry_.Sizes().rowHeight - 1);
-        for (RowCount row = first; row < last; ++row) {
+        for (RowCount row = rows.first; row < rows.last; ++row) {
             const std::string* text = field >= 0 ? cache_.Text(row, field) : nullptr;
             if (!text || text->empty()) continue;
             box.y = geometry_.RowTop(row);
             if (checks && takesCheckBox(*text, box, boxes)) continue;
             painter_->Draw(*text, box, align, overflow,
-                           isAreaCell(row, index) ? areaText
-                                                  : colours[static_cast<std::size_t>(row - first)]);
+                           isAreaCell(row, index)
+                               ? areaText
+                               : colours[static_cast<std::size_t>(row - rows.first)]);
         }
     }
     painter_->End();
-    paintCheckBoxes(dc, boxes);
+    paintCheckBoxes(dc, pane, boxes);
+}
+
+// Where the frozen columns end, and where one split does: from the headings down to the last row.
+void Grid::View::paintBorders(wxDC& dc) {
+    const int bottom = std::min(geometry_.Sizes().height,
+                                geometry_.RowTop(geometry_.FirstRow() + geometry_.RowsInView()));
+    const int thick = std::max(2, pixels(30));
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    for (const Geometry::Pane& pane : geometry_.Panes()) {
+        if (!pane.frozen) continue;
+        dc.SetBrush(palette_.frozenLine);
+        dc.DrawRectangle(pane.Right() - thick, 0, thick, bottom);
+    }
+    for (int split = 1; split < SplitCount(); ++split) {
+        const int width = geometry_.Sizes().splitLine;
+        const wxRect line(geometry_.SplitArea(split).x - width, 0, width, grid_.GetClientSize().y);
+        dc.SetBrush(palette_.face);
+        dc.DrawRectangle(line);
+        dc.SetBrush(palette_.frozenLine);
+        dc.DrawRectangle(line.x, 0, 1, line.height);
+        dc.DrawRectangle(line.GetRight(), 0, 1, line.height);
+    }
 }
 
 // The current cell: a frame, strong while the grid has the focus.
 void Grid::View::paintFocus(wxDC& dc) {
     if (!grid_.HasFocus()) return;
-    const Rect cell = geometry_.Cell(current_, currentColumn_);
+    const int place = geometry_.PlaceOf(currentColumn_, currentSplit_);
+    const Rect cell = geometry_.CellAt(current_, place);
     if (cell.Empty()) return;
-    const Rect data = geometry_.Data();
-    const wxDCClipper clip(dc, data.x, data.y, data.width, data.height);
+    const Rect pane = geometry_.PaneOf(place);
+    const wxDCClipper clip(dc, pane.x, geometry_.DataTop(), pane.width, geometry_.DataHeight());
     const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
     if (isSelected(current_) && area_.Contains(geometry_, currentColumn_))
         paintFrame(dc, wxRect(box).Deflate(2), 1, palette_.selectionText);

@@ -45,37 +45,44 @@ void Grid::View::paintHeadings(wxDC& dc) {
     dc.SetBrush(palette_.faceLine);
     dc.DrawRectangle(0, sizes.headingHeight - 1, whole, 1);
     dc.DrawRectangle(sizes.selectorWidth - 1, 0, 1, sizes.headingHeight);
-    const wxRect room(sizes.selectorWidth, 0, geometry_.DataWidth(), sizes.headingHeight);
-    const auto range = geometry_.PlacesInView();
-    {
-        const wxDCClipper clip(dc, room);
-        for (int place = range.first; place < range.last; ++place) {
-            const Rect cell = geometry_.Heading(geometry_.ColumnAt(place));
-            const bool pressed = columnDrag_.Column() == geometry_.ColumnAt(place);
-            if (pressed || (drag_ == Drag::None && hotColumn_ == geometry_.ColumnAt(place))) {
-                dc.SetBrush(pressed ? palette_.facePressed : palette_.faceHot);
-                dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height - 1);
-                dc.SetBrush(palette_.faceLine);
-            }
-            dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
-            const Column& column = columns_.Item(geometry_.ColumnAt(place));
-            const wxRect box = pictureBox(column, headingRoom(geometry_.ColumnAt(place)));
-            if (!box.IsEmpty())
-                dc.DrawBitmap(headingPicture_.Bitmap(column.Heading, box.GetSize(),
-                                                     grid_.GetContentScaleFactor()),
-                              box.GetPosition(), true);
+    for (const Geometry::Pane& pane : geometry_.Panes()) {
+        const wxRect room(pane.left, 0, pane.width, sizes.headingHeight);
+        {
+            const wxDCClipper clip(dc, room);
+            for (int place = pane.first; place < pane.last; ++place)
+                paintHeading(dc, place);
         }
+        painter_->Begin(dc, room);
+        for (int place = pane.first; place < pane.last; ++place) {
+            const Column& column = columns_.Item(geometry_.ColumnAt(place));
+            wxRect box = headingRoom(place);
+            const wxRect picture = pictureBox(column, box);
+            if (!picture.IsEmpty()) box.width = std::max(0, picture.x - pixels(30) - box.x);
+            painter_->Draw(column.Caption, box, alignmentOf(column), Overflow::Ellipsis,
+                           palette_.faceText);
+        }
+        painter_->End();
     }
-    painter_->Begin(dc, room);
-    for (int place = range.first; place < range.last; ++place) {
-        const Column& column = columns_.Item(geometry_.ColumnAt(place));
-        wxRect box = headingRoom(geometry_.ColumnAt(place));
-        const wxRect picture = pictureBox(column, box);
-        if (!picture.IsEmpty()) box.width = std::max(0, picture.x - pixels(30) - box.x);
-        painter_->Draw(column.Caption, box, alignmentOf(column), Overflow::Ellipsis,
-                       palette_.faceText);
+}
+
+// All of a heading but its text.
+void Grid::View::paintHeading(wxDC& dc, int place) {
+    const int index = geometry_.ColumnAt(place);
+    const Rect cell = geometry_.HeadingAt(place);
+    const bool pressed = columnDrag_.Column() == index;
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    if (pressed || (drag_ == Drag::None && hotColumn_ == index)) {
+        dc.SetBrush(pressed ? palette_.facePressed : palette_.faceHot);
+        dc.DrawRectangle(cell.x, cell.y, cell.width, cell.height - 1);
     }
-    painter_->End();
+    dc.SetBrush(palette_.faceLine);
+    dc.DrawRectangle(cell.x + cell.width - 1, cell.y, 1, cell.height);
+    const Column& column = columns_.Item(index);
+    const wxRect box = pictureBox(column, headingRoom(place));
+    if (box.IsEmpty()) return;
+    const wxBitmap& picture =
+        headingPicture_.Bitmap(column.Heading, box.GetSize(), grid_.GetContentScaleFactor());
+    dc.DrawBitmap(picture, box.GetPosition(), true);
 }
 
 // Where a heading's picture stands: at the right edge of the room for its text. Empty: none shown.
@@ -85,9 +92,9 @@ wxRect Grid::View::pictureBox(const Column& column, const wxRect& room) const {
     return {room.x + room.width - size.x, room.y + (room.height - size.y) / 2, size.x, size.y};
 }
 
-wxRect Grid::View::headingRoom(int column) const {
+wxRect Grid::View::headingRoom(int place) const {
     const int margin = pixels(cellMarginTwips() / 2);
-    const Rect cell = geometry_.Heading(column);
+    const Rect cell = geometry_.HeadingAt(place);
     return {cell.x + margin, cell.y, cell.width - 2 * margin - 1, cell.height - 1};
 }
 
@@ -104,16 +111,25 @@ void Grid::View::paintFilterBar(wxDC& dc) {
     dc.DrawRectangle(0, top + sizes.filterHeight - 1, whole, 1);
     dc.DrawRectangle(sizes.selectorWidth - 1, top, 1, sizes.filterHeight);
     drawFunnel(dc, {0, top, sizes.selectorWidth - 1, sizes.filterHeight - 1}, palette_.filterHint);
-    const wxRect room(sizes.selectorWidth, top, geometry_.DataWidth(), sizes.filterHeight);
+    for (const Geometry::Pane& pane : geometry_.Panes())
+        if (pane.split == 0) paintFilterTexts(dc, pane);
+    if (SplitCount() == 1) return;
+    const int others = geometry_.SplitArea(1).x;
+    dc.SetBrush(palette_.face);
+    dc.DrawRectangle(others, top, std::max(0, whole - others), sizes.filterHeight - 1);
+}
+
+void Grid::View::paintFilterTexts(wxDC& dc, const Geometry::Pane& pane) {
+    const Measures& sizes = geometry_.Sizes();
+    const wxRect room(pane.left, sizes.headingHeight, pane.width, sizes.filterHeight);
     const int margin = pixels(cellMarginTwips() / 2);
-    const auto range = geometry_.PlacesInView();
     {
         const wxDCClipper clip(dc, room);
-        for (int place = range.first; place < range.last; ++place)
+        for (int place = pane.first; place < pane.last; ++place)
             paintFilterCell(dc, geometry_.ColumnAt(place));
     }
     painter_->Begin(dc, room);
-    for (int place = range.first; place < range.last; ++place) {
+    for (int place = pane.first; place < pane.last; ++place) {
         const int index = geometry_.ColumnAt(place);
         const Column& column = columns_.Item(index);
         const Rect cell = geometry_.FilterCell(index);

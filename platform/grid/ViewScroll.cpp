@@ -49,25 +49,28 @@ Measures Grid::View::measures(const wxSize& area) const {
     m.rowHeight = rowHeight();
     m.selectorWidth = pixels(300);
     m.headingHeight = textHeight_ + pixels(150);
-    m.filterHeight = split_.FilterBar ? textHeight_ + pixels(150) : 0;
+    m.filterHeight = splits_[0].FilterBar ? textHeight_ + pixels(150) : 0;
     m.filterButtonWidth = pixels(270);
     m.edgeReach = pixels(75);
+    m.splitLine = pixels(75);
     return m;
 }
 
+wxScrollBar* Grid::View::makeScrollBar(bool vertical) {
+    auto* bar = new wxScrollBar(&grid_, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                vertical ? wxSB_VERTICAL : wxSB_HORIZONTAL);
+    bar->Hide();
+    bar->DisableFocusFromKeyboard();
+    for (const auto& type : {wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP,
+                             wxEVT_SCROLL_LINEDOWN, wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN,
+                             wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE})
+        bar->Bind(type, [this, bar](wxScrollEvent& e) { onScrollBar(e, bar); });
+    return bar;
+}
+
 void Grid::View::makeScrollBars() {
-    vertical_ = new wxScrollBar(&grid_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
-    horizontal_ =
-        new wxScrollBar(&grid_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_HORIZONTAL);
-    for (wxScrollBar* bar : {vertical_, horizontal_}) {
-        bar->Hide();
-        bar->DisableFocusFromKeyboard();
-        const bool isVertical = bar == vertical_;
-        for (const auto& type : {wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP,
-                                 wxEVT_SCROLL_LINEDOWN, wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN,
-                                 wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE})
-            bar->Bind(type, [this, isVertical](wxScrollEvent& e) { onScrollBar(e, isVertical); });
-    }
+    vertical_ = makeScrollBar(true);
+    horizontal_.push_back(makeScrollBar(false));
     grid_.Bind(wxEVT_IDLE, [this](wxIdleEvent& e) {
         if (barsStale_) updateScrollBars();
         e.Skip();
@@ -75,31 +78,46 @@ void Grid::View::makeScrollBars() {
     grid_.Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& e) { onWheel(e); });
 }
 
+// What would be where in an area of that size; scroll positions that fit no longer are moved in the
+// copy alone.
+Geometry Grid::View::tryOut(const wxSize& area, RowCount rows) const {
+    Geometry trial = geometry_;
+    trial.Update(columns_, measures(area), rows, splitsAsUsed());
+    return trial;
+}
+
 // Each bar takes room that may make the other one needed.
 void Grid::View::Layout() {
     if (!vertical_) return;
     const wxSize client = grid_.GetClientSize();
-    const RowCount rows = readableRows();
     const int across = vertical_->GetBestSize().x;
-    const int down = horizontal_->GetBestSize().y;
-    geometry_.Update(columns_, measures(client), rows);
-    bool needsVertical = geometry_.Vertical().Needed();
-    const bool needsHorizontal =
-        geometry_.ColumnsWidth() > geometry_.DataWidth() - (needsVertical ? across : 0);
-    const wxSize area(std::max(0, client.x - (needsVertical ? across : 0)),
-                      std::max(0, client.y - (needsHorizontal ? down : 0)));
-    geometry_.Update(columns_, measures(area), rows);
-    if (!needsVertical && geometry_.Vertical().Needed()) {
-        needsVertical = true;
-        geometry_.Update(columns_, measures({std::max(0, client.x - across), area.y}), rows);
+    const int down = horizontal_.front()->GetBestSize().y;
+    const RowCount rows = readableRows();
+    wxSize area = client;
+    for (int bars = 0; bars < 2; ++bars) {
+        const Geometry trial = tryOut(area, rows);
+        if (trial.Vertical().Needed()) area.x = std::max(0, client.x - across);
+        if (trial.ScrollsSideways()) area.y = std::max(0, client.y - down);
     }
-    vertical_->SetSize(client.x - across, geometry_.DataTop(), across,
-                       std::max(0, geometry_.DataHeight()));
-    horizontal_->SetSize(0, client.y - down, geometry_.Sizes().width, down);
-    vertical_->Show(needsVertical);
-    horizontal_->Show(geometry_.Horizontal().Needed());
+    geometry_.Update(columns_, measures(area), rows, splitsAsUsed());
+    placeScrollBars(client);
     updateScrollBars();
     placeEditor();
+}
+
+void Grid::View::placeScrollBars(const wxSize& client) {
+    const int across = vertical_->GetBestSize().x;
+    const int down = horizontal_.front()->GetBestSize().y;
+    vertical_->SetSize(client.x - across, geometry_.DataTop(), across,
+                       std::max(0, geometry_.DataHeight()));
+    vertical_->Show(geometry_.Vertical().Needed());
+    for (int split = 0; split < SplitCount(); ++split) {
+        const Rect own = geometry_.SplitArea(split);
+        const int left = split == 0 ? 0 : own.x;
+        wxScrollBar* bar = horizontal_[static_cast<std::size_t>(split)];
+        bar->SetSize(left, client.y - down, own.x + own.width - left, down);
+        bar->Show(geometry_.Horizontal(split).Needed());
+    }
 }
 
 void Grid::View::updateScrollBars() {
@@ -111,7 +129,8 @@ void Grid::View::updateScrollBars() {
         if (!same) bar->SetScrollbar(values.position, values.thumb, values.range, values.thumb);
     };
     set(vertical_, geometry_.Vertical());
-    set(horizontal_, geometry_.Horizontal());
+    for (wxScrollBar* bar : horizontal_)
+        set(bar, axisOf(bar));
 }
 
 void Grid::View::ScrollTo(Pixels x, Pixels y) {
@@ -130,12 +149,20 @@ void Grid::View::scrolled() {
 
 void Grid::View::ShowCell(RowCount row, int column) {
     const bool rowMoved = row >= 0 && geometry_.ShowRow(row);
-    const bool columnMoved = column >= 0 && geometry_.ShowColumn(column);
+    const bool columnMoved =
+        column >= 0 && geometry_.ShowPlace(geometry_.PlaceOf(column, currentSplit_));
     if (rowMoved || columnMoved) scrolled();
 }
 
-void Grid::View::onScrollBar(wxScrollEvent& event, bool isVertical) {
-    ScrollAxis& axis = isVertical ? geometry_.Vertical() : geometry_.Horizontal();
+ScrollAxis& Grid::View::axisOf(const wxScrollBar* bar) {
+    if (bar == vertical_) return geometry_.Vertical();
+    const auto split = std::ranges::find(horizontal_, bar) - horizontal_.begin();
+    return geometry_.Horizontal(static_cast<int>(split));
+}
+
+void Grid::View::onScrollBar(wxScrollEvent& event, wxScrollBar* bar) {
+    const bool isVertical = bar == vertical_;
+    ScrollAxis& axis = axisOf(bar);
     const Pixels line = isVertical ? geometry_.Sizes().rowHeight : pixels(600);
     Pixels target = axis.FromBar(event.GetPosition());
     if (event.GetEventType() == wxEVT_SCROLL_LINEUP) target = axis.Position() - line;
@@ -154,7 +181,7 @@ void Grid::View::onWheel(wxMouseEvent& event) {
         const int sign = event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL ? 1 : -1;
         const Pixels by = wheelX_.Add(sign * event.GetWheelRotation(), notch,
                                       event.GetColumnsPerAction() * pixels(360));
-        ScrollAxis& axis = geometry_.Horizontal();
+        ScrollAxis& axis = geometry_.Horizontal(geometry_.SplitAt(event.GetX()));
         if (axis.SetPosition(axis.Position() + by)) scrolled();
         return;
     }

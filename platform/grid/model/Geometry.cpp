@@ -8,18 +8,19 @@ namespace norvel::grid {
 
 using adodb::RowCount;
 
-void Geometry::Update(const Columns& columns, const Measures& measures, RowCount rows) {
+void Geometry::Update(const Columns& columns, const Measures& measures, RowCount rows,
+                      const std::vector<Split>& splits) {
     const Pixels topRow = vertical_.Position() / sizes_.rowHeight;
     const bool newRowHeight = measures.rowHeight != sizes_.rowHeight;
     sizes_ = measures;
     sizes_.rowHeight = std::max(1, sizes_.rowHeight);
     rows_ = std::max<RowCount>(0, rows);
     shown_ = columns.Shown();
-    places_.assign(static_cast<std::size_t>(columns.Count()), -1);
+    places_.assign(at(columns.Count()), -1);
     edges_.clear();
     int right = 0;
     for (const int index : shown_) {
-        places_[static_cast<std::size_t>(index)] = static_cast<int>(edges_.size());
+        places_[at(index)] = static_cast<int>(edges_.size());
         right += std::max(1, twipsToPixels(columns.Item(index).Width, sizes_.scale));
         edges_.push_back(right);
     }
@@ -28,30 +29,109 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
     const Pixels end = whole > 0 ? (rows_ - whole) * sizes_.rowHeight : length - DataHeight();
     vertical_.SetExtent(length, DataHeight(), end);
     if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
-    horizontal_.SetExtent(ColumnsWidth(), DataWidth());
+    placeSplits(splits);
 }
 
-int Geometry::PlaceOf(int column) const {
+// Side by side, in equal shares.
+void Geometry::placeSplits(const std::vector<Split>& splits) {
+    splits_.resize(std::max<std::size_t>(1, splits.size()));
+    const int count = SplitCount();
+    const int room = std::max(0, DataWidth() - (count - 1) * sizes_.splitLine);
+    for (int i = 0; i < count; ++i) {
+        SplitPlaces& own = splits_[at(i)];
+        own.left = sizes_.selectorWidth + room * i / count + i * sizes_.splitLine;
+        own.width = room * (i + 1) / count - room * i / count;
+        own.frozen = 0;
+        own.sizing = true;
+        if (i < static_cast<int>(splits.size())) {
+            own.sizing = splits[at(i)].AllowSizing;
+            const int wanted = std::clamp(splits[at(i)].FrozenColumns, 0, ShownCount());
+            while (own.frozen < wanted && edges_[at(own.frozen)] <= own.width * 3 / 4)
+                ++own.frozen;
+        }
+        own.frozenWidth = leftEdge(own.frozen);
+        own.axis.SetExtent(columnsWidth() - own.frozenWidth, own.width - own.frozenWidth);
+    }
+}
+
+bool Geometry::ScrollsSideways() const {
+    return std::ranges::any_of(splits_, [](const SplitPlaces& s) { return s.axis.Needed(); });
+}
+
+int Geometry::SplitAt(int x) const {
+    int split = SplitCount() - 1;
+    while (split > 0 && x < splits_[at(split)].left)
+        --split;
+    return split;
+}
+
+Rect Geometry::SplitArea(int split) const {
+    const SplitPlaces& own = splits_[at(split)];
+    return {own.left, 0, own.width, sizes_.height};
+}
+
+Geometry::Pane Geometry::paneOf(int split, bool frozen) const {
+    const SplitPlaces& own = splits_[at(split)];
+    Pane pane;
+    pane.split = split;
+    pane.frozen = frozen;
+    pane.left = own.left + (frozen ? 0 : own.frozenWidth);
+    pane.width = frozen ? own.frozenWidth : std::max(0, own.width - own.frozenWidth);
+    const int from = frozen ? 0 : own.frozenWidth + static_cast<int>(own.axis.Position());
+    const auto begin = edges_.begin() + (frozen ? 0 : own.frozen);
+    const auto end = frozen ? edges_.begin() + own.frozen : edges_.end();
+    const auto first = std::upper_bound(begin, end, from);
+    auto last = std::lower_bound(first, end, from + pane.width);
+    if (last != end) ++last;
+    const int before = split * ShownCount();
+    pane.first = before + static_cast<int>(first - edges_.begin());
+    pane.last = before + static_cast<int>(last - edges_.begin());
+    pane.end = pane.left;
+    if (first != last) pane.end = std::min(pane.Right(), pane.left + *(last - 1) - from);
+    return pane;
+}
+
+std::vector<Geometry::Pane> Geometry::Panes() const {
+    std::vector<Pane> panes;
+    for (int split = 0; split < SplitCount(); ++split)
+        for (const bool frozen : {true, false})
+            if (const Pane pane = paneOf(split, frozen); pane.width > 0) panes.push_back(pane);
+    return panes;
+}
+
+Rect Geometry::PaneOf(int place) const {
+    if (place < 0) return {};
+    const int split = SplitOf(place);
+    const Pane pane = paneOf(split, place % ShownCount() < splits_[at(split)].frozen);
+    return {pane.left, 0, pane.width, sizes_.height};
+}
+
+int Geometry::PlaceOf(int column, int split) const {
     if (column < 0 || column >= static_cast<int>(places_.size())) return -1;
-    return places_[static_cast<std::size_t>(column)];
+    const int place = places_[at(column)];
+    return place < 0 ? -1 : split * ShownCount() + place;
 }
 
 int Geometry::ColumnWidth(int place) const {
-    const auto p = static_cast<std::size_t>(place);
-    return edges_[p] - (p == 0 ? 0 : edges_[p - 1]);
+    const int position = place % ShownCount();
+    return edges_[at(position)] - leftEdge(position);
 }
 
 int Geometry::ColumnLeft(int place) const {
-    const int left = place == 0 ? 0 : edges_[static_cast<std::size_t>(place) - 1];
-    return sizes_.selectorWidth + left - static_cast<int>(horizontal_.Position());
+    const SplitPlaces& own = splits_[at(SplitOf(place))];
+    const int position = place % ShownCount();
+    const Pixels scrolled = position < own.frozen ? 0 : own.axis.Position();
+    return own.left + leftEdge(position) - static_cast<int>(scrolled);
 }
 
-Geometry::Range Geometry::PlacesInView() const {
-    const int left = static_cast<int>(horizontal_.Position());
-    const auto first = std::ranges::upper_bound(edges_, left);
-    const auto last = std::ranges::lower_bound(first, edges_.end(), left + DataWidth());
-    const int count = static_cast<int>(last - edges_.begin()) + (last == edges_.end() ? 0 : 1);
-    return {static_cast<int>(first - edges_.begin()), DataWidth() > 0 ? count : 0};
+std::vector<int> Geometry::ColumnsInView() const {
+    std::vector<int> columns;
+    for (const Pane& pane : Panes())
+        for (int place = pane.first; place < pane.last; ++place)
+            columns.push_back(ColumnAt(place));
+    std::ranges::sort(columns);
+    columns.erase(std::unique(columns.begin(), columns.end()), columns.end());
+    return columns;
 }
 
 int Geometry::DataHeight() const {
@@ -78,18 +158,13 @@ int Geometry::RowTop(RowCount row) const {
     return DataTop() + static_cast<int>(row * sizes_.rowHeight - vertical_.Position());
 }
 
-Rect Geometry::columnRect(int column, int top, int height) const {
-    const int place = PlaceOf(column);
+Rect Geometry::placeRect(int place, int top, int height) const {
     if (place < 0) return {};
     return {ColumnLeft(place), top, ColumnWidth(place), height};
 }
 
-Rect Geometry::Heading(int column) const {
-    return columnRect(column, 0, sizes_.headingHeight);
-}
-
 Rect Geometry::FilterCell(int column) const {
-    return columnRect(column, sizes_.headingHeight, sizes_.filterHeight);
+    return placeRect(PlaceOf(column), sizes_.headingHeight, sizes_.filterHeight);
 }
 
 Rect Geometry::FilterButton(int column) const {
@@ -103,9 +178,9 @@ Rect Geometry::RowRect(RowCount row) const {
     return {0, RowTop(row), sizes_.width, sizes_.rowHeight};
 }
 
-Rect Geometry::Cell(RowCount row, int column) const {
+Rect Geometry::CellAt(RowCount row, int place) const {
     const Rect whole = RowRect(row);
-    return whole.Empty() ? Rect{} : columnRect(column, whole.y, whole.height);
+    return whole.Empty() ? Rect{} : placeRect(place, whole.y, whole.height);
 }
 
 Rect Geometry::Data() const {
@@ -113,35 +188,68 @@ Rect Geometry::Data() const {
 }
 
 int Geometry::placeAt(int x) const {
-    const int from = x - sizes_.selectorWidth + static_cast<int>(horizontal_.Position());
-    if (from < 0 || from >= ColumnsWidth()) return -1;
-    return static_cast<int>(std::ranges::upper_bound(edges_, from) - edges_.begin());
+    const int split = SplitAt(x);
+    const SplitPlaces& own = splits_[at(split)];
+    if (x < own.left || x >= own.left + own.width) return -1;
+    int from = x - own.left;
+    if (from >= own.frozenWidth) from += static_cast<int>(own.axis.Position());
+    if (from >= columnsWidth()) return -1;
+    const auto position = std::ranges::upper_bound(edges_, from) - edges_.begin();
+    return split * ShownCount() + static_cast<int>(position);
 }
 
-// An edge belongs to the column at its left; the last one can be taken from the empty part too.
+int Geometry::PlaceReached(int x) const {
+    if (ShownCount() == 0) return -1;
+    const int split = SplitAt(x);
+    const SplitPlaces& own = splits_[at(split)];
+    const int first = split * ShownCount();
+    const int last = first + ShownCount() - 1;
+    const Pane pane = paneOf(split, false);
+    if (x >= pane.Right()) return std::min(last, pane.last);
+    if (x >= own.left) return placeAt(x) >= 0 ? placeAt(x) : last;
+    return own.axis.Position() > 0 ? std::max(first + own.frozen, pane.first - 1) : first;
+}
+
+// The last edge can be taken from the empty part too.
+Hit Geometry::hitBehindHeadings(int x) const {
+    const int split = SplitAt(x);
+    if (ShownCount() == 0 || !splits_[at(split)].sizing || x < splits_[at(split)].left) return {};
+    const int last = (split + 1) * ShownCount() - 1;
+    const int right = ColumnLeft(last) + ColumnWidth(last);
+    if (x < right || x >= right + sizes_.edgeReach) return {};
+    return {Spot::HeadingEdge, -1, shown_.back(), split};
+}
+
+// An edge belongs to the column at its left: at the border of the frozen columns to the last of
+// them, wherever the others are scrolled to.
 Hit Geometry::hitHeading(int x) const {
     const int place = placeAt(x);
-    if (place < 0) {
-        const bool atLastEdge =
-            ShownCount() > 0 && x >= sizes_.selectorWidth &&
-            x < ColumnLeft(ShownCount() - 1) + ColumnWidth(ShownCount() - 1) + sizes_.edgeReach;
-        if (!atLastEdge) return {};
-        return {Spot::HeadingEdge, -1, shown_.back()};
-    }
-    const int left = ColumnLeft(place);
+    if (place < 0) return hitBehindHeadings(x);
+    const int split = SplitOf(place);
+    const SplitPlaces& own = splits_[at(split)];
+    const int position = place % ShownCount();
+    const Hit heading{Spot::Heading, -1, ColumnAt(place), split};
+    if (!own.sizing) return heading;
+    const auto edgeOf = [&](int at) {
+        return Hit{Spot::HeadingEdge, -1, shown_[static_cast<std::size_t>(at)], split};
+    };
     const int reach = std::min(sizes_.edgeReach, ColumnWidth(place) / 3);
-    if (x >= left + ColumnWidth(place) - reach) return {Spot::HeadingEdge, -1, ColumnAt(place)};
-    if (place > 0 && x < left + reach) return {Spot::HeadingEdge, -1, ColumnAt(place - 1)};
-    return {Spot::Heading, -1, ColumnAt(place)};
+    const int left = ColumnLeft(place);
+    if (x >= left + ColumnWidth(place) - reach) return edgeOf(position);
+    const int paneLeft = own.left + own.frozenWidth;
+    if (position >= own.frozen && own.frozen > 0 && x < paneLeft + reach)
+        return edgeOf(own.frozen - 1);
+    return position > 0 && x < left + reach ? edgeOf(position - 1) : heading;
 }
 
 Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     if (x < 0 || y < 0 || x >= sizes_.width || y >= sizes_.height) return {};
+    const int split = SplitAt(x);
+    const int place = placeAt(x);
     if (y < DataTop()) {
         if (x < sizes_.selectorWidth) return {Spot::Corner};
         if (y < sizes_.headingHeight) return hitHeading(x);
-        const int place = placeAt(x);
-        if (place < 0) return {};
+        if (place < 0 || split > 0) return {};
         const int column = ColumnAt(place);
         const bool button = columns.Item(column).FilterCombo && FilterButton(column).Contains(x, y);
         return {button ? Spot::FilterButton : Spot::FilterCell, -1, column};
@@ -149,24 +257,33 @@ Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     const RowCount row = (vertical_.Position() + y - DataTop()) / sizes_.rowHeight;
     if (row >= rows_) return {};
     if (x < sizes_.selectorWidth) return {Spot::RecordSelector, row, -1};
-    const int place = placeAt(x);
-    if (place < 0) return {Spot::RowBackground, row, -1};
-    return {Spot::Cell, row, ColumnAt(place)};
+    if (place < 0) return {Spot::RowBackground, row, -1, split};
+    return {Spot::Cell, row, ColumnAt(place), split};
 }
 
 ColumnDrop Geometry::DropAt(int x, int y) const {
     if (y < -sizes_.headingHeight || y >= 2 * sizes_.headingHeight) return {};
-    const Range range = PlacesInView();
-    if (range.first >= range.last) return {};
-    int place = range.first;
-    while (place < range.last && x >= ColumnLeft(place) + ColumnWidth(place) / 2)
-        ++place;
-    return {Spot::Heading, place};
+    const int split = SplitAt(x);
+    int behind = -1; // the place that the border is behind of
+    for (const bool frozen : {true, false}) {
+        const Pane pane = paneOf(split, frozen);
+        for (int place = pane.first; place < pane.last; ++place) {
+            if (x < ColumnLeft(place) + ColumnWidth(place) / 2)
+                return {Spot::Heading, place % ShownCount(), split};
+            behind = place;
+        }
+    }
+    if (behind < 0) return {};
+    return {Spot::Heading, behind % ShownCount() + 1, split};
 }
 
-int Geometry::BorderAt(int place) const {
-    return place < ShownCount() ? ColumnLeft(place)
-                                : ColumnLeft(place - 1) + ColumnWidth(place - 1);
+// In front of the first column that scrolls is behind the last one that does not.
+int Geometry::BorderAt(const ColumnDrop& drop) const {
+    const int first = drop.split * ShownCount();
+    const bool afterFrozen = drop.place > 0 && drop.place == splits_[at(drop.split)].frozen;
+    if (drop.place < ShownCount() && !afterFrozen) return ColumnLeft(first + drop.place);
+    const int before = first + drop.place - 1;
+    return ColumnLeft(before) + ColumnWidth(before);
 }
 
 bool Geometry::ShowRow(RowCount row) {
@@ -177,15 +294,17 @@ bool Geometry::ShowRow(RowCount row) {
     return vertical_.SetPosition((row - WholeRows() + 1) * sizes_.rowHeight);
 }
 
-bool Geometry::ShowColumn(int column) {
-    const int place = PlaceOf(column);
+bool Geometry::ShowPlace(int place) {
     if (place < 0) return false;
-    const Pixels left = place == 0 ? 0 : edges_[static_cast<std::size_t>(place) - 1];
-    const Pixels right = edges_[static_cast<std::size_t>(place)];
-    if (left < horizontal_.Position() || right - left > DataWidth())
-        return horizontal_.SetPosition(left);
-    if (right <= horizontal_.Position() + DataWidth()) return false;
-    return horizontal_.SetPosition(right - DataWidth());
+    SplitPlaces& own = splits_[at(SplitOf(place))];
+    const int position = place % ShownCount();
+    if (position < own.frozen) return false;
+    const Pixels left = leftEdge(position) - own.frozenWidth;
+    const Pixels right = edges_[at(position)] - own.frozenWidth;
+    const Pixels page = own.axis.Page();
+    if (left < own.axis.Position() || right - left > page) return own.axis.SetPosition(left);
+    if (right <= own.axis.Position() + page) return false;
+    return own.axis.SetPosition(right - page);
 }
 
 } // namespace norvel::grid

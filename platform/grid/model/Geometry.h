@@ -27,6 +27,7 @@ struct Measures {
     int rowHeight = 1;
     int filterButtonWidth = 0;
     int edgeReach = 0; // how near to a heading's edge a point still takes hold of it
+    int splitLine = 0; // between two splits
     double scale = 1.0;
     bool operator==(const Measures&) const = default;
 };
@@ -35,7 +36,7 @@ enum class Spot {
     Outside,        // of the grid, or its empty part behind the columns and below the rows
     Corner,         // above the record selectors
     Heading,        // column set
-    HeadingEdge,    // column set: the one that its right edge sizes
+    HeadingEdge,    // column set: the one that its right edge sizes, where sizing is allowed
     FilterCell,     // column set
     FilterButton,   // column set
     RecordSelector, // row set
@@ -47,41 +48,71 @@ struct Hit {
     Spot spot = Spot::Outside;
     adodb::RowCount row = -1;
     int column = -1; // the column's index in the collection
+    int split = 0;   // the one that the point is in
 };
 
 // Where a heading that is being dragged lands when it is let go.
 struct ColumnDrop {
     Spot spot = Spot::Outside; // Heading: among the columns shown; Outside: nowhere
-    int place = -1;            // in front of which; as many as there are: behind the last one
+    int place = -1; // in front of which of a split's; as many as it shows: behind the last one
+    int split = 0;
     bool operator==(const ColumnDrop&) const = default;
 };
 
 // The narrowest a column gets by sizing, twips.
 inline constexpr double minColumnWidth = 150;
 
+// The splits stand side by side and share the rows; all show the same columns, each at a horizontal
+// position of its own. In a split the frozen columns stand in a pane of their own at the left,
+// which never scrolls; the others in a second one, which does. Where frozen columns would take more
+// than three quarters of the split's width, only as many as that are.
+//
+// A place is where a column is shown: counted from the leftmost column of split 0 through all
+// columns of each split. Filter cells, and rectangles asked by a column's index, are split 0's.
 class NR_API Geometry {
   public:
     // Takes the shown columns with their widths; scroll positions are kept where they can be.
-    void Update(const Columns& columns, const Measures& measures, adodb::RowCount rows);
+    // splits: at least one.
+    void Update(const Columns& columns, const Measures& measures, adodb::RowCount rows,
+                const std::vector<Split>& splits = {Split{}});
 
     const Measures& Sizes() const { return sizes_; }
     ScrollAxis& Vertical() { return vertical_; }
     const ScrollAxis& Vertical() const { return vertical_; }
-    ScrollAxis& Horizontal() { return horizontal_; }
-    const ScrollAxis& Horizontal() const { return horizontal_; }
+    ScrollAxis& Horizontal(int split = 0) { return splits_[at(split)].axis; }
+    const ScrollAxis& Horizontal(int split = 0) const { return splits_[at(split)].axis; }
+    bool ScrollsSideways() const; // some split does
+    // The other splits keep their scroll positions; Update follows.
+    void RemoveSplit(int split) { splits_.erase(splits_.begin() + split); }
 
-    // --- columns, by place (0: leftmost shown) and by index in the collection ---
-    int ShownCount() const { return static_cast<int>(shown_.size()); }
-    int ColumnAt(int place) const { return shown_[static_cast<std::size_t>(place)]; }
-    int PlaceOf(int column) const; // -1: not shown
-    int ColumnWidth(int place) const;
-    int ColumnLeft(int place) const; // in the painted area, scrolled
-    int ColumnsWidth() const { return edges_.empty() ? 0 : edges_.back(); }
-    // The places that are at least partly in view: [first, last).
-    struct Range {
-        int first = 0, last = 0;
+    // --- splits and panes ---
+    int SplitCount() const { return static_cast<int>(splits_.size()); }
+    int SplitAt(int x) const;        // the nearest one
+    Rect SplitArea(int split) const; // from the headings down, the line behind it excluded
+    struct Pane {
+        int split = 0;
+        bool frozen = false;
+        int left = 0, width = 0; // in the painted area; never empty
+        int first = 0, last = 0; // the places at least partly in view: [first, last)
+        int end = 0;             // where the last of them ends, or the pane does
+        int Right() const { return left + width; }
     };
-    Range PlacesInView() const;
+    std::vector<Pane> Panes() const; // left to right
+    Rect PaneOf(int place) const;    // from the headings down
+    int FrozenCount(int split = 0) const { return splits_[at(split)].frozen; }
+
+    // --- columns, by place and by index in the collection ---
+    int ShownCount() const { return static_cast<int>(shown_.size()); } // of each split
+    int PlaceCount() const { return ShownCount() * SplitCount(); }
+    int ColumnAt(int place) const { return shown_[at(place % ShownCount())]; }
+    int SplitOf(int place) const { return place / ShownCount(); }
+    int PlaceOf(int column, int split = 0) const; // -1: not shown
+    int ColumnWidth(int place) const;
+    int ColumnLeft(int place) const;        // in the painted area, scrolled
+    std::vector<int> ColumnsInView() const; // indexes, each once
+    // The place that the mouse reaches while it selects cells: beside the columns in view the next
+    // one that it would scroll to. -1: there are no columns.
+    int PlaceReached(int x) const;
 
     // --- rows ---
     adodb::RowCount Rows() const { return rows_; }
@@ -94,11 +125,14 @@ class NR_API Geometry {
     int RowTop(adodb::RowCount row) const; // in the painted area; only for rows near the view
 
     // --- rectangles in the painted area; empty for what is not shown ---
-    Rect Heading(int column) const;
+    // They may reach out of their pane.
+    Rect HeadingAt(int place) const { return placeRect(place, 0, sizes_.headingHeight); }
+    Rect Heading(int column) const { return HeadingAt(PlaceOf(column)); }
     Rect FilterCell(int column) const;
     Rect FilterButton(int column) const;     // whether or not the column has one
     Rect RowRect(adodb::RowCount row) const; // the whole width
-    Rect Cell(adodb::RowCount row, int column) const;
+    Rect CellAt(adodb::RowCount row, int place) const;
+    Rect Cell(adodb::RowCount row, int column) const { return CellAt(row, PlaceOf(column)); }
     Rect Data() const; // right of the selectors, below headings and filter bar
 
     // What stands at a point; columns is asked which filter cells have a button.
@@ -107,25 +141,38 @@ class NR_API Geometry {
     // Where a heading would land at a point: among the columns while the point is no farther from
     // the headings than they are high, at the border of columns in view that is nearest to it.
     ColumnDrop DropAt(int x, int y) const;
-    // The border in front of a place, in the painted area; for a place in view or behind it.
-    int BorderAt(int place) const;
+    // Where such a border stands in the painted area.
+    int BorderAt(const ColumnDrop& drop) const;
 
     // Scrolls as little as needed so that the row is whole in view, at a row's border; likewise a
-    // column, its left edge first. True when something moved.
+    // place, its left edge first. True when something moved.
     bool ShowRow(adodb::RowCount row);
-    bool ShowColumn(int column);
+    bool ShowPlace(int place);
+    bool ShowColumn(int column) { return ShowPlace(PlaceOf(column)); }
 
   private:
+    struct SplitPlaces {
+        int left = 0, width = 0;
+        int frozen = 0, frozenWidth = 0;
+        bool sizing = true;
+        ScrollAxis axis;
+    };
+    static std::size_t at(int index) { return static_cast<std::size_t>(index); }
+    void placeSplits(const std::vector<Split>& splits);
+    int columnsWidth() const { return edges_.empty() ? 0 : edges_.back(); }
+    int leftEdge(int position) const { return position == 0 ? 0 : edges_[at(position) - 1]; }
+    Pane paneOf(int split, bool frozen) const;
     int placeAt(int x) const; // -1: none
-    Rect columnRect(int column, int top, int height) const;
+    Rect placeRect(int place, int top, int height) const;
     Hit hitHeading(int x) const;
+    Hit hitBehindHeadings(int x) const;
     Measures sizes_;
     std::vector<int> shown_;  // indexes, left to right
     std::vector<int> edges_;  // right edge of each shown column, pixels from the first one's left
     std::vector<int> places_; // by index
+    std::vector<SplitPlaces> splits_ = std::vector<SplitPlaces>(1);
     adodb::RowCount rows_ = 0;
     ScrollAxis vertical_;
-    ScrollAxis horizontal_;
 };
 
 } // namespace norvel::grid

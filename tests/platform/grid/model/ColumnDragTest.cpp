@@ -132,8 +132,8 @@ TEST_F(ColumnDragTest, FollowsTheColumnsWhereTheyAreScrolledTo) {
     drag.Press(0, 30, 10, 4, 4);
     drag.Follow(900, 10, places);
     EXPECT_EQ(drag.Drop().place, 6);
-    EXPECT_EQ(places.BorderAt(6), 320);
-    EXPECT_EQ(places.BorderAt(3), 20);
+    EXPECT_EQ(places.BorderAt({Spot::Heading, 6}), 320);
+    EXPECT_EQ(places.BorderAt({Spot::Heading, 3}), 20);
 }
 
 TEST_F(ColumnDragTest, IsOverAtItsEnd) {
