@@ -16,6 +16,12 @@ std::string nameOf(const std::filesystem::path& path) {
 
 } // namespace
 
+void writeWholeFile(const std::filesystem::path& path, std::string_view contents) {
+    NewFile file(path);
+    file.append(contents);
+    file.commit(true);
+}
+
 std::string readWholeFile(const std::filesystem::path& path, std::size_t longest) {
     std::error_code error;
     if (!std::filesystem::exists(path, error))

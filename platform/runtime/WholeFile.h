@@ -4,7 +4,9 @@
 #include "platform/runtime/Api.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,26 @@ namespace norvel {
 // Raises Errore by the numbers that hosts know: 61 disk full, 70 permission denied, 76 no such
 // folder, 75 anything else.
 NR_API void writeWholeFile(const std::filesystem::path& path, std::string_view contents);
+
+// The same for contents that come bit by bit: they go to a file beside the one that is meant, which
+// takes its place by commit(). Without commit() nothing stays of it. Raises as writeWholeFile.
+class NR_API NewFile {
+  public:
+    explicit NewFile(const std::filesystem::path& path);
+    ~NewFile();
+    NewFile(NewFile&&) noexcept;
+    NewFile& operator=(NewFile&&) noexcept;
+
+    void append(std::string_view bytes);
+    // Over bytes that were appended.
+    void overwrite(std::int64_t offset, std::string_view bytes);
+    // durable: what was written has reached the disk, not the system only. Then the file is there.
+    void commit(bool durable);
+
+  private:
+    struct Open; // the system's own
+    std::unique_ptr<Open> open_;
+};
 
 // The whole file; at most longest bytes. Raises 53 where there is none, 7 where it is longer, 70,
 // 75.

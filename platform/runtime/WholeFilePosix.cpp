@@ -30,30 +30,19 @@ namespace {
     }
 }
 
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return number_; }
-    // What was written may fail as late as here.
-    int close() { return ::close(std::exchange(number_, -1)); }
+// What is behind links: the links stay, and what they name is replaced.
+std::filesystem::path behindLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(path, error)) return path;
+    const auto target = std::filesystem::canonical(path, error);
+    return error ? path : target;
+}
 
-  private:
-    int number_;
-};
-
-int writeAll(int descriptor, std::string_view contents) {
-    while (!contents.empty()) {
-        const ssize_t written = ::write(descriptor, contents.data(), contents.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
-        contents.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return 0;
+// A device, a pipe: nothing can take its place, it is written itself.
+bool isWrittenItself(const std::filesystem::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
+           !S_ISDIR(status.st_mode);
 }
 
 // The rights of a file that is replaced go on; a new one gets those of new files.
@@ -65,30 +54,82 @@ mode_t rightsFor(const std::filesystem::path& path) {
     return 0666U & ~mask;
 }
 
-int fill(int number, std::string_view contents, mode_t rights) {
-    Descriptor file(number);
-    if (const int code = writeAll(file.get(), contents); code != 0) return code;
-    if (::fchmod(file.get(), rights) != 0 || ::fsync(file.get()) != 0) return errno;
-    return file.close() != 0 ? errno : 0;
-}
-
 } // namespace
 
-void writeWholeFile(const std::filesystem::path& path, std::string_view contents) {
-    const std::filesystem::path folder =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
-    std::string temporary = path.string() + ".XXXXXX.tmp";
-    const int number = ::mkostemps(temporary.data(), 4, O_CLOEXEC);
-    if (number < 0) fail(errno, path);
-    int code = fill(number, contents, rightsFor(path));
-    if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) code = errno;
-    if (code != 0) {
-        ::unlink(temporary.c_str());
-        fail(code, path);
+struct NewFile::Open {
+    std::filesystem::path path;
+    std::string temporary; // "": the file is written itself
+    int descriptor = -1;
+    std::int64_t size = 0;
+
+    Open() = default;
+    Open(const Open&) = delete;
+    Open& operator=(const Open&) = delete;
+    ~Open() {
+        if (descriptor >= 0) ::close(descriptor);
+        if (!temporary.empty()) ::unlink(temporary.c_str());
     }
+
+    // A device takes what comes; it has no places.
+    void write(std::int64_t offset, std::string_view bytes) const {
+        while (!bytes.empty()) {
+            const ssize_t written = temporary.empty()
+                                        ? ::write(descriptor, bytes.data(), bytes.size())
+                                        : ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
+            if (written < 0 && errno == EINTR) continue;
+            if (written < 0) fail(errno, path);
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+            offset += written;
+        }
+    }
+
     // So that the new name survives a power cut, too; a system that cannot do it has done its best.
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.get() >= 0) ::fsync(directory.get());
+    void flushFolder() const {
+        const auto folder =
+            path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+        const int number = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (number < 0) return;
+        ::fsync(number);
+        ::close(number);
+    }
+};
+
+NewFile::NewFile(const std::filesystem::path& path) : open_(std::make_unique<Open>()) {
+    open_->path = behindLinks(path);
+    if (isWrittenItself(open_->path)) {
+        open_->descriptor = ::open(open_->path.c_str(), O_WRONLY | O_CLOEXEC);
+    } else {
+        std::string name = open_->path.string() + ".XXXXXX.tmp";
+        open_->descriptor = ::mkostemps(name.data(), 4, O_CLOEXEC);
+        if (open_->descriptor >= 0) open_->temporary = name;
+    }
+    if (open_->descriptor < 0) fail(errno, path);
+}
+
+NewFile::NewFile(NewFile&&) noexcept = default;
+NewFile& NewFile::operator=(NewFile&&) noexcept = default;
+NewFile::~NewFile() = default;
+
+void NewFile::append(std::string_view bytes) {
+    open_->write(open_->size, bytes);
+    open_->size += static_cast<std::int64_t>(bytes.size());
+}
+
+void NewFile::overwrite(std::int64_t offset, std::string_view bytes) {
+    open_->write(offset, bytes);
+}
+
+void NewFile::commit(bool durable) {
+    Open& file = *open_;
+    const bool temporary = !file.temporary.empty();
+    if (temporary && ::fchmod(file.descriptor, rightsFor(file.path)) != 0) fail(errno, file.path);
+    if (temporary && durable && ::fsync(file.descriptor) != 0) fail(errno, file.path);
+    // What was written may fail as late as here.
+    if (::close(std::exchange(file.descriptor, -1)) != 0) fail(errno, file.path);
+    if (!temporary) return;
+    if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) fail(errno, file.path);
+    file.temporary.clear();
+    if (durable) file.flushFolder();
 }
 
 } // namespace norvel
