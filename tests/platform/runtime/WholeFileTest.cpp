@@ -74,7 +74,7 @@ TEST_F(NewFileTest, MayBeMoved) {
 
 TEST_F(NewFileTest, AMissingFolderIsTold) {
     try {
-        NewFile(folder / "manca" / "elenco.csv");
+        const NewFile file(folder / "manca" / "elenco.csv");
         FAIL();
     } catch (const Errore& error) {
         EXPECT_EQ(error.numero(), 76);
