@@ -11,6 +11,8 @@
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/Parallel.h"
 #include "platform/runtime/WholeFile.h"
+#include "platform/spreadsheet/RecordsetCells.h"
+#include "platform/spreadsheet/Workbook.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -117,6 +119,13 @@ void run(const bench::Settings& settings) {
         show(format == grid::ExportFormat::Html ? "HTML" : "CSV", result);
         std::printf("%-12s %10.0f ms\n", "bare write", bareWrite(file, result.bytes));
     }
+    rows->MoveFirst();
+    const spreadsheet::RecordsetCells cells(*rows);
+    const Result result = measure(settings.rounds, file, [&] {
+        return std::make_unique<spreadsheet::WorkbookFile>(file, cells);
+    });
+    show("workbook", result);
+    std::printf("%-12s %10.0f ms\n", "bare write", bareWrite(file, result.bytes));
     fs::remove(file);
 }
 

@@ -57,7 +57,8 @@ mode_t rightsFor(const std::filesystem::path& path) {
 } // namespace
 
 struct NewFile::Open {
-    std::filesystem::path path;
+    std::filesystem::path asked; // as it was named: failures say so
+    std::filesystem::path path;  // behind links
     std::string temporary; // "": the file is written itself
     int descriptor = -1;
     std::int64_t size = 0;
@@ -77,7 +78,7 @@ struct NewFile::Open {
                                         ? ::write(descriptor, bytes.data(), bytes.size())
                                         : ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
             if (written < 0 && errno == EINTR) continue;
-            if (written < 0) fail(errno, path);
+            if (written < 0) fail(errno, asked);
             bytes.remove_prefix(static_cast<std::size_t>(written));
             offset += written;
         }
@@ -95,6 +96,7 @@ struct NewFile::Open {
 };
 
 NewFile::NewFile(const std::filesystem::path& path) : open_(std::make_unique<Open>()) {
+    open_->asked = path;
     open_->path = behindLinks(path);
     if (isWrittenItself(open_->path)) {
         open_->descriptor = ::open(open_->path.c_str(), O_WRONLY | O_CLOEXEC);
@@ -122,12 +124,12 @@ void NewFile::overwrite(std::int64_t offset, std::string_view bytes) {
 void NewFile::commit(bool durable) {
     Open& file = *open_;
     const bool temporary = !file.temporary.empty();
-    if (temporary && ::fchmod(file.descriptor, rightsFor(file.path)) != 0) fail(errno, file.path);
-    if (temporary && durable && ::fsync(file.descriptor) != 0) fail(errno, file.path);
+    if (temporary && ::fchmod(file.descriptor, rightsFor(file.path)) != 0) fail(errno, file.asked);
+    if (temporary && durable && ::fsync(file.descriptor) != 0) fail(errno, file.asked);
     // What was written may fail as late as here.
-    if (::close(std::exchange(file.descriptor, -1)) != 0) fail(errno, file.path);
+    if (::close(std::exchange(file.descriptor, -1)) != 0) fail(errno, file.asked);
     if (!temporary) return;
-    if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) fail(errno, file.path);
+    if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) fail(errno, file.asked);
     file.temporary.clear();
     if (durable) file.flushFolder();
 }

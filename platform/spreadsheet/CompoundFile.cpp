@@ -4,6 +4,7 @@
 #include "platform/spreadsheet/Bytes.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace norvel::spreadsheet {
 
@@ -21,8 +22,11 @@ constexpr std::uint32_t tableSector = 0xFFFFFFFD;
 constexpr std::uint32_t tableOfTablesSector = 0xFFFFFFFC;
 constexpr std::uint32_t noEntry = 0xFFFFFFFF;
 
-constexpr int diskError = 71;
 constexpr int outOfMemoryForFile = 14;
+
+std::string_view textOf(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 std::int64_t inSectors(std::int64_t count, std::int64_t each) {
     return (count + each - 1) / each;
@@ -58,26 +62,14 @@ struct CompoundFile::Tables {
 };
 
 CompoundFile::CompoundFile(const std::filesystem::path& path, std::string streamName)
-    : path_(path), streamName_(std::move(streamName)),
-      file_(path, std::ios::binary | std::ios::trunc) {
-    check();
+    : streamName_(std::move(streamName)), file_(path) {
     Bytes header;
     header.zeros(sectorBytes);
     write(header.all());
 }
 
-void CompoundFile::check() {
-    if (file_) return;
-    const auto name = path_.u8string();
-    throw Errore(diskError, "Impossibile scrivere il file «" +
-                                std::string(reinterpret_cast<const char*>(name.c_str())) +
-                                "»: disco non pronto o pieno");
-}
-
 void CompoundFile::write(std::span<const std::byte> bytes) {
-    file_.write(reinterpret_cast<const char*>(bytes.data()),
-                static_cast<std::streamsize>(bytes.size()));
-    check();
+    file_.append(textOf(bytes));
 }
 
 void CompoundFile::append(std::span<const std::byte> bytes) {
@@ -176,8 +168,7 @@ void CompoundFile::writeHeader(const Tables& tables) {
         out.put32(static_cast<std::int64_t>(i) < tables.tables
                       ? static_cast<std::uint32_t>(tables.firstTable + static_cast<std::int64_t>(i))
                       : freeSector);
-    file_.seekp(0);
-    write(out.all());
+    file_.overwrite(0, textOf(out.all()));
 }
 
 void CompoundFile::finish() {
@@ -185,13 +176,10 @@ void CompoundFile::finish() {
     Tables tables(size_ / sectorBytes);
     writeDirectory();
     writeTables(tables);
-    for (const auto& [offset, bytes] : replacements_) {
-        file_.seekp(sectorBytes + offset);
-        write(bytes);
-    }
+    for (const auto& [offset, bytes] : replacements_)
+        file_.overwrite(sectorBytes + offset, textOf(bytes));
     writeHeader(tables);
-    file_.close();
-    check();
+    file_.commit(false);
 }
 
 } // namespace norvel::spreadsheet

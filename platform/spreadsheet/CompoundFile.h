@@ -1,10 +1,11 @@
 // A compound file that holds one stream, written from front to back.
 #pragma once
 
+#include "platform/runtime/WholeFile.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <span>
 #include <string>
 #include <utility>
@@ -15,11 +16,11 @@ namespace norvel::spreadsheet {
 // Version 3, sectors of 512 bytes: [MS-CFB] "Compound File Binary File Format". The stream's
 // sectors lie in their order behind the header; directory and allocation tables follow them.
 //
-// Raises Errore (71, "Disco non pronto o pieno", with the file's name) when the file cannot be
-// written, and 14 when the stream would pass the format's 2 GB.
+// The file takes the place of what it replaces with finish(), and nothing of it stays without.
+// Raises what NewFile raises, and 14 when the stream would pass the format's 2 GB.
 class CompoundFile {
   public:
-    // Makes the file, or empties it. streamName: at most 31 characters of ASCII.
+    // streamName: at most 31 characters of ASCII.
     CompoundFile(const std::filesystem::path& path, std::string streamName);
     CompoundFile(const CompoundFile&) = delete;
     CompoundFile& operator=(const CompoundFile&) = delete;
@@ -29,7 +30,7 @@ class CompoundFile {
     std::int64_t size() const { return size_; }
     // Replaces bytes that were appended; they go to disk with finish().
     void replaceLater(std::int64_t offset, std::vector<std::byte> bytes);
-    // Writes what makes the file whole, and closes it.
+    // Writes what makes the file whole, and puts it in its place.
     void finish();
 
   private:
@@ -39,11 +40,9 @@ class CompoundFile {
     void writeDirectory();
     void writeTables(Tables& tables);
     void writeHeader(const Tables& tables);
-    void check();
 
-    std::filesystem::path path_;
     std::string streamName_;
-    std::ofstream file_;
+    NewFile file_;
     std::int64_t size_ = 0;
     std::vector<std::pair<std::int64_t, std::vector<std::byte>>> replacements_;
 };

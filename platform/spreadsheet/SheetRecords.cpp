@@ -83,22 +83,27 @@ void putValue(Bytes& out, std::uint32_t place, const Cell& cell) {
 
 } // namespace
 
-// visit(place, cell): row in the low half, column in the high one.
+// visit(row, place, cell): the row of the part; in the place the sheet's row is the low half, the
+// column the high one. False: no rows behind this one.
 template <class Visit>
-void SheetRecords::eachCell(Visit visit) {
+void SheetRecords::eachCell(CellReader& reader, SheetPart part, Visit visit) const {
     const auto width = static_cast<std::size_t>(source_.columns());
     std::int64_t row = 0;
-    while (row < part_.rows) {
-        const auto wanted = std::min<std::int64_t>(blockRows, part_.rows - row);
-        const auto cells = reader_.read(part_.firstRow + row, static_cast<std::size_t>(wanted));
+    while (row < part.rows) {
+        const auto wanted = std::min<std::int64_t>(blockRows, part.rows - row);
+        const auto cells = reader.read(part.firstRow + row, static_cast<std::size_t>(wanted));
         const std::size_t got = width == 0 ? 0 : cells.size() / width;
         if (got == 0) return;
-        for (std::size_t r = 0; r < got; ++r, ++row)
-            for (int c = 0; c < part_.columns; ++c) {
+        for (std::size_t r = 0; r < got; ++r, ++row) {
+            const auto place = part.placeInSheet + static_cast<std::uint32_t>(row);
+            bool more = true;
+            for (int c = 0; c < columns_; ++c) {
                 const Cell& cell = cells[r * width + static_cast<std::size_t>(c)];
                 if (cell.kind == CellKind::Blank) continue;
-                visit(static_cast<std::uint32_t>(row) | static_cast<std::uint32_t>(c) << 16U, cell);
+                if (!visit(row, place | static_cast<std::uint32_t>(c) << 16U, cell)) more = false;
             }
+            if (!more) return;
+        }
     }
 }
 
@@ -113,22 +118,28 @@ bool SheetRecords::textOf(const Cell& cell, std::string_view& text) {
     return true;
 }
 
-std::int64_t SheetRecords::writeTexts(TextRecords& out, TextNumbers& numbers) {
-    std::int64_t uses = 0;
-    eachCell([&](std::uint32_t, const Cell& cell) {
+SheetRecords::Texts SheetRecords::writeTexts(CellReader& reader, SheetPart part, std::size_t limit,
+                                             TextRecords& out) {
+    TextNumbers numbers;
+    Texts texts{part.rows, 0, 0};
+    eachCell(reader, part, [&](std::int64_t row, std::uint32_t, const Cell& cell) {
         std::string_view text;
-        if (!textOf(cell, text)) return;
-        ++uses;
+        if (!textOf(cell, text)) return true;
+        ++texts.uses;
         if (numbers.number(text).isNew) out.add(text);
+        if (out.bytes().size() <= limit) return true;
+        texts.rows = row + 1;
+        return false;
     });
     out.finish();
-    return uses;
+    texts.count = numbers.count();
+    return texts;
 }
 
 // Wide enough for a date and its time; the rest keeps the program's own width but for texts.
 void SheetRecords::writeColumns(Bytes& out) const {
     constexpr unsigned character = 256; // the unit is 1/256 of a digit's width
-    for (int c = 0; c < part_.columns; ++c) {
+    for (int c = 0; c < columns_; ++c) {
         unsigned characters = 0;
         if (source_.columnKind(c) == CellKind::Date) characters = 18;
         if (source_.columnKind(c) == CellKind::Text) characters = 24;
@@ -143,15 +154,7 @@ void SheetRecords::writeColumns(Bytes& out) const {
     }
 }
 
-void SheetRecords::writeWindow(Bytes& out, bool first) const {
-    const Record record(out, RecordType::Window2);
-    out.put16(first ? 0x06B6 : 0x00B6); // grid lines, headings, zeros; selected and on show
-    out.zeros(4);
-    out.put32(0x00000040); // automatic colour of grid lines
-    out.zeros(8);
-}
-
-void SheetRecords::writeCells(Bytes& out, std::uint32_t firstText, bool first) {
+void SheetRecords::writeBegin(std::int64_t rows, Bytes& out) const {
     {
         const Record record(out, RecordType::Bof);
         out.put16(0x0600);
@@ -162,23 +165,35 @@ void SheetRecords::writeCells(Bytes& out, std::uint32_t firstText, bool first) {
         out.put32(0x00000006);
     }
     writeColumns(out);
-    {
-        const Record record(out, RecordType::Dimensions);
-        out.put32(0);
-        out.put32(static_cast<std::uint32_t>(part_.rows));
-        out.put16(0);
-        out.put16(static_cast<unsigned>(part_.columns));
-        out.put16(0);
-    }
+    const Record record(out, RecordType::Dimensions);
+    out.put32(0);
+    out.put32(static_cast<std::uint32_t>(rows));
+    out.put16(0);
+    out.put16(static_cast<unsigned>(columns_));
+    out.put16(0);
+}
+
+void SheetRecords::writeCells(CellReader& reader, SheetPart part, std::uint32_t firstText,
+                              Bytes& out) {
     TextNumbers numbers;
-    eachCell([&](std::uint32_t place, const Cell& cell) {
+    eachCell(reader, part, [&](std::int64_t, std::uint32_t place, const Cell& cell) {
         std::string_view text;
         if (textOf(cell, text))
             putText(out, place, firstText + numbers.number(text).number);
         else
             putValue(out, place, cell);
+        return true;
     });
-    writeWindow(out, first);
+}
+
+void SheetRecords::writeEnd(bool shown, Bytes& out) {
+    {
+        const Record record(out, RecordType::Window2);
+        out.put16(shown ? 0x06B6 : 0x00B6); // grid lines, headings, zeros; selected and on show
+        out.zeros(4);
+        out.put32(0x00000040); // automatic colour of grid lines
+        out.zeros(8);
+    }
     const Record end(out, RecordType::Eof);
 }
 

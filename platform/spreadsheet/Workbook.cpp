@@ -15,7 +15,6 @@ namespace norvel::spreadsheet {
 
 namespace {
 
-constexpr int cancelledNumber = 3712;
 constexpr std::int64_t mostTexts = 0x7FFFFFFF; // a signed number counts them
 
 void putBof(Bytes& out) {
@@ -115,114 +114,197 @@ std::vector<std::byte> asBytes(std::initializer_list<std::uint32_t> values) {
     return {all.begin(), all.end()};
 }
 
-class Writer {
-  public:
-    Writer(const std::filesystem::path& path, const CellSource& source,
-           const WorkbookProgress& progress)
-        : source_(source), progress_(progress), file_(path, "Workbook") {
-        losses_.columnsLeftOut = std::max(0, source.columns() - columnsPerSheet);
-        const int columns = std::min(source.columns(), columnsPerSheet);
-        std::int64_t row = 0;
-        do { // one sheet at least
-            const auto rows = std::min(rowsPerSheet, source.rows() - row);
-            parts_.push_back({row, rows, columns});
-            row += rows;
-        } while (row < source.rows());
-        for (unsigned i = 0; i < std::min<std::size_t>(parallelThreads(), parts_.size()); ++i)
-            readers_.push_back(source.reader());
-    }
-
-    WorkbookLosses write() {
-        Bytes head;
-        const auto sheetOffsets = putHead(head, parts_.size());
-        file_.append(head.all());
-        writeTexts();
-        Bytes end;
-        { const Record record(end, RecordType::Eof); }
-        file_.append(end.all());
-        writeSheets(sheetOffsets);
-        file_.finish();
-        return losses_;
-    }
-
-  private:
-    // Calls make(sheet, reader) for each sheet, several at once, and use(sheet) in their order.
-    template <class Make, class Use>
-    void eachSheet(Make make, Use use) {
-        for (std::size_t begin = 0; begin < parts_.size(); begin += readers_.size()) {
-            const std::size_t count = std::min(readers_.size(), parts_.size() - begin);
-            runParallel(count, [&](std::size_t i) { make(begin + i, *readers_[i]); });
-            for (std::size_t i = 0; i < count; ++i)
-                use(begin + i);
-            advance(count);
-        }
-    }
-
-    void writeTexts() {
-        std::vector<std::optional<TextRecords>> texts(parts_.size());
-        std::vector<std::int64_t> uses(parts_.size());
-        firstText_.assign(parts_.size() + 1, 0);
-        std::int64_t allUses = 0;
-        const std::int64_t table = file_.size();
-        eachSheet(
-            [&](std::size_t sheet, CellReader& reader) {
-                TextNumbers numbers;
-                texts[sheet].emplace(sheet == 0);
-                uses[sheet] =
-                    SheetRecords(source_, reader, parts_[sheet]).writeTexts(*texts[sheet], numbers);
-                firstText_[sheet + 1] = numbers.count();
-            },
-            [&](std::size_t sheet) {
-                file_.append(texts[sheet]->bytes().all());
-                losses_.textsCut += texts[sheet]->cut();
-                texts[sheet].reset();
-                allUses += uses[sheet];
-                firstText_[sheet + 1] += firstText_[sheet];
-            });
-        if (allUses > mostTexts) throw erroreOverflow();
-        file_.replaceLater(table + static_cast<std::int64_t>(TextRecords::totalsOffset),
-                           asBytes({static_cast<std::uint32_t>(allUses),
-                                    static_cast<std::uint32_t>(firstText_.back())}));
-    }
-
-    void writeSheets(const std::vector<std::int64_t>& offsets) {
-        std::vector<Bytes> sheets(parts_.size());
-        eachSheet(
-            [&](std::size_t sheet, CellReader& reader) {
-                SheetRecords(source_, reader, parts_[sheet])
-                    .writeCells(sheets[sheet], static_cast<std::uint32_t>(firstText_[sheet]),
-                                sheet == 0);
-            },
-            [&](std::size_t sheet) {
-                file_.replaceLater(offsets[sheet],
-                                   asBytes({static_cast<std::uint32_t>(file_.size())}));
-                file_.append(sheets[sheet].all());
-                sheets[sheet] = {};
-            });
-    }
-
-    void advance(std::size_t sheets) {
-        done_ += sheets;
-        if (!progress_) return;
-        const double share = static_cast<double>(done_) / static_cast<double>(2 * parts_.size());
-        if (!progress_(share)) throw Errore(cancelledNumber, "Esportazione annullata");
-    }
-
-    const CellSource& source_;
-    const WorkbookProgress& progress_;
-    CompoundFile file_;
-    std::vector<SheetPart> parts_;
-    std::vector<std::unique_ptr<CellReader>> readers_;
-    std::vector<std::int64_t> firstText_;
-    std::size_t done_ = 0;
-    WorkbookLosses losses_;
+// A part of a sheet, as the first pass cut it.
+struct Part {
+    SheetPart rows;
+    std::size_t sheet = 0;
+    std::uint32_t firstText = 0;
 };
 
 } // namespace
 
-WorkbookLosses writeWorkbook(const std::filesystem::path& path, const CellSource& source,
-                             const WorkbookProgress& progress) {
-    return Writer(path, source, progress).write();
+// Two passes over the rows, in parts that all processors work on: the texts, which stand before the
+// sheets in the file, then the cells, which refer to texts by number.
+struct WorkbookFile::Impl {
+    Impl(const std::filesystem::path& path, const CellSource& source)
+        : source_(source), columns_(std::min(source.columns(), columnsPerSheet)),
+          records_(source, columns_), file_(path, "Workbook") {
+        losses_.columnsLeftOut = std::max(0, source.columns() - columnsPerSheet);
+        sheets_ = static_cast<std::size_t>(
+            std::max<std::int64_t>(1, (source.rows() + rowsPerSheet - 1) / rowsPerSheet));
+        for (unsigned i = 0; i < parallelThreads(); ++i)
+            readers_.push_back(source.reader());
+        partRows_ = mostPartRows();
+        Bytes head;
+        sheetOffsets_ = putHead(head, sheets_);
+        file_.append(head.all());
+        textTable_ = file_.size();
+    }
+
+    bool step() {
+        if (!textsEnded_)
+            stepTexts();
+        else if (nextPart_ < parts_.size())
+            stepCells();
+        if (textsEnded_ && nextPart_ == parts_.size()) return finish();
+        return true;
+    }
+
+    double done() const {
+        const auto rows = static_cast<double>(std::max<std::int64_t>(1, source_.rows()));
+        const double cells = nextPart_ == parts_.size()
+                                 ? rows
+                                 : static_cast<double>(parts_[nextPart_].rows.firstRow);
+        return (static_cast<double>(nextRow_) + (textsEnded_ ? cells : 0)) / (2 * rows);
+    }
+    const WorkbookLosses& losses() const { return losses_; }
+
+  private:
+    static constexpr std::size_t textLimit = std::size_t{4} << 20U; // bytes of a part's texts
+
+    std::int64_t mostPartRows() const {
+        constexpr std::int64_t most = 8192;
+        constexpr std::int64_t cells = std::int64_t{1} << 18U;
+        return std::clamp<std::int64_t>(cells / std::max(1, columns_), 64, most);
+    }
+
+    // The next parts, one a reader; none crosses the end of a sheet.
+    std::vector<Part> plan() const {
+        std::vector<Part> parts;
+        for (std::int64_t row = nextRow_; row < source_.rows() && parts.size() < readers_.size();) {
+            const std::int64_t inSheet = row % rowsPerSheet;
+            const auto rows = std::min({partRows_, rowsPerSheet - inSheet, source_.rows() - row});
+            parts.push_back({{row, rows, static_cast<std::uint32_t>(inSheet)},
+                             static_cast<std::size_t>(row / rowsPerSheet),
+                             0});
+            row += rows;
+        }
+        return parts;
+    }
+
+    void stepTexts() {
+        std::vector<Part> parts = plan();
+        std::vector<std::optional<TextRecords>> texts(parts.size());
+        std::vector<SheetRecords::Texts> written(parts.size());
+        runParallel(parts.size(), [&](std::size_t i) {
+            texts[i].emplace(nextRow_ == 0 && i == 0); // the first begins the table
+            SheetRecords records = records_;
+            written[i] = records.writeTexts(*readers_[i], parts[i].rows, textLimit, *texts[i]);
+        });
+        if (parts.empty()) writeEmptyTable();
+        bool whole = true;
+        for (std::size_t i = 0; i < parts.size() && whole; ++i) {
+            // A part whose texts became too many ends early; what follows it is cut anew.
+            whole = written[i].rows == parts[i].rows.rows;
+            parts[i].rows.rows = written[i].rows;
+            take(parts[i], *texts[i], written[i]);
+        }
+        partRows_ = whole ? std::min(mostPartRows(), partRows_ * 2)
+                          : std::max<std::int64_t>(1, parts_.back().rows.rows / 2);
+        if (nextRow_ >= source_.rows()) endTexts();
+    }
+
+    void writeEmptyTable() {
+        TextRecords table(true);
+        table.finish();
+        file_.append(table.bytes().all());
+    }
+
+    void take(Part part, const TextRecords& texts, const SheetRecords::Texts& written) {
+        file_.append(texts.bytes().all());
+        losses_.textsCut += texts.cut();
+        textUses_ += written.uses;
+        part.firstText = static_cast<std::uint32_t>(textCount_);
+        textCount_ += written.count;
+        if (textUses_ > mostTexts) throw erroreOverflow();
+        parts_.push_back(part);
+        nextRow_ += part.rows.rows;
+    }
+
+    void endTexts() {
+        textsEnded_ = true;
+        file_.replaceLater(textTable_ + static_cast<std::int64_t>(TextRecords::totalsOffset),
+                           asBytes({static_cast<std::uint32_t>(textUses_),
+                                    static_cast<std::uint32_t>(textCount_)}));
+        Bytes end;
+        { const Record record(end, RecordType::Eof); }
+        file_.append(end.all());
+    }
+
+    void stepCells() {
+        const std::size_t count = std::min(readers_.size(), parts_.size() - nextPart_);
+        std::vector<Bytes> cells(count);
+        runParallel(count, [&](std::size_t i) {
+            const Part& part = parts_[nextPart_ + i];
+            SheetRecords records = records_;
+            records.writeCells(*readers_[i], part.rows, part.firstText, cells[i]);
+        });
+        for (const Bytes& bytes : cells) {
+            const Part& part = parts_[nextPart_++];
+            if (part.rows.placeInSheet == 0) beginSheet(part.sheet);
+            file_.append(bytes.all());
+        }
+    }
+
+    void beginSheet(std::size_t sheet) {
+        endSheet();
+        openSheet_ = sheet;
+        file_.replaceLater(sheetOffsets_[sheet],
+                           asBytes({static_cast<std::uint32_t>(file_.size())}));
+        const std::int64_t first = static_cast<std::int64_t>(sheet) * rowsPerSheet;
+        Bytes begin;
+        records_.writeBegin(std::min(rowsPerSheet, source_.rows() - first), begin);
+        file_.append(begin.all());
+    }
+
+    void endSheet() {
+        if (!openSheet_) return;
+        Bytes end;
+        SheetRecords::writeEnd(*openSheet_ == 0, end);
+        file_.append(end.all());
+        openSheet_.reset();
+    }
+
+    bool finish() {
+        if (parts_.empty()) beginSheet(0); // there is one, at least
+        endSheet();
+        file_.finish();
+        return false;
+    }
+
+    const CellSource& source_;
+    int columns_;
+    SheetRecords records_;
+    CompoundFile file_;
+    std::vector<std::unique_ptr<CellReader>> readers_;
+    std::size_t sheets_ = 1;
+    std::vector<std::int64_t> sheetOffsets_;
+    std::int64_t textTable_ = 0;
+    std::int64_t partRows_ = 1;
+    std::vector<Part> parts_;
+    std::int64_t nextRow_ = 0; // of the pass over texts
+    bool textsEnded_ = false;
+    std::int64_t textUses_ = 0, textCount_ = 0;
+    std::size_t nextPart_ = 0; // of the pass over cells
+    std::optional<std::size_t> openSheet_;
+    WorkbookLosses losses_;
+};
+
+WorkbookFile::WorkbookFile(const std::filesystem::path& path, const CellSource& source)
+    : impl_(std::make_unique<Impl>(path, source)) {}
+
+WorkbookFile::~WorkbookFile() = default;
+
+bool WorkbookFile::Step() {
+    return impl_->step();
+}
+
+double WorkbookFile::Done() const {
+    return impl_->done();
+}
+
+WorkbookLosses WorkbookFile::Losses() const {
+    return impl_->losses();
 }
 
 } // namespace norvel::spreadsheet

@@ -27,6 +27,10 @@ void ColumnRows::numbers(RowCount first, RowCount places, RowList& numbers) cons
         numbers.push_back(static_cast<RowNumber>(view_->rowAt(place)));
 }
 
+bool ColumnRows::inStoreOrder() const {
+    return view_->rules().plain() && rows_->deletedRows() == 0;
+}
+
 const ColumnStore& ColumnRows::store() const {
     return rows_->store();
 }

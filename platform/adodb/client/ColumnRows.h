@@ -24,6 +24,8 @@ class NR_API ColumnRows {
     RowCount count() const; // of the rows on show
     // The numbers of the rows at the places [first, first + places), as far as there are rows.
     void numbers(RowCount first, RowCount places, RowList& numbers) const;
+    // Whether the row at each place is the one of that number.
+    bool inStoreOrder() const;
     const ColumnStore& store() const;
 
   private:

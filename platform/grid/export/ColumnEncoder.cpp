@@ -10,7 +10,7 @@ namespace norvel::grid {
 using namespace adodb;
 
 void appendBytes(GrowingBytes& out, std::string_view bytes) {
-    std::memcpy(out.extend(bytes.size()), bytes.data(), bytes.size());
+    if (!bytes.empty()) std::memcpy(out.extend(bytes.size()), bytes.data(), bytes.size());
 }
 
 ColumnEncoder::ColumnEncoder(const ColumnStore& store, const std::vector<int>& fields,

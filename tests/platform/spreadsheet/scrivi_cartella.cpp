@@ -2,7 +2,7 @@
 // [STOP]] A line is a row, its cells are separated by tabs: "n1.5" a number, "b1" a Boolean,
 // "d40000.25" a date in days, "h0.5" a time, "tTesto" a text ("\n" and "\t" in it stand for
 // themselves), nothing a blank cell. REPEAT: the rows come so many times. STOP: the share of the
-// work after which the operator cancels. Prints what did not fit: "textsCut columnsLeftOut". A
+// work after which it is given up. Prints what did not fit: "textsCut columnsLeftOut". A
 // failure prints its number and text, status 1.
 #include "platform/runtime/Errore.h"
 #include "platform/spreadsheet/Workbook.h"
@@ -102,8 +102,13 @@ int main(int argc, char** argv) {
     const Table table(argc > 2 ? std::atoll(argv[2]) : 1);
     const double stop = argc > 3 ? std::atof(argv[3]) : 2;
     try {
-        const auto losses = writeWorkbook(argv[1], table, [&](double done) { return done < stop; });
-        std::cout << losses.textsCut << ' ' << losses.columnsLeftOut << '\n';
+        WorkbookFile file(argv[1], table);
+        bool more = true;
+        while (more && file.Done() < stop)
+            more = file.Step();
+        const WorkbookLosses losses = file.Losses();
+        std::cout << (more ? "given up " : "") << losses.textsCut << ' ' << losses.columnsLeftOut
+                  << '\n';
     } catch (const norvel::Errore& errore) {
         std::cout << errore.numero() << ' ' << errore.descrizione() << '\n';
         return 1;

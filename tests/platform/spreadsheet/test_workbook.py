@@ -141,17 +141,22 @@ class WorkbookTest(unittest.TestCase):
         self.write([["n1", "tcittà", "b1"], ["n2.5", "", "t10 €"]])
         self.assertEqual(self.second_reader(), [["1", "città"], ["2.5", "", "10 €"]])
 
-    def test_a_cancelled_export_says_so(self):
-        self.assertTrue(self.write([["n1"]] * 10, 1, 0.1, status=1).startswith("3712 "))
+    def test_an_export_that_is_given_up_leaves_what_was_there(self):
+        with open(self.path, "w", encoding="utf-8") as old:
+            old.write("vecchio")
+        self.assertEqual(self.write([["n1", "tx"]] * 10, 1000, 0.1), "given up 0 0")
+        with open(self.path, encoding="utf-8") as old:
+            self.assertEqual(old.read(), "vecchio")
+        self.assertEqual(os.listdir(os.path.dirname(self.path)), ["export.xls"])
 
     def test_a_full_disk_is_told(self):
         os.symlink("/dev/full", self.path)
         said = self.write([["n1"]] * 100, 100, status=1)
-        self.assertTrue(said.startswith("71 ") and "export.xls" in said, said)
+        self.assertTrue(said.startswith("61 ") and "export.xls" in said, said)
 
     def test_a_missing_folder_is_told(self):
         self.path = os.path.join(os.path.dirname(self.path), "manca", "export.xls")
-        self.assertTrue(self.write([["n1"]], status=1).startswith("71 "))
+        self.assertTrue(self.write([["n1"]], status=1).startswith("76 "))
 
 
 if __name__ == "__main__":
