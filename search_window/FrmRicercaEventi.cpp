@@ -49,19 +49,16 @@ bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
 }
 
 // Keys that no part of the window has taken. Enter chooses, with Ctrl as well: too early it does
-// nothing. The command runs once the key has been dealt with: it may open a menu or a window.
+// nothing.
 bool FrmRicerca::suScorciatoia(int codice, int modificatori) {
     const Scorciatoia* const voce = scorciatoiaDi(codice, modificatori);
     if (!voce) return false;
     if (voce->codice == WXK_RETURN && !variabiliGlobali().gFinestraPronta) return true;
-    Finestra->CallAfter([this, voce] {
-        if (scaricata_) return;
-        List1->CloseUp();
-        if (voce->menu)
-            BarraBase->OpenMenu(voce->chiave);
-        else
-            BarraBase->Press(voce->chiave);
-    });
+    List1->CloseUp();
+    if (voce->menu)
+        BarraBase->OpenMenu(voce->chiave);
+    else
+        BarraBase->Press(voce->chiave);
     return true;
 }
 
