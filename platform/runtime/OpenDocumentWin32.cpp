@@ -1,9 +1,10 @@
 #include "platform/runtime/OpenDocumentSystem.h"
 
 #include <optional>
-#include <shellapi.h>
 #include <string>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <shellapi.h>
 
 namespace norvel {
 
