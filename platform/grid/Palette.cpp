@@ -101,4 +101,8 @@ RowColours alternateColours(const Palette& palette, const Split& split, bool eve
     return {back, readableOn(back, palette.text)};
 }
 
+wxColour frameColour(const Palette& palette, const wxColour& back) {
+    return visibleOn(back, palette.focus, readableOn(back, palette.text));
+}
+
 } // namespace norvel::grid

@@ -36,4 +36,7 @@ struct RowColours {
 };
 RowColours alternateColours(const Palette& palette, const Split& split, bool evenRow);
 
+// Of the current cell's frame on a row of that colour: the theme's own where it can be seen.
+wxColour frameColour(const Palette& palette, const wxColour& back);
+
 } // namespace norvel::grid

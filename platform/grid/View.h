@@ -12,6 +12,7 @@
 #include "platform/grid/model/Navigation.h"
 #include "platform/grid/model/RowCache.h"
 #include "platform/grid/model/RowReader.h"
+#include "platform/grid/model/RowSizing.h"
 
 #include <wx/dcclient.h>
 #include <wx/scrolbar.h>
@@ -140,10 +141,11 @@ class Grid::View : public controls::DataControl::Observer {
     void placeEditor();
     Measures measures(const wxSize& area) const;
     int rowHeight() const;
+    int fontRowHeight() const;
     int pixels(double twips) const;
 
     // mouse (ViewMouse.cpp)
-    enum class Drag { None, Heading, Sizing, Rows, Cells };
+    enum class Drag { None, Heading, Sizing, RowSizing, Rows, Cells };
     void bindMouse();
     void onLeftDown(wxMouseEvent& event);
     void press(wxMouseEvent& event);
@@ -160,12 +162,33 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount rowUnder(int y) const;
     bool inData(const wxPoint& at) const;
     void scrollOutside(bool outside);
-    void sizeColumn(int x);
     bool mayMoveColumns(int split) const;
     void updatePointer(const wxPoint& at);
     void setHotColumn(int column);
-    void showTip(const Hit& hit);
     Hit hitAt(const wxPoint& at) const;
+
+    // sizing columns and rows (ViewSizing.cpp)
+    void pressEdge(const Hit& hit, const wxPoint& at);
+    void sizeColumn(int x);
+    void setColumnWidth(int column, double twips);
+    void sizeCurrentColumn(Sizing sizing);
+    void sizeRows(Sizing sizing);
+    void dropRowEdge();
+    void setRowHeight(double twips);
+    RowHeights rowHeights() const;
+    double draggedRowHeight() const;
+    void paintRowSizing(wxDC& dc);
+
+    // tips (ViewTips.cpp)
+    struct Words { // a text as it is painted
+        std::string text;
+        wxRect box;
+        Alignment align = Alignment::Left;
+    };
+    void showTip(const Hit& hit);
+    void hideTip();
+    Words wordsAt(const Hit& hit) const;
+    bool isCut(const Words& words, int place);
 
     // columns on their way to another place (ViewColumnMove.cpp)
     void pressHeading(const Hit& hit, const wxPoint& at);
@@ -237,6 +260,9 @@ class Grid::View : public controls::DataControl::Observer {
     void paintHeading(wxDC& dc, int place);
     wxRect pictureBox(const Column& column, const wxRect& room) const;
     wxRect headingRoom(int place) const;
+    wxRect textBox(const Rect& cell) const;
+    wxRect headingTextBox(int place) const;
+    wxRect filterTextBox(int column) const;
     void paintFilterBar(wxDC& dc);
     void paintFilterTexts(wxDC& dc, const Geometry::Pane& pane);
     void paintFilterCell(wxDC& dc, int index);
@@ -309,6 +335,7 @@ class Grid::View : public controls::DataControl::Observer {
     ColumnDrag columnDrag_;  // of Drag::Heading
     int dragSplit_ = 0;      // the one that it began in
     int dragColumn_ = -1;    // the one being sized
+    adodb::RowCount dragRow_ = -1; // likewise
     int dragStart_ = 0;
     double dragWidth_ = 0; // twips
     bool dragAdds_ = false;

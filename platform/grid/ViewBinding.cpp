@@ -81,6 +81,7 @@ void Grid::View::giveUpReading(const Errore& error) {
 
 // Everything that depends on which rows there are.
 void Grid::View::rowsChanged() {
+    hideTip();
     clickedRow_ = -1; // what a double-click would hit is another row now
     Reader();
     Layout();

@@ -41,10 +41,17 @@ Stroke strokeOf(const wxKeyEvent& event) {
         Pair{WXK_F2, Key::F2},
         Pair{WXK_ESCAPE, Key::Escape},
         Pair{WXK_TAB, Key::Tab},
+        Pair{'+', Key::Plus},
+        Pair{'=', Key::Plus}, // where the plus needs Shift
+        Pair{WXK_NUMPAD_ADD, Key::Plus},
+        Pair{'-', Key::Minus},
+        Pair{WXK_NUMPAD_SUBTRACT, Key::Minus},
+        Pair{'0', Key::Zero},
+        Pair{WXK_NUMPAD0, Key::Zero},
     };
     const auto found = std::ranges::find(pairs, event.GetKeyCode(), &Pair::code);
-    const Key key = found == pairs.end() || event.AltDown() ? Key::Other : found->key;
-    return {key, event.ShiftDown(), event.ControlDown()};
+    const Key key = found == pairs.end() ? Key::Other : found->key;
+    return {key, event.ShiftDown(), event.ControlDown(), event.AltDown()};
 }
 
 } // namespace
@@ -76,6 +83,7 @@ bool Grid::View::keyWhileDragging(const wxKeyEvent& event) {
 
 bool Grid::View::HandleKey(wxKeyEvent& event) {
     if (keyWhileDragging(event)) return true;
+    hideTip();
     const Area area = FocusArea();
     const wxWeakRef<Grid> alive(&grid_);
     if (grid_.OnKey && grid_.OnKey(event.GetKeyCode(), event.GetModifiers(), area)) return true;
@@ -97,6 +105,10 @@ void Grid::View::run(const KeyCommand& command) {
         return moveCell(command);
     case KeyCommand::Kind::MoveColumn:
         return moveColumnBy(command.side);
+    case KeyCommand::Kind::SizeColumn:
+        return sizeCurrentColumn(command.sizing);
+    case KeyCommand::Kind::SizeRows:
+        return sizeRows(command.sizing);
     case KeyCommand::Kind::SelectAll:
         return selectAll();
     case KeyCommand::Kind::SelectRow:

@@ -49,7 +49,8 @@ void Grid::View::press(wxMouseEvent& event) {
         LeaveFilter(false);
         grid_.SetFocus();
     }
-    if (hit.row >= 0)
+    hideTip();
+    if (hit.row >= 0 && hit.spot != Spot::RowEdge)
         pressRow(hit, event);
     else
         pressHeadings(hit, event.GetPosition());
@@ -82,12 +83,8 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
 }
 
 void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
-    if (hit.spot == Spot::HeadingEdge) {
-        drag_ = Drag::Sizing;
-        dragColumn_ = hit.column;
-        dragStart_ = at.x;
-        dragWidth_ = columns_.Item(hit.column).Width;
-        if (!grid_.HasCapture()) grid_.CaptureMouse();
+    if (hit.spot == Spot::HeadingEdge || hit.spot == Spot::RowEdge) {
+        pressEdge(hit, at);
     } else if (hit.spot == Spot::Heading) {
         pressHeading(hit, at);
     } else if (hit.spot == Spot::FilterCell) {
@@ -103,6 +100,7 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
 void Grid::View::onDoubleClick(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     if (hit.spot == Spot::HeadingEdge) return FitColumn(hit.column);
+    if (hit.spot == Spot::RowEdge) return setRowHeight(0);
     const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
     press(event);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
@@ -119,6 +117,7 @@ void Grid::View::onLeftUp(wxMouseEvent& event) {
                       (hit.spot == Spot::Heading || hit.spot == Spot::HeadingEdge);
     const wxWeakRef<Grid> alive(&grid_);
     if (columnDrag_.Moving()) return dropHeading();
+    if (drag_ == Drag::RowSizing) return dropRowEdge();
     endDrag();
     if (head && grid_.OnHeadClick) grid_.OnHeadClick(column);
     if (alive && !alive->IsBeingDeleted() && alive->OnClick) alive->OnClick();
@@ -153,6 +152,8 @@ void Grid::View::onMotion(wxMouseEvent& event) {
     switch (drag_) {
     case Drag::Sizing:
         return sizeColumn(pointer_.x);
+    case Drag::RowSizing:
+        return Refresh();
     case Drag::Rows:
         scrollOutside(!inData({geometry_.Data().x, pointer_.y}));
         return dragRowsTo(pointer_.y);
@@ -211,17 +212,11 @@ RowCount Grid::View::rowUnder(int y) const {
     return std::clamp<RowCount>(row, 0, Rows() - 1);
 }
 
-void Grid::View::sizeColumn(int x) {
-    const double width = dragWidth_ + pixelsToTwips(x - dragStart_, Scale());
-    columns_.Item(dragColumn_).Width = std::max(minColumnWidth, width);
-    Layout();
-    Refresh();
-}
-
 void Grid::View::updatePointer(const wxPoint& at) {
     const Hit hit = hitAt(at);
     wxStockCursor shape = wxCURSOR_DEFAULT;
     if (hit.spot == Spot::HeadingEdge) shape = wxCURSOR_SIZEWE;
+    if (hit.spot == Spot::RowEdge) shape = wxCURSOR_SIZENS;
     if (hit.spot == Spot::FilterCell) shape = wxCURSOR_IBEAM;
     if (shape != pointerShape_) {
         pointerShape_ = shape;
@@ -237,37 +232,6 @@ void Grid::View::setHotColumn(int column) {
     hotColumn_ = column;
     const Measures& sizes = geometry_.Sizes();
     grid_.RefreshRect({0, 0, sizes.width, sizes.headingHeight}, false);
-}
-
-// A cell or a heading that is cut shows its whole text while the mouse rests on it; a marked
-// filter cell says why it is.
-void Grid::View::showTip(const Hit& hit) {
-    std::string text;
-    int room = 0;
-    if (hit.spot == Spot::FilterCell && !columns_.Item(hit.column).FilterError.empty()) {
-        text = columns_.Item(hit.column).FilterError;
-    } else if (hit.spot == Spot::FilterCell) {
-        text = columns_.Item(hit.column).FilterText;
-        const bool button = columns_.Item(hit.column).FilterCombo;
-        room = geometry_.FilterCell(hit.column).width -
-               (button ? geometry_.Sizes().filterButtonWidth : 0);
-    } else if (hit.spot == Spot::Heading) {
-        text = columns_.Item(hit.column).Caption;
-        const wxRect box = headingRoom(geometry_.PlaceOf(hit.column));
-        const wxRect picture = pictureBox(columns_.Item(hit.column), box);
-        room = geometry_.Heading(hit.column).width - (picture.IsEmpty() ? 0 : picture.width);
-    } else if (hit.spot == Spot::Cell) {
-        const int field = fieldOf_[static_cast<std::size_t>(hit.column)];
-        if (const std::string* cell = cache_.Text(hit.row, field)) text = *cell;
-        room = geometry_.Cell(hit.row, hit.column).width;
-    }
-    if (!text.empty() && painter_->Width(text) <= room - pixels(cellMarginTwips())) text.clear();
-    if (text == tip_) return;
-    tip_ = text;
-    if (text.empty())
-        grid_.UnsetToolTip();
-    else
-        grid_.SetToolTip(wxString::FromUTF8(text));
 }
 
 } // namespace norvel::grid

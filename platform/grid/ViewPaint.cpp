@@ -63,6 +63,7 @@ void Grid::View::onPaint() {
         if (splits_[0].FilterBar) paintFilterBar(dc);
     }
     paintBorders(dc);
+    if (drag_ == Drag::RowSizing) paintRowSizing(dc);
     paintScrollCorner(dc);
     if (columnDrag_.Moving()) paintColumnDrag(dc);
     if (!firstPainted_ && readError_.empty()) tellFirstPaint();
@@ -154,7 +155,6 @@ void Grid::View::paintLines(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) 
 
 void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) {
     const Rect data = geometry_.Data();
-    const int margin = pixels(cellMarginTwips() / 2);
     const bool hasFocus = focused();
     painter_->Begin(dc, {pane.left, data.y, pane.width, data.height});
     std::vector<wxColour> colours;
@@ -171,8 +171,8 @@ void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) 
         const Overflow overflow = isNumberType(column.DataType) || isDateType(column.DataType)
                                       ? Overflow::Hashes
                                       : Overflow::Ellipsis;
-        wxRect box(geometry_.ColumnLeft(place) + margin, 0,
-                   geometry_.ColumnWidth(place) - 2 * margin - 1, geometry_.Sizes().rowHeight - 1);
+        wxRect box = textBox({geometry_.ColumnLeft(place), 0, geometry_.ColumnWidth(place),
+                              geometry_.Sizes().rowHeight});
         for (RowCount row = rows.first; row < rows.last; ++row) {
             const std::string* text = field >= 0 ? cache_.Text(row, field) : nullptr;
             if (!text || text->empty()) continue;
@@ -210,19 +210,24 @@ void Grid::View::paintBorders(wxDC& dc) {
     }
 }
 
-// The current cell: a frame, strong while the grid has the focus.
+// The current cell: a frame, strong while the grid has the focus. Without it a highlighted row is
+// enough to be found again.
 void Grid::View::paintFocus(wxDC& dc) {
-    if (!grid_.HasFocus()) return;
+    const bool hasFocus = grid_.HasFocus();
+    if (!hasFocus && style_.MarqueeStyle == marqueeRow) return;
     const int place = geometry_.PlaceOf(currentColumn_, currentSplit_);
     const Rect cell = geometry_.CellAt(current_, place);
     if (cell.Empty()) return;
     const Rect pane = geometry_.PaneOf(place);
     const wxDCClipper clip(dc, pane.x, geometry_.DataTop(), pane.width, geometry_.DataHeight());
     const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
+    const int thick = std::max(2, pixels(30));
+    const RowLook look = lookOf(current_, SplitAt(currentSplit_), hasFocus);
     if (isSelected(current_) && area_.Contains(geometry_, currentColumn_))
-        paintFrame(dc, wxRect(box).Deflate(2), 1, palette_.selectionText);
+        paintFrame(dc, wxRect(box).Deflate(thick), thick / 2,
+                   hasFocus ? palette_.selectionText : palette_.idleSelectionText);
     else
-        paintFrame(dc, box, 2, palette_.focus);
+        paintFrame(dc, box, hasFocus ? thick : thick / 2, frameColour(palette_, look.back));
 }
 
 // By filled rectangles, which stay sharp at every scale.

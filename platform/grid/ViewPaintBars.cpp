@@ -55,11 +55,8 @@ void Grid::View::paintHeadings(wxDC& dc) {
         painter_->Begin(dc, room);
         for (int place = pane.first; place < pane.last; ++place) {
             const Column& column = columns_.Item(geometry_.ColumnAt(place));
-            wxRect box = headingRoom(place);
-            const wxRect picture = pictureBox(column, box);
-            if (!picture.IsEmpty()) box.width = std::max(0, picture.x - pixels(30) - box.x);
-            painter_->Draw(column.Caption, box, alignmentOf(column), Overflow::Ellipsis,
-                           palette_.faceText);
+            painter_->Draw(column.Caption, headingTextBox(place), alignmentOf(column),
+                           Overflow::Ellipsis, palette_.faceText);
         }
         painter_->End();
     }
@@ -92,10 +89,27 @@ wxRect Grid::View::pictureBox(const Column& column, const wxRect& room) const {
     return {room.x + room.width - size.x, room.y + (room.height - size.y) / 2, size.x, size.y};
 }
 
-wxRect Grid::View::headingRoom(int place) const {
+// A margin at both sides, the line at the right and the lower one left out.
+wxRect Grid::View::textBox(const Rect& cell) const {
     const int margin = pixels(cellMarginTwips() / 2);
-    const Rect cell = geometry_.HeadingAt(place);
     return {cell.x + margin, cell.y, cell.width - 2 * margin - 1, cell.height - 1};
+}
+
+wxRect Grid::View::headingRoom(int place) const {
+    return textBox(geometry_.HeadingAt(place));
+}
+
+wxRect Grid::View::headingTextBox(int place) const {
+    wxRect box = headingRoom(place);
+    const wxRect picture = pictureBox(columns_.Item(geometry_.ColumnAt(place)), box);
+    if (!picture.IsEmpty()) box.width = std::max(0, picture.x - pixels(30) - box.x);
+    return box;
+}
+
+wxRect Grid::View::filterTextBox(int column) const {
+    wxRect box = textBox(geometry_.FilterCell(column));
+    if (columns_.Item(column).FilterCombo) box.width -= geometry_.Sizes().filterButtonWidth;
+    return box;
 }
 
 void Grid::View::paintFilterBar(wxDC& dc) {
@@ -122,7 +136,6 @@ void Grid::View::paintFilterBar(wxDC& dc) {
 void Grid::View::paintFilterTexts(wxDC& dc, const Geometry::Pane& pane) {
     const Measures& sizes = geometry_.Sizes();
     const wxRect room(pane.left, sizes.headingHeight, pane.width, sizes.filterHeight);
-    const int margin = pixels(cellMarginTwips() / 2);
     {
         const wxDCClipper clip(dc, room);
         for (int place = pane.first; place < pane.last; ++place)
@@ -131,14 +144,9 @@ void Grid::View::paintFilterTexts(wxDC& dc, const Geometry::Pane& pane) {
     painter_->Begin(dc, room);
     for (int place = pane.first; place < pane.last; ++place) {
         const int index = geometry_.ColumnAt(place);
-        const Column& column = columns_.Item(index);
-        const Rect cell = geometry_.FilterCell(index);
-        const int button = column.FilterCombo ? sizes.filterButtonWidth : 0;
         if (index != filterColumn_)
-            painter_->Draw(
-                column.FilterText,
-                {cell.x + margin, cell.y, cell.width - 2 * margin - 1 - button, cell.height - 1},
-                Alignment::Left, Overflow::Ellipsis, palette_.text);
+            painter_->Draw(columns_.Item(index).FilterText, filterTextBox(index), Alignment::Left,
+                           Overflow::Ellipsis, palette_.text);
     }
     painter_->End();
 }

@@ -1,6 +1,5 @@
 // Sizes, scroll bars, wheel: what of the rows and columns is in view.
 #include "platform/grid/View.h"
-#include "platform/grid/model/DefaultColumns.h"
 #include "platform/runtime/Twips.h"
 
 #include <algorithm>
@@ -19,8 +18,14 @@ int Grid::View::pixels(double twips) const {
     return twipsToPixels(twips, Scale());
 }
 
-int Grid::View::rowHeight() const {
+int Grid::View::fontRowHeight() const {
     return textHeight_ + pixels(90);
+}
+
+// A height that was chosen for a smaller font still shows the whole of a line.
+int Grid::View::rowHeight() const {
+    if (style_.RowHeight <= 0) return fontRowHeight();
+    return std::max(pixels(style_.RowHeight), textHeight_ + 2);
 }
 
 // At both sides of a text together.
@@ -143,6 +148,7 @@ void Grid::View::ScrollTo(Pixels x, Pixels y) {
 // step.
 void Grid::View::scrolled() {
     barsStale_ = true;
+    hideTip();
     placeEditor();
     Refresh();
 }
@@ -191,25 +197,6 @@ void Grid::View::onWheel(wxMouseEvent& event) {
     const Pixels by = wheelY_.Add(-event.GetWheelRotation(), notch, step);
     ScrollAxis& axis = geometry_.Vertical();
     if (axis.SetPosition(axis.Position() + by)) scrolled();
-}
-
-void Grid::View::FitColumn(int column) {
-    Column& sized = columns_.Item(column);
-    std::vector<std::string> texts;
-    try {
-        Fill(geometry_.FirstRow(), geometry_.RowsInView(), {column});
-    } catch (const Errore& error) {
-        return report(error);
-    }
-    const int field = fieldOf_[static_cast<std::size_t>(column)];
-    for (int i = 0; i < geometry_.RowsInView(); ++i)
-        if (const std::string* text = cache_.Text(geometry_.FirstRow() + i, field))
-            texts.push_back(*text);
-    sized.Width = fittingWidth(
-        sized.Caption, texts, [this](std::string_view t) { return textTwips(t); },
-        cellFrameTwips());
-    Layout();
-    Refresh();
 }
 
 } // namespace norvel::grid

@@ -29,6 +29,7 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
     const Pixels end = whole > 0 ? (rows_ - whole) * sizes_.rowHeight : length - DataHeight();
     vertical_.SetExtent(length, DataHeight(), end);
     if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
+    rowSizing_ = !splits.empty() && splits.front().AllowRowSizing;
     placeSplits(splits);
 }
 
@@ -242,6 +243,20 @@ Hit Geometry::hitHeading(int x) const {
     return position > 0 && x < left + reach ? edgeOf(position - 1) : heading;
 }
 
+// An edge belongs to the row above it; the last one can be taken from below, too.
+Hit Geometry::hitSelectors(int y) const {
+    const Pixels from = vertical_.Position() + y - DataTop();
+    const RowCount row = from / sizes_.rowHeight;
+    if (rowSizing_ && rows_ > 0) {
+        const int reach = std::min(sizes_.edgeReach, sizes_.rowHeight / 4);
+        const RowCount above = (from + reach) / sizes_.rowHeight - 1; // its edge is the nearest
+        const Pixels edge = (above + 1) * sizes_.rowHeight;
+        const bool near = from < edge + reach && from >= edge - reach;
+        if (near && above >= FirstRow() && above < rows_) return {Spot::RowEdge, above};
+    }
+    return row < rows_ ? Hit{Spot::RecordSelector, row} : Hit{};
+}
+
 Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     if (x < 0 || y < 0 || x >= sizes_.width || y >= sizes_.height) return {};
     const int split = SplitAt(x);
@@ -254,9 +269,9 @@ Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
         const bool button = columns.Item(column).FilterCombo && FilterButton(column).Contains(x, y);
         return {button ? Spot::FilterButton : Spot::FilterCell, -1, column};
     }
+    if (x < sizes_.selectorWidth) return hitSelectors(y);
     const RowCount row = (vertical_.Position() + y - DataTop()) / sizes_.rowHeight;
     if (row >= rows_) return {};
-    if (x < sizes_.selectorWidth) return {Spot::RecordSelector, row, -1};
     if (place < 0) return {Spot::RowBackground, row, -1, split};
     return {Spot::Cell, row, ColumnAt(place), split};
 }

@@ -40,6 +40,7 @@ enum class Spot {
     FilterCell,     // column set
     FilterButton,   // column set
     RecordSelector, // row set
+    RowEdge,        // row set: the one that its lower edge sizes, where sizing is allowed
     Cell,           // row and column set
     RowBackground   // row set: right of the last column
 };
@@ -99,6 +100,8 @@ class NR_API Geometry {
     };
     std::vector<Pane> Panes() const; // left to right
     Rect PaneOf(int place) const;    // from the headings down
+    bool AllowsSizing(int split) const { return splits_[at(split)].sizing; }
+    bool AllowsRowSizing() const { return rowSizing_; }
     int FrozenCount(int split = 0) const { return splits_[at(split)].frozen; }
 
     // --- columns, by place and by index in the collection ---
@@ -165,11 +168,13 @@ class NR_API Geometry {
     int placeAt(int x) const; // -1: none
     Rect placeRect(int place, int top, int height) const;
     Hit hitHeading(int x) const;
+    Hit hitSelectors(int y) const;
     Hit hitBehindHeadings(int x) const;
     Measures sizes_;
     std::vector<int> shown_;  // indexes, left to right
     std::vector<int> edges_;  // right edge of each shown column, pixels from the first one's left
     std::vector<int> places_; // by index
+    bool rowSizing_ = false;
     std::vector<SplitPlaces> splits_ = std::vector<SplitPlaces>(1);
     adodb::RowCount rows_ = 0;
     ScrollAxis vertical_;

@@ -36,6 +36,15 @@ KeyCommand sideways(Side side, const Stroke& stroke) {
     return command;
 }
 
+// With both it is the AltGr of some keyboards, which types a character. Shift makes a plus on some.
+KeyCommand size(Sizing sizing, const Stroke& stroke) {
+    KeyCommand command;
+    if (stroke.control == stroke.alt) return command;
+    command.kind = stroke.alt ? KeyCommand::Kind::SizeRows : KeyCommand::Kind::SizeColumn;
+    command.sizing = sizing;
+    return command;
+}
+
 KeyCommand only(KeyCommand::Kind kind) {
     KeyCommand command;
     command.kind = kind;
@@ -46,6 +55,9 @@ KeyCommand only(KeyCommand::Kind kind) {
 
 KeyCommand commandFor(Stroke stroke) {
     using Kind = KeyCommand::Kind;
+    const bool sizes =
+        stroke.key == Key::Plus || stroke.key == Key::Minus || stroke.key == Key::Zero;
+    if (stroke.alt && !sizes) return {};
     switch (stroke.key) {
     case Key::Up:
         return moveRow(Step::RowUp, stroke, true);
@@ -80,6 +92,12 @@ KeyCommand commandFor(Stroke stroke) {
     case Key::Tab:
         if (stroke.control) return {};
         return only(stroke.shift ? Kind::EnterFilter : Kind::NextControl);
+    case Key::Plus:
+        return size(Sizing::Larger, stroke);
+    case Key::Minus:
+        return size(Sizing::Smaller, stroke);
+    case Key::Zero:
+        return size(Sizing::Fit, stroke);
     case Key::Other:
         break;
     }

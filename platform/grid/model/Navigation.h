@@ -21,17 +21,22 @@ enum class Key {
     Insert,
     F2,
     Escape,
-    Tab
+    Tab,
+    Plus,
+    Minus,
+    Zero
 };
 
 struct Stroke {
     Key key = Key::Other;
     bool shift = false;
     bool control = false;
+    bool alt = false;
 };
 
 enum class Step { RowUp, RowDown, PageUp, PageDown, FirstRow, LastRow };
 enum class Side { Left, Right, First, Last };
+enum class Sizing { Larger, Smaller, Fit };
 
 // | keys                                | what they do                                          |
 // |-------------------------------------|-------------------------------------------------------|
@@ -42,6 +47,10 @@ enum class Side { Left, Right, First, Last };
 // | Left, Right                         | current cell                                          |
 // | Home, End, Ctrl+Left, Ctrl+Right    | first, last cell of the row                           |
 // | Ctrl+Shift+Left, Ctrl+Shift+Right   | moves the current column, where columns can be moved  |
+// | Ctrl with +, -, 0                   | current column: wider, narrower, as its texts need;   |
+// |                                     | where columns can be sized                            |
+// | Alt with +, -, 0                    | rows: higher, lower, as the font needs; where rows    |
+// |                                     | can be sized                                          |
 // | Shift with Left, Right, Home, End   | selects cells from where the selection began to there |
 // | Ctrl+A                              | select all rows                                       |
 // | Ctrl+Space                          | select the current row, or take it out                |
@@ -62,6 +71,8 @@ struct KeyCommand {
         MoveRow,
         MoveCell,
         MoveColumn,
+        SizeColumn,
+        SizeRows,
         SelectAll,
         ToggleRow,
         SelectRow,
@@ -71,10 +82,11 @@ struct KeyCommand {
         NextControl
     };
     Kind kind = Kind::None;
-    Step step = Step::RowUp;    // MoveRow
-    Side side = Side::Left;     // MoveCell; MoveColumn: Left, Right
-    bool extend = false;        // MoveRow, MoveCell: the selection reaches to the row, the cell
-    bool keepSelection = false; // MoveRow
+    Step step = Step::RowUp;     // MoveRow
+    Side side = Side::Left;      // MoveCell; MoveColumn: Left, Right
+    Sizing sizing = Sizing::Fit; // SizeColumn, SizeRows
+    bool extend = false;         // MoveRow, MoveCell: the selection reaches to the row, the cell
+    bool keepSelection = false;  // MoveRow
 };
 
 NR_API KeyCommand commandFor(Stroke stroke);

@@ -38,6 +38,25 @@ TEST(Navigation, ControlAndShiftWithTheSidewaysArrowsMoveTheColumn) {
     EXPECT_EQ(commandFor({Key::Right, false, true}).side, Side::Last);
 }
 
+TEST(Navigation, PlusMinusAndZeroSizeTheColumnWithControlAndTheRowsWithAlt) {
+    const auto stroke = [](Key key, bool control, bool alt) {
+        return Stroke{.key = key, .shift = false, .control = control, .alt = alt};
+    };
+    EXPECT_EQ(commandFor(stroke(Key::Plus, true, false)).kind, Kind::SizeColumn);
+    EXPECT_EQ(commandFor(stroke(Key::Plus, true, false)).sizing, Sizing::Larger);
+    EXPECT_EQ(commandFor(stroke(Key::Minus, false, true)).kind, Kind::SizeRows);
+    EXPECT_EQ(commandFor(stroke(Key::Minus, false, true)).sizing, Sizing::Smaller);
+    EXPECT_EQ(commandFor(stroke(Key::Zero, true, false)).sizing, Sizing::Fit);
+    EXPECT_EQ(commandFor(stroke(Key::Plus, true, true)).kind, Kind::None) << "AltGr";
+    EXPECT_EQ(commandFor(stroke(Key::Zero, false, false)).kind, Kind::None);
+}
+
+TEST(Navigation, OtherKeysWithAltAreTheHosts) {
+    for (const Key key : {Key::Left, Key::Down, Key::Home, Key::A, Key::F2, Key::Tab})
+        EXPECT_EQ(commandFor({.key = key, .shift = false, .control = false, .alt = true}).kind,
+                  Kind::None);
+}
+
 TEST(Navigation, SelectionKeysNeedTheirModifier) {
     EXPECT_EQ(commandFor({Key::A, false, true}).kind, Kind::SelectAll);
     EXPECT_EQ(commandFor({Key::A}).kind, Kind::None);

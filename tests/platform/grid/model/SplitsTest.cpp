@@ -137,6 +137,50 @@ TEST_F(SplitsTest, AHeadingLandsBehindTheFrozenColumnsThoughOthersAreScrolledAwa
     EXPECT_EQ(geometry.BorderAt({Spot::Heading, 1}), 120) << "behind the frozen one";
 }
 
+TEST_F(SplitsTest, WhereRowsCanBeSizedTheEdgesOfTheirSelectorsDo) {
+    splits[0].AllowRowSizing = true;
+    show();
+    for (const int y : {66, 69, 70, 73}) { // the first row ends at 70
+        EXPECT_EQ(hit(5, y).spot, Spot::RowEdge) << y;
+        EXPECT_EQ(hit(5, y).row, 0) << y;
+    }
+    EXPECT_EQ(hit(5, 52).spot, Spot::RecordSelector) << "nothing above the first row";
+    EXPECT_EQ(hit(5, 65).spot, Spot::RecordSelector);
+    EXPECT_EQ(hit(5, 74).row, 1);
+    EXPECT_EQ(hit(25, 70).spot, Spot::Cell) << "only at the selectors";
+    splits[0].AllowRowSizing = false;
+    show();
+    EXPECT_EQ(hit(5, 69).spot, Spot::RecordSelector);
+}
+
+TEST_F(SplitsTest, TheLastRowsEdgeCanBeTakenFromBelow) {
+    splits[0].AllowRowSizing = true;
+    show();
+    geometry.Vertical().SetPosition(geometry.Vertical().End());
+    EXPECT_EQ(hit(5, 249).spot, Spot::RowEdge);
+    EXPECT_EQ(hit(5, 249).row, 99);
+    EXPECT_EQ(hit(5, 52).spot, Spot::RecordSelector) << "the row above is out of view";
+    geometry.Update(columns, geometry.Sizes(), 2, splits);
+    EXPECT_EQ(hit(5, 92).row, 1);
+    EXPECT_EQ(hit(5, 92).spot, Spot::RowEdge);
+    EXPECT_EQ(hit(5, 95).spot, Spot::Outside);
+}
+
+TEST_F(SplitsTest, SelectingCellsReachesBeyondThePane) {
+    splits[0].FrozenColumns = 1;
+    show(); // 0 | 1, 2, 3
+    EXPECT_EQ(geometry.PlaceReached(60), 0);
+    EXPECT_EQ(geometry.PlaceReached(900), 4) << "the next one";
+    EXPECT_EQ(geometry.PlaceReached(5), 0);
+    geometry.Horizontal().SetPosition(200); // 0 | 3, 4, 5
+    EXPECT_EQ(geometry.PlaceReached(5), 2);
+    EXPECT_EQ(geometry.PlaceReached(900), 5);
+    for (int i = 1; i < 6; ++i)
+        columns.Item(i).Visible = false;
+    show();
+    EXPECT_EQ(geometry.PlaceReached(300), 0) << "the empty part belongs to the last one";
+}
+
 TEST_F(SplitsTest, SplitsShareTheWidthAndEachScrollsByItself) {
     splits.resize(2);
     show(424);

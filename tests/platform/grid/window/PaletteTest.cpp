@@ -53,6 +53,13 @@ TEST(PaletteTest, TextOnAnyColourOfAStyleCanBeRead) {
     }
 }
 
+TEST(PaletteTest, TheCurrentCellsFrameIsSeenOnAnyColourOfAStyle) {
+    const Palette palette = systemPalette();
+    for (const wxColour& back : {wxColour(255, 255, 255), wxColour(0, 0, 0), palette.focus,
+                                 palette.currentBack, wxColour(128, 128, 128)})
+        EXPECT_GE(contrast(back, frameColour(palette, back)), 3) << back.GetAsString();
+}
+
 TEST(PaletteTest, ContrastFollowsItsDefinition) {
     EXPECT_NEAR(contrast(*wxBLACK, *wxWHITE), 21, 0.01);
     EXPECT_NEAR(contrast(*wxWHITE, *wxWHITE), 1, 0.001);
