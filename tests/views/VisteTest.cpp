@@ -202,9 +202,17 @@ TEST_F(VisteTest, FilesAndLayoutsAreNamedByTheSession) {
               (FileDisposizione{"C:\\dati\\parametri\\ART.grx", "CLI"}));
     EXPECT_EQ(disposizionePersonale(sessione, "Clienti"),
               (FileDisposizione{"C:\\pers\\ROSSIClienti.grx", "ROSSIClienti"}));
+}
+
+TEST_F(VisteTest, APercorsoWithoutItsSeparatorIsNotRepaired) {
     sessione.gPercorso = "C:\\dir";
-    EXPECT_EQ(disposizioneBase(sessione, "X").percorso, "C:\\dirparametri\\X.grx")
-        << "a missing separator is not put in";
+    EXPECT_EQ(disposizioneBase(sessione, "X").percorso, "C:\\dirparametri\\X.grx");
+    fs::create_directories(cartella / "dirparametri");
+    salva("dirparametri/X.grx", "CLI", "accanto alla cartella");
+    salva("parametri/X.grx", "CLI", "nella cartella");
+    sessione.gPercorso = (cartella / "dir").string();
+    ApplicaVista(custode, sessione, "Base:X");
+    EXPECT_EQ(mostrata, "accanto alla cartella");
 }
 
 TEST_F(VisteTest, ANameThatContainsBaseInAnyCaseIsTheKeyOfABaseLayout) {
