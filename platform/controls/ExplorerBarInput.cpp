@@ -1,6 +1,6 @@
 // A side menu's mouse and keyboard.
 #include "platform/controls/ExplorerBarImpl.h"
-#include "platform/controls/WxText.h"
+#include "platform/controls/Tip.h"
 
 #include <wx/dcclient.h>
 #include <wx/event.h>
@@ -80,10 +80,7 @@ void ExplorerBar::Impl::setHover(Row row) {
         wanted = groups[layout.rows[*hover].group].Items[layout.rows[*hover].item].Description;
     if (wanted == tip) return;
     tip = wanted;
-    if (tip.empty())
-        bar.UnsetToolTip();
-    else
-        bar.SetToolTip(toWx(tip));
+    setTip(bar, tip, hover ? rectOf(*hover) : bar.GetClientRect());
 }
 
 // The pressed command takes the keyboard, so that the arrows go on from there.

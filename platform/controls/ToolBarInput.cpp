@@ -1,7 +1,7 @@
 // A toolbar's mouse and keyboard.
 #include "platform/controls/Keyboard.h"
+#include "platform/controls/Tip.h"
 #include "platform/controls/ToolBarImpl.h"
-#include "platform/controls/WxText.h"
 
 #include <wx/dcclient.h>
 #include <wx/event.h>
@@ -89,10 +89,7 @@ void ToolBar::Impl::showTip() {
         wanted = tipOf(buttons[hover->button]);
     if (wanted == tip) return;
     tip = wanted;
-    if (tip.empty())
-        bar.UnsetToolTip();
-    else
-        bar.SetToolTip(toWx(tip));
+    setTip(bar, tip, hover ? rectOf(*hover) : bar.GetClientRect());
 }
 
 // Menus open when the mouse goes down, commands run when it comes up again on the same button.
