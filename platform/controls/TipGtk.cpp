@@ -18,41 +18,47 @@ struct Area {
 using Callback = void (*)();
 
 struct GtkCalls {
-    void (*setArea)(void*, const Area*) = nullptr;
-    void* (*data)(void*, const char*) = nullptr;
-    void (*setData)(void*, const char*, void*, void (*)(void*)) = nullptr;
-    unsigned long (*connect)(void*, const char*, Callback, void*, void*, int) = nullptr;
+    void (*setArea)(void*, const Area*);
+    void* (*data)(void*, const char*);
+    void (*setData)(void*, const char*, void*, void (*)(void*));
+    unsigned long (*connect)(void*, const char*, Callback, void*, void*, int);
 
     template <class Function>
-    static bool load(Function& function, const char* name) {
+    bool load(Function& function, const char* name) {
         function = reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
         return function != nullptr;
     }
-    bool loaded = load(setArea, "gtk_tooltip_set_tip_area") && load(data, "g_object_get_data") &&
-                  load(setData, "g_object_set_data_full") && load(connect, "g_signal_connect_data");
+    bool loadAll() {
+        return load(setArea, "gtk_tooltip_set_tip_area") && load(data, "g_object_get_data") &&
+               load(setData, "g_object_set_data_full") && load(connect, "g_signal_connect_data");
+    }
 };
 
-const GtkCalls& gtk() {
-    static const GtkCalls calls{};
-    return calls;
+// Null where the toolkit runs on another GTK.
+const GtkCalls* gtk() {
+    static GtkCalls calls;
+    static const bool loaded = calls.loadAll();
+    return loaded ? &calls : nullptr;
 }
 
 constexpr const char* areaKey = "norvel-tip-area";
 
 // Before GTK itself gives the text.
 int onQuery(void* widget, int, int, int, void* tooltip, void*) {
-    if (const void* area = gtk().data(widget, areaKey))
-        gtk().setArea(tooltip, static_cast<const Area*>(area));
+    const GtkCalls* const calls = gtk();
+    if (const void* area = calls ? calls->data(widget, areaKey) : nullptr)
+        calls->setArea(tooltip, static_cast<const Area*>(area));
     return 0;
 }
 
 void setArea(void* widget, const wxRect& area) {
-    if (widget == nullptr || !gtk().loaded) return;
-    if (gtk().data(widget, areaKey) == nullptr)
-        gtk().connect(widget, "query-tooltip", reinterpret_cast<Callback>(&onQuery), nullptr,
-                      nullptr, 0);
-    gtk().setData(widget, areaKey, new Area{area.x, area.y, area.width, area.height},
-                  [](void* old) { delete static_cast<Area*>(old); });
+    const GtkCalls* const calls = gtk();
+    if (widget == nullptr || !calls) return;
+    if (calls->data(widget, areaKey) == nullptr)
+        calls->connect(widget, "query-tooltip", reinterpret_cast<Callback>(&onQuery), nullptr,
+                       nullptr, 0);
+    calls->setData(widget, areaKey, new Area{area.x, area.y, area.width, area.height},
+                   [](void* old) { delete static_cast<Area*>(old); });
 }
 
 } // namespace
