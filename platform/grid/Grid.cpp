@@ -118,6 +118,31 @@ void Grid::SetFirstRow(RowCount row) {
 RowCount Grid::CurrentRow() const {
     return view_->CurrentRow();
 }
+RowCount Grid::LineCount() const {
+    return view_->Rows();
+}
+bool Grid::IsGroupRow(RowCount row) const {
+    return view_->IsGroup(row);
+}
+std::string Grid::LineText(RowCount row) {
+    return view_->GroupText(row);
+}
+bool Grid::IsGroupOpen(RowCount row) const {
+    return view_->IsGroupOpen(row);
+}
+void Grid::SetGroupOpen(RowCount row, bool open) {
+    if (view_->IsGroup(row)) view_->SetOpen(row, open);
+}
+void Grid::SetAllGroupsOpen(bool open) {
+    view_->SetAllOpen(open);
+}
+wxRect Grid::GroupRect(RowCount row) const {
+    return view_->IsGroup(row) ? view_->GroupBox(row) : wxRect();
+}
+wxRect Grid::GroupSignRect(RowCount row) const {
+    return view_->IsGroup(row) ? view_->GroupSign(row) : wxRect();
+}
+
 int Grid::CurrentColumn() const {
     return view_->CurrentColumn();
 }

@@ -45,10 +45,28 @@ namespace norvel::grid {
 // A new filter empties the selection, since what an operator does not see must not be handed back;
 // a new order keeps it. Requery and deleted rows empty it.
 //
-// Row and column numbers count from 0; a column's number is its index in Columns(), wherever it is
-// shown. Rectangles are logical pixels in the grid's client area, empty for what is not on show.
-// The data control must outlive the grid or be unbound first. Callbacks may destroy the grid's
-// window by Destroy().
+// In group view (GridStyle::DataView 2) a grouping area stands above the headings, and the rows are
+// grouped by GridStyle::GroupColumns, groups within groups: above the rows of each group stands a
+// line with its value and how many rows it has. Groups ascend by their values, whatever the
+// recordset's Sort, which orders the rows within them; texts that differ in case alone are one
+// group; Null and the empty text are groups of their own. All are closed when grouping begins; a
+// group opens when the current record moves into it by an operator or a program, but not because of
+// a new filter or a Requery. What is open stays open by its value. While rows are still arriving
+// the groups are of those that came ("…" behind their counts), made anew now and then and when the
+// last one is there. A group column whose field is not there waits for it. Grouped columns have no
+// heading and no filter cell until the grouping ends; their filters stay.
+//
+// The mouse, on the line of a group: a click on the sign opens or closes it, so does a double-click
+// elsewhere; a click makes it the line of the keyboard, and on its record selector selects its
+// rows, if it is closed. Selecting over the line of a closed group selects its rows. The keyboard:
+// see groups/GroupKeys.h. The recordset never moves onto the line of a group, and nothing there
+// calls OnDblClick, or OnKey for Enter.
+//
+// Row and column numbers count from 0. Rows are the lines under the headings: in group view the
+// lines of groups count, and rows in closed groups do not. A column's number is its index in
+// Columns(), wherever it is shown. Rectangles are logical pixels in the grid's client area, empty
+// for what is not on show. The data control must outlive the grid or be unbound first. Callbacks
+// may destroy the grid's window by Destroy().
 class NR_API Grid : public wxControl {
   public:
     explicit Grid(wxWindow* parent);
@@ -103,10 +121,21 @@ class NR_API Grid : public wxControl {
     adodb::RowCount RowsInView() const;    // at least partly
     adodb::RowCount FirstRow() const;      // the first row in view; rows count from 0
     void SetFirstRow(adodb::RowCount row); // scrolls there, as far as the rows reach
-    adodb::RowCount CurrentRow() const;    // -1: none
-    int CurrentColumn() const;             // -1: none
-    void SetCurrentColumn(int column);     // scrolls it into view; one that is not shown is ignored
-    int LeftColumn() const;                // the first column in view, -1: none
+    // The line of the current record, or of the group that the keyboard is on, or of the closed
+    // group that hides the record; -1: none.
+    adodb::RowCount CurrentRow() const;
+    adodb::RowCount LineCount() const;
+    bool IsGroupRow(adodb::RowCount row) const;
+    // What the line of a group says, "" of any other. Reads it when it is not at hand.
+    std::string LineText(adodb::RowCount row);
+    bool IsGroupOpen(adodb::RowCount row) const; // False of a line that is no group's
+    void SetGroupOpen(adodb::RowCount row, bool open);
+    void SetAllGroupsOpen(bool open);
+    wxRect GroupRect(adodb::RowCount row) const; // empty for what is no group's line
+    wxRect GroupSignRect(adodb::RowCount row) const;
+    int CurrentColumn() const;         // -1: none
+    void SetCurrentColumn(int column); // scrolls it into view; one that is not shown is ignored
+    int LeftColumn() const;            // the first column in view, -1: none
     // rowPosition: among the rows in view, 0 is FirstRow().
     // split: the one in which the rectangle is asked; Errore 9 on a bad one.
     wxRect CellRect(adodb::RowCount rowPosition, int column, int split = 0) const;
@@ -114,8 +143,8 @@ class NR_API Grid : public wxControl {
     wxRect FilterButtonRect(int column) const; // empty without FilterCombo
     wxRect HeadingRect(int column, int split = 0) const;
     wxRect RecordSelectorRect(adodb::RowCount rowPosition) const;
-    // What a cell shows; row: of all rows, from 0. Reads it when it is not at hand; what the
-    // recordset raises then.
+    // What a cell shows; row: of all rows, from 0; "" on the line of a group. Reads it when it is
+    // not at hand; what the recordset raises then.
     std::string CellText(adodb::RowCount row, int column);
     // Logical pixels to one pixel of 96 dpi: what turns twips into the grid's pixels.
     double Scale() const;

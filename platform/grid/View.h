@@ -5,6 +5,7 @@
 #include "platform/grid/HeadingPicture.h"
 #include "platform/grid/Palette.h"
 #include "platform/grid/TextPainter.h"
+#include "platform/grid/groups/Lines.h"
 #include "platform/grid/model/CellArea.h"
 #include "platform/grid/model/CheckBox.h"
 #include "platform/grid/model/ColumnDrag.h"
@@ -27,6 +28,9 @@ namespace norvel::grid {
 
 inline constexpr double markTwips = 30; // the frame of a marked filter cell
 
+// A row, here, is a line on show (Rows(), current_, what Geometry counts): where rows are grouped
+// the lines of groups are among them. What the reader, the cache and the selection count are the
+// rows of the recordset in the order on show; lines_ leads from one to the other.
 class Grid::View : public controls::DataControl::Observer {
   public:
     explicit View(Grid& grid);
@@ -75,7 +79,8 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount CurrentRow() const { return current_; }
     int CurrentColumn() const { return currentColumn_; }
     void SetCurrentColumn(int column);
-    // Makes the row the recordset's current record; a refusal is reported. False then.
+    // Makes the row the recordset's current record; a refusal is reported. False then. On the line
+    // of a group the keyboard goes, and the recordset stays.
     bool MoveTo(adodb::RowCount row);
     bool HandleKey(wxKeyEvent& event); // false: not handled
 
@@ -103,6 +108,15 @@ class Grid::View : public controls::DataControl::Observer {
     int AddSplit();
     void RemoveSplit(int index);
 
+    // --- groups (ViewGroups.cpp, ViewGroupLines.cpp) ---
+    bool IsGroup(adodb::RowCount row) const;
+    bool IsGroupOpen(adodb::RowCount row) const;
+    void SetOpen(adodb::RowCount row, bool open);
+    void SetAllOpen(bool open);
+    std::string GroupText(adodb::RowCount row);
+    wxRect GroupSign(adodb::RowCount row) const;
+    wxRect GroupBox(adodb::RowCount row) const;
+
     // --- look as a whole (ViewLook.cpp) ---
     grid::Layout TakeLayout() const;
     void ApplyLayout(const grid::Layout& layout);
@@ -116,16 +130,51 @@ class Grid::View : public controls::DataControl::Observer {
     // binding
     void makeColumns();
     void remapColumns();
-    void syncCurrent(bool show);
+    void keepCurrentColumn();
+    bool fetching() const; // rows are still coming
+    // Takes over the host's current record. Moved: it is another one; where a closed group hides it
+    // the group opens, and it comes into view. Anew: the lines are others, and the keyboard stays
+    // on the group where it was. Quiet: the same without scrolling.
+    enum class Sync { Moved, Anew, Quiet };
+    void syncCurrent(Sync sync);
+    adodb::RowCount hostsRecord();
+    void setCurrent(adodb::RowCount row);
     void rowsChanged();
     void rowsArrived(bool atOnce);
     bool ownColumns() const;
     adodb::RowCount readableRows();
     void giveUpReading(const Errore& error);
     bool isSelected(adodb::RowCount row) const;
+    // The recordset's row on a line, -1: a group's line.
+    adodb::RowCount recordOn(adodb::RowCount row) const;
+    // What the cell shows, as far as it is at hand: null.
+    const std::string* cellAt(adodb::RowCount row, int column) const;
     double textTwips(std::string_view text);
     double cellMarginTwips() const;
     double cellFrameTwips() const;
+
+    // groups (ViewGroups.cpp, ViewGroupLines.cpp)
+    std::vector<int> groupColumns() const;
+    void groupRows();
+    Lines::ValueOf groupValues();
+    GroupPath pathOf(const Line& line);
+    void regroup();
+    void regroupIfOthers();
+    bool regroupArrived(bool last);
+    void setGroupColumns(std::vector<std::string> fields);
+    void groupBy(int column, int place);
+    void ungroup(int column);
+    bool onGroup() const;
+    void toggle(adodb::RowCount row);
+    void reveal(adodb::RowCount record);
+    void linesChanged();
+    void stepOnGroup(adodb::RowCount row);
+    void toParent();
+    bool runGroupCommand(Stroke stroke);
+    void fillGroupLines(adodb::RowCount first, adodb::RowCount count);
+    std::string groupLineText(adodb::RowCount row);
+    void paintGroupLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    bool pressGroup(const Hit& hit, const wxMouseEvent& event);
 
     // scrolling
     void makeScrollBars();
@@ -205,6 +254,7 @@ class Grid::View : public controls::DataControl::Observer {
     bool keyWhileDragging(const wxKeyEvent& event);
     void run(const KeyCommand& command);
     void moveRow(const KeyCommand& command);
+    void moveTo(adodb::RowCount row, const Line& line);
     void moveCell(const KeyCommand& command);
     bool filterKey(wxKeyEvent& event);
     void nextFilterCell(bool forward);
@@ -213,6 +263,7 @@ class Grid::View : public controls::DataControl::Observer {
     void selectTo(adodb::RowCount row, bool add);
     void selectCells(adodb::RowCount row, int begin, int end);
     void selectAll();
+    void selectRow(adodb::RowCount row);
     void toggleRow(adodb::RowCount row);
     void extendTo(adodb::RowCount row);
     void cellMoved(bool extend, int from);
@@ -301,6 +352,11 @@ class Grid::View : public controls::DataControl::Observer {
     std::shared_ptr<RowReader> reader_;
     bool readerStale_ = true;
     RowCache cache_;
+    Lines lines_;
+    std::vector<int> groups_; // the columns that the rows are grouped by, outermost first
+    Expansion expansion_;
+    std::string groupError_; // why the rows are not grouped
+    std::chrono::steady_clock::time_point lastGrouping_;
     std::vector<int> fieldOf_; // the recordset's field of each column, -1: none
     // The field names that fieldOf_ was looked up for.
     std::vector<std::string> mappedNames_;
@@ -310,7 +366,9 @@ class Grid::View : public controls::DataControl::Observer {
     std::string readError_;            // why what is in view could not be read; likewise
     std::chrono::steady_clock::time_point lastArrival_;
 
-    adodb::RowCount current_ = -1;
+    adodb::RowCount record_ = -1;    // the host's current record, as the reader counts; -1: none
+    adodb::RowCount current_ = -1;   // its line, or the line of a group that the keyboard is on
+    GroupPath groupAt_;              // that group's, where the keyboard went there; else empty
     adodb::RowCount lastPlace_ = -1; // current_, or -1 at BOF, the number of rows at EOF
     adodb::RowCount anchor_ = -1;    // where a selection with Shift begins
     int currentColumn_ = -1;

@@ -27,7 +27,8 @@ CellArea::Range Grid::View::AreaColumns() {
 void Grid::View::selectTo(RowCount row, bool add) {
     const CellArea kept = add ? CellArea{} : area_;
     if (!add) selection_.Clear();
-    selection_.AddRows(anchor_ >= 0 ? anchor_ : row, row);
+    if (const auto records = lines_.RowsBetween(anchor_ >= 0 ? anchor_ : row, row))
+        selection_.AddRows(records->first, records->last);
     area_ = kept;
     Refresh();
 }
@@ -40,14 +41,22 @@ void Grid::View::selectCells(RowCount row, int begin, int end) {
 
 void Grid::View::selectAll() {
     area_.Clear();
-    if (Rows() > 0) selection_.AddRows(0, Rows() - 1);
+    if (lines_.Rows() > 0) selection_.AddRows(0, lines_.Rows() - 1);
     Refresh();
 }
 
-void Grid::View::toggleRow(RowCount row) {
+// The row and nothing else; of a closed group all its rows.
+void Grid::View::selectRow(RowCount row) {
+    selection_.Clear();
     if (row < 0) return;
+    if (const auto records = lines_.RowsBetween(row, row))
+        selection_.AddRows(records->first, records->last);
+}
+
+void Grid::View::toggleRow(RowCount row) {
+    if (row < 0 || recordOn(row) < 0) return;
     area_.Clear();
-    selection_.ToggleRow(row);
+    selection_.ToggleRow(recordOn(row));
 }
 
 // --- by keys ---
@@ -122,8 +131,9 @@ void Grid::View::copyArea() {
     CellArea::PlaceRange places = area_.Places(geometry_);
     if (places.Empty()) places = {0, geometry_.ShownCount()};
     if (ranges.empty()) {
-        if (current_ < 0) return;
-        ranges.emplace_back(current_, current_);
+        const RowCount record = current_ < 0 ? -1 : recordOn(current_);
+        if (record < 0) return;
+        ranges.emplace_back(record, record);
         const int place = geometry_.PlaceOf(currentColumn_);
         places = {place, place + 1};
     }

@@ -40,7 +40,8 @@ void Grid::View::RecordsetReplaced() {
     reader_.reset();
     readerStale_ = true;
     cache_.Clear();
-    current_ = lastPlace_ = anchor_ = -1;
+    record_ = current_ = lastPlace_ = anchor_ = -1;
+    groupAt_.clear();
     if (!source_ || !source_->Recordset()) selection_.SetView(nullptr, false);
     geometry_.Vertical().SetPosition(0);
     rowsChanged();
@@ -58,11 +59,13 @@ RowReader* Grid::View::Reader() {
         const auto host = source_ ? source_->Recordset() : nullptr;
         if (host && (host->State() & adStateOpen)) reader_ = std::make_shared<RowReader>(*host);
         const bool sameRows = reader_ && old && old->SameFilter(*host);
-        selection_.SetView(reader_, sameRows);
         if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
         mappedNames_.clear();
         fieldOf_.clear();
         remapColumns();
+        groupRows();
+        keepCurrentColumn();
+        selection_.SetView(reader_, sameRows);
     } catch (const Errore& error) {
         giveUpReading(error);
     }
@@ -77,6 +80,8 @@ void Grid::View::giveUpReading(const Errore& error) {
     mappedNames_.clear();
     fieldOf_.clear();
     remapColumns();
+    groupRows();
+    keepCurrentColumn();
 }
 
 // Everything that depends on which rows there are.
@@ -85,7 +90,7 @@ void Grid::View::rowsChanged() {
     clickedRow_ = -1; // what a double-click would hit is another row now
     Reader();
     Layout();
-    syncCurrent(true);
+    syncCurrent(Sync::Anew);
     Refresh();
 }
 
@@ -149,21 +154,25 @@ void Grid::View::remapColumns() {
         }
         if (fieldOf_[i] >= 0) column.DataType = reader_->FieldType(fieldOf_[i]);
     }
-    const bool shownStill = currentColumn_ >= 0 && currentColumn_ < columns_.Count() &&
-                            columns_.Item(currentColumn_).Visible;
-    if (!shownStill) {
-        const auto shown = columns_.Shown();
+}
+
+// The column that the keyboard is in is one that is shown.
+void Grid::View::keepCurrentColumn() {
+    const auto shown = columns_.Ungrouped();
+    if (std::ranges::find(shown, currentColumn_) == shown.end())
         currentColumn_ = shown.empty() ? -1 : shown.front();
-    }
 }
 
 void Grid::View::ColumnsChanged() {
     if (!ownColumns()) madeFor_.clear();
     endColumnDrag();
     remapColumns();
+    regroupIfOthers();
+    keepCurrentColumn();
     if (filterColumn_ >= 0) {
         const bool there = splits_[0].FilterBar && filterColumn_ < columns_.Count() &&
-                           columns_.Item(filterColumn_).Visible;
+                           columns_.Item(filterColumn_).Visible &&
+                           !columns_.Item(filterColumn_).Grouped;
         if (there)
             SetFilterText(filterColumn_, columns_.Item(filterColumn_).FilterText);
         else
@@ -188,7 +197,27 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
             fields.push_back(field);
     std::sort(fields.begin(), fields.end());
     fields.erase(std::unique(fields.begin(), fields.end()), fields.end());
-    reader->Fill(cache_, first, count, fields);
+    const RowCount end = std::min(first + count, lines_.Count());
+    for (RowCount line = std::max<RowCount>(0, first); line < end;) {
+        const RowCount from = recordOn(line);
+        RowCount run = 1;
+        while (line + run < end && recordOn(line + run) == from + run)
+            ++run;
+        if (from >= 0) reader->Fill(cache_, from, run, fields);
+        line += run;
+    }
+}
+
+RowCount Grid::View::recordOn(RowCount row) const {
+    if (row < 0 || row >= lines_.Count()) return -1;
+    const Line line = lines_.At(row);
+    return line.IsGroup() ? -1 : line.row;
+}
+
+const std::string* Grid::View::cellAt(RowCount row, int column) const {
+    const int field = fieldOf_[static_cast<std::size_t>(column)];
+    const RowCount record = recordOn(row);
+    return field >= 0 && record >= 0 ? cache_.Text(record, field) : nullptr;
 }
 
 // Reads what the view shows and is not at hand. A failure takes the place of the rows.
@@ -196,6 +225,7 @@ void Grid::View::prepareRows() {
     readError_.clear();
     try {
         Fill(geometry_.FirstRow(), geometry_.RowsInView(), geometry_.ColumnsInView());
+        fillGroupLines(geometry_.FirstRow(), geometry_.RowsInView());
     } catch (const Errore& error) {
         readError_ = unreadable(error);
     }
@@ -205,7 +235,7 @@ std::string Grid::View::Text(RowCount row, int column) {
     columns_.Item(column);
     if (row < 0 || row >= Rows()) return {};
     Fill(row, 1, {column});
-    const std::string* text = cache_.Text(row, fieldOf_[static_cast<std::size_t>(column)]);
+    const std::string* text = cellAt(row, column);
     return text ? *text : std::string();
 }
 
@@ -219,41 +249,63 @@ int Grid::View::DataTypeCode(int column) {
 
 // --- the recordset's events ---
 
-// Takes over the host's current record. show: scrolls it into view.
-void Grid::View::syncCurrent(bool show) {
-    RowCount place = -1;
+// Where the host's current record stands, as the reader counts; -1: before the first one or
+// nowhere, as many as there are rows: behind the last one.
+RowCount Grid::View::hostsRecord() {
     try {
-        if (reader_) {
-            const RowCount position = Host().AbsolutePosition();
-            place = position >= 1 ? position - 1 : position == adPosEOF ? Rows() : -1;
-        }
+        if (!reader_) return -1;
+        const RowCount position = Host().AbsolutePosition();
+        if (position == adPosEOF) return lines_.Rows();
+        if (position < 1) return -1;
+        if (groups_.empty()) return position - 1;
+        return reader_->RowOf(Host().Bookmark()).value_or(-1);
     } catch (const Errore&) { // a closed or busy recordset has no current record
-        place = -1;
+        return -1;
     }
-    const RowCount row = place >= 0 && place < Rows() ? place : -1;
-    lastPlace_ = place;
-    if (row != current_) {
-        refreshRow(current_);
-        current_ = row;
-        anchor_ = row;
-        refreshRow(current_);
-        if (show && row >= 0 && geometry_.ShowRow(row)) scrolled();
-        if (grid_.OnRowChange) grid_.OnRowChange();
-    } else if (show && row >= 0 && geometry_.ShowRow(row)) {
-        scrolled();
+}
+
+void Grid::View::syncCurrent(Sync sync) {
+    const RowCount place = hostsRecord();
+    const RowCount record = place >= 0 && place < lines_.Rows() ? place : -1;
+    const bool moved = record != record_;
+    record_ = record;
+    if (moved && sync == Sync::Moved) {
+        groupAt_.clear();
+        if (record >= 0) reveal(record);
     }
+    RowCount row = record >= 0 ? lines_.NearestLine(record) : -1;
+    if (!groupAt_.empty()) {
+        const auto group = lines_.Find(groupAt_, groupValues());
+        if (!group) groupAt_.clear();
+        if (group) row = lines_.LineOfGroup(*group);
+        if (group && row < 0) row = lines_.NearestLine(lines_.RowsOf(*group).first);
+    }
+    lastPlace_ = row >= 0 ? row : place < 0 ? -1 : Rows();
+    const bool changed = row != current_;
+    if (changed) setCurrent(row);
+    if (sync != Sync::Quiet && row >= 0 && geometry_.ShowRow(row)) scrolled();
+    if ((changed || moved) && grid_.OnRowChange) grid_.OnRowChange();
+}
+
+void Grid::View::setCurrent(RowCount row) {
+    refreshRow(current_);
+    current_ = row;
+    anchor_ = row;
+    if (row >= 0) lastPlace_ = row;
+    refreshRow(current_);
 }
 
 void Grid::View::MoveComplete(EventReasonEnum reason, const Errore*, EventStatusEnum, Recordset&) {
     if (readerStale_) return; // ViewChanged or the next look will do it
     if (reason == adRsnAddNew || reason == adRsnRequery || Rows() != readableRows()) Layout();
-    syncCurrent(true);
+    syncCurrent(reason == adRsnRequery ? Sync::Anew : Sync::Moved);
 }
 
 void Grid::View::RecordChangeComplete(EventReasonEnum reason, int, const Errore*, EventStatusEnum,
                                       Recordset&) {
     cache_.Clear();
     if (reason == adRsnDelete || reason == adRsnUndoAddNew) selection_.Clear();
+    if (!groups_.empty()) readerStale_ = true; // the groups may be others
     rowsChanged();
 }
 
@@ -297,31 +349,35 @@ void Grid::View::rowsArrived(bool atOnce) {
         if (ownColumns() && !widthsSampled_) {
             makeColumns();
             remapColumns();
+            keepCurrentColumn();
         }
     } catch (const Errore& error) {
         giveUpReading(error);
     }
+    if (regroupArrived(atOnce && !fetching())) return;
     const RowCount before = Rows();
     const bool full = geometry_.FirstRow() + geometry_.WholeRows() < before;
     Layout();
     if (!full || Rows() < before) Refresh();
-    syncCurrent(false);
+    syncCurrent(Sync::Quiet);
 }
 
 // A row of a sorted selection is found by its bookmark, which a broken connection may refuse.
 bool Grid::View::isSelected(RowCount row) const {
     try {
-        return selection_.Contains(row);
+        return selection_.Contains(recordOn(row));
     } catch (const Errore&) { // said in the rows' place by the next read
         return false;
     }
 }
 
-// How many rows there are to show. A connection that was closed takes the reader with it.
+// How many lines there are to show. A connection that was closed takes the reader with it.
 RowCount Grid::View::readableRows() {
     if (!reader_ || readerStale_) return 0;
     try {
-        return reader_->Rows();
+        const RowCount rows = reader_->Rows();
+        if (groups_.empty()) lines_.SetPlain(rows);
+        return lines_.Count();
     } catch (const Errore& error) {
         giveUpReading(error);
         return 0;

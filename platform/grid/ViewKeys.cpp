@@ -36,6 +36,13 @@ Stroke strokeOf(const wxKeyEvent& event) {
         Pair{WXK_NUMPAD_SPACE, Key::Space},
         Pair{'A', Key::A},
         Pair{'C', Key::C},
+        Pair{'G', Key::G},
+        Pair{'*', Key::Multiply},
+        Pair{WXK_NUMPAD_MULTIPLY, Key::Multiply},
+        Pair{'/', Key::Divide},
+        Pair{WXK_NUMPAD_DIVIDE, Key::Divide},
+        Pair{WXK_RETURN, Key::Enter},
+        Pair{WXK_NUMPAD_ENTER, Key::Enter},
         Pair{WXK_INSERT, Key::Insert},
         Pair{WXK_NUMPAD_INSERT, Key::Insert},
         Pair{WXK_F2, Key::F2},
@@ -85,11 +92,16 @@ bool Grid::View::HandleKey(wxKeyEvent& event) {
     if (keyWhileDragging(event)) return true;
     hideTip();
     const Area area = FocusArea();
+    const Stroke stroke = strokeOf(event);
+    // Enter on the line of a group chooses nothing, whatever it does on a row.
+    const bool enter = area == Area::Data && stroke.key == Key::Enter && onGroup();
+    if (enter && runGroupCommand(stroke)) return true;
     const wxWeakRef<Grid> alive(&grid_);
     if (grid_.OnKey && grid_.OnKey(event.GetKeyCode(), event.GetModifiers(), area)) return true;
     if (!alive || alive->IsBeingDeleted()) return true;
     if (area == Area::FilterCell) return filterKey(event);
-    const KeyCommand command = commandFor(strokeOf(event));
+    if (runGroupCommand(stroke)) return true;
+    const KeyCommand command = commandFor(stroke);
     if (command.kind == KeyCommand::Kind::None) return false;
     if (command.kind == KeyCommand::Kind::ClearSelection && selection_.Count() == 0) return false;
     if (command.kind == KeyCommand::Kind::NextControl) return grid_.Navigate();
@@ -112,9 +124,7 @@ void Grid::View::run(const KeyCommand& command) {
     case KeyCommand::Kind::SelectAll:
         return selectAll();
     case KeyCommand::Kind::SelectRow:
-        selection_.Clear();
-        if (current_ >= 0) selection_.AddRows(current_, current_);
-        return;
+        return selectRow(current_);
     case KeyCommand::Kind::ToggleRow:
         return toggleRow(current_);
     case KeyCommand::Kind::Copy:
@@ -171,9 +181,21 @@ void Grid::View::SetCurrentColumn(int column) {
     refreshRow(current_);
 }
 
+void Grid::View::moveTo(RowCount row, const Line& line) {
+    if (line.IsGroup()) return stepOnGroup(row);
+    if (line.row == record_) {
+        groupAt_.clear();
+        if (row != current_) setCurrent(row);
+    } else if (groups_.empty()) {
+        Host().SetAbsolutePosition(line.row + 1);
+    } else {
+        Host().SetBookmark(reader_->BookmarkAt(line.row));
+    }
+}
+
 bool Grid::View::MoveTo(RowCount row) {
     try {
-        if (row != current_) Host().SetAbsolutePosition(row + 1);
+        moveTo(row, lines_.At(row));
         ShowCell(row, -1);
         anchor_ = row;
         return true;

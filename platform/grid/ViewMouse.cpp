@@ -32,7 +32,14 @@ void Grid::View::bindMouse() {
 }
 
 Hit Grid::View::hitAt(const wxPoint& at) const {
-    return geometry_.HitTest(at.x, at.y, columns_);
+    Hit hit = geometry_.HitTest(at.x, at.y, columns_);
+    const bool onLine = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
+    if (onLine && !groups_.empty() && recordOn(hit.row) < 0) {
+        hit.spot =
+            GroupSign(hit.row).Inflate(pixels(45)).Contains(at) ? Spot::GroupSign : Spot::GroupLine;
+        hit.column = -1;
+    }
+    return hit;
 }
 
 void Grid::View::onLeftDown(wxMouseEvent& event) {
@@ -57,6 +64,7 @@ void Grid::View::press(wxMouseEvent& event) {
 }
 
 void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
+    if (pressGroup(hit, event)) return;
     const bool add = event.ControlDown();
     const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
     const int fromColumn = currentColumn_;
@@ -71,8 +79,10 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
     } else if (add) {
         toggleRow(hit.row);
     } else {
-        selection_.Clear();
-        if (hit.spot == Spot::RecordSelector) selection_.AddRows(hit.row, hit.row);
+        if (hit.spot == Spot::RecordSelector)
+            selectRow(hit.row);
+        else
+            selection_.Clear();
         if (hit.spot == Spot::Cell) pressedColumn_ = hit.column;
     }
     if (hit.spot == Spot::RecordSelector && !grid_.HasCapture()) {
@@ -96,13 +106,15 @@ void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
     }
 }
 
-// A double-click chooses only where both clicks hit the same data row.
+// A double-click chooses only where both clicks hit the same data row; on the line of a group it
+// opens or closes.
 void Grid::View::onDoubleClick(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     if (hit.spot == Spot::HeadingEdge) return FitColumn(hit.column);
     if (hit.spot == Spot::RowEdge) return setRowHeight(0);
     const bool sameRow = hit.row >= 0 && hit.row == clickedRow_;
     press(event);
+    if (hit.spot == Spot::GroupLine && sameRow && !event.HasAnyModifiers()) toggle(hit.row);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
     if (!onData || !sameRow || event.HasAnyModifiers() || current_ != hit.row) return;
     if (grid_.OnDblClick) grid_.OnDblClick();

@@ -97,9 +97,11 @@ void Grid::View::paintRows(wxDC& dc, const wxRect& dirty) {
     const RowCount last = std::min<RowCount>(geometry_.FirstRow() + geometry_.RowsInView(),
                                              (top + area.GetBottom()) / sizes.rowHeight + 1);
     if (first >= last) return;
-    if (area.GetRight() >= sizes.selectorWidth)
+    if (area.GetRight() >= sizes.selectorWidth) {
         for (const Geometry::Pane& pane : geometry_.Panes())
             paintPane(dc, pane, {first, last});
+        paintGroupLines(dc, first, last);
+    }
     if (current_ >= first && current_ < last) paintFocus(dc);
     paintSelectors(dc, area);
 }
@@ -114,6 +116,7 @@ Grid::View::RowLook Grid::View::lookOf(RowCount row, const Split& split, bool ha
     if (row == current_ && style_.MarqueeStyle == marqueeRow)
         return {hasFocus ? palette_.currentBack : palette_.idleCurrentBack, palette_.text};
     if (selected) return {palette_.idleCurrentBack, palette_.text};
+    if (!groups_.empty() && recordOn(row) < 0) return {palette_.face, palette_.faceText};
     if (!split.AlternatingRowStyle) return {palette_.back, palette_.text};
     const RowColours colours = alternateColours(palette_, split, row % 2 == 1);
     return {colours.back, colours.text};
@@ -165,7 +168,6 @@ void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) 
     for (int place = pane.first; place < pane.last; ++place) {
         const int index = geometry_.ColumnAt(place);
         const Column& column = columns_.Item(index);
-        const int field = fieldOf_[static_cast<std::size_t>(index)];
         const bool checks = showsCheckBoxes(column);
         const Alignment align = alignmentOf(column);
         const Overflow overflow = isNumberType(column.DataType) || isDateType(column.DataType)
@@ -174,7 +176,7 @@ void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) 
         wxRect box = textBox({geometry_.ColumnLeft(place), 0, geometry_.ColumnWidth(place),
                               geometry_.Sizes().rowHeight});
         for (RowCount row = rows.first; row < rows.last; ++row) {
-            const std::string* text = field >= 0 ? cache_.Text(row, field) : nullptr;
+            const std::string* text = cellAt(row, index);
             if (!text || text->empty()) continue;
             box.y = geometry_.RowTop(row);
             if (checks && takesCheckBox(*text, box, boxes)) continue;
@@ -215,14 +217,20 @@ void Grid::View::paintBorders(wxDC& dc) {
 void Grid::View::paintFocus(wxDC& dc) {
     const bool hasFocus = grid_.HasFocus();
     if (!hasFocus && style_.MarqueeStyle == marqueeRow) return;
+    const int thick = std::max(2, pixels(30));
+    const RowLook look = lookOf(current_, SplitAt(currentSplit_), hasFocus);
+    if (onGroup()) {
+        wxRect whole = GroupBox(current_);
+        --whole.height;
+        return paintFrame(dc, whole, hasFocus ? thick : thick / 2,
+                          frameColour(palette_, look.back));
+    }
     const int place = geometry_.PlaceOf(currentColumn_, currentSplit_);
     const Rect cell = geometry_.CellAt(current_, place);
     if (cell.Empty()) return;
     const Rect pane = geometry_.PaneOf(place);
     const wxDCClipper clip(dc, pane.x, geometry_.DataTop(), pane.width, geometry_.DataHeight());
     const wxRect box(cell.x, cell.y, cell.width - 1, cell.height - 1);
-    const int thick = std::max(2, pixels(30));
-    const RowLook look = lookOf(current_, SplitAt(currentSplit_), hasFocus);
     if (isSelected(current_) && area_.Contains(geometry_, currentColumn_))
         paintFrame(dc, wxRect(box).Deflate(thick), thick / 2,
                    hasFocus ? palette_.selectionText : palette_.idleSelectionText);

@@ -47,9 +47,8 @@ void Grid::View::FitColumn(int column) {
     } catch (const Errore& error) {
         return report(error);
     }
-    const int field = fieldOf_[static_cast<std::size_t>(column)];
     for (int i = 0; i < geometry_.RowsInView(); ++i)
-        if (const std::string* text = cache_.Text(geometry_.FirstRow() + i, field))
+        if (const std::string* text = cellAt(geometry_.FirstRow() + i, column))
             texts.push_back(*text);
     sized.Width = fittingWidth(
         sized.Caption, texts, [this](std::string_view t) { return textTwips(t); },

@@ -15,8 +15,7 @@ Grid::View::Words Grid::View::wordsAt(const Hit& hit) const {
     if (hit.spot == Spot::FilterCell)
         return {column.FilterText, filterTextBox(hit.column), Alignment::Left};
     if (hit.spot != Spot::Cell) return {};
-    const int field = fieldOf_[static_cast<std::size_t>(hit.column)];
-    const std::string* text = field >= 0 ? cache_.Text(hit.row, field) : nullptr;
+    const std::string* text = cellAt(hit.row, hit.column);
     if (!text || (showsCheckBoxes(column) && checkOf(*text))) return {};
     return {*text, textBox(geometry_.CellAt(hit.row, place)), alignmentOf(column)};
 }

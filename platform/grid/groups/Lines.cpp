@@ -154,6 +154,15 @@ std::optional<GroupId> Lines::Parent(const Line& line) const {
     return GroupOf(line.row, own - 1);
 }
 
+std::optional<Lines::Range> Lines::RowsBetween(RowCount from, RowCount to) const {
+    const Line top = At(std::min(from, to));
+    const Line bottom = At(std::max(from, to));
+    RowCount last = bottom.row;
+    if (bottom.IsGroup()) last += IsOpen(bottom.group) ? -1 : RowsOf(bottom.group).count - 1;
+    if (last < top.row) return std::nullopt;
+    return from <= to ? Range{top.row, last} : Range{last, top.row};
+}
+
 bool Lines::IsOpen(GroupId group) const {
     return level(group.level).open[static_cast<std::size_t>(group.number)];
 }

@@ -55,9 +55,16 @@ class NR_API Lines {
         adodb::RowCount first = 0, count = 0;
     };
     Span RowsOf(GroupId group) const;
-    // The group that a row, or a group, is in, one level further out; none: an outermost group.
     GroupId GroupOf(adodb::RowCount row, int level) const;
+    // The innermost group that a row is in, or the one around a group; none: there is none.
     std::optional<GroupId> Parent(const Line& line) const;
+    // The rows from one line to another, in that direction: of a closed group's line all its rows,
+    // of an open one's none of its own. none: there are none.
+    struct Range {
+        adodb::RowCount first = 0, last = 0; // first > last: upwards
+        bool operator==(const Range&) const = default;
+    };
+    std::optional<Range> RowsBetween(adodb::RowCount from, adodb::RowCount to) const;
 
     // The group of these values; none where it is not there.
     std::optional<GroupId> Find(const GroupPath& path, const ValueOf& value) const;

@@ -22,7 +22,7 @@ void giveOrders(Columns& columns, const std::vector<int>& sequence) {
 } // namespace
 
 bool moveColumn(Columns& columns, int column, int place) {
-    const std::vector<int> shown = columns.Shown();
+    const std::vector<int> shown = columns.Ungrouped();
     const auto found = std::ranges::find(shown, column);
     const auto count = static_cast<int>(shown.size());
     if (found == shown.end() || place < 0 || place > count) return false;

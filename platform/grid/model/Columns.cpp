@@ -44,6 +44,12 @@ std::vector<int> Columns::InOrder() const {
     return indexes;
 }
 
+std::vector<int> Columns::Ungrouped() const {
+    std::vector<int> shown = Shown();
+    std::erase_if(shown, [this](int index) { return Item(index).Grouped; });
+    return shown;
+}
+
 std::vector<int> Columns::Shown() const {
     std::vector<int> shown = InOrder();
     std::erase_if(shown, [this](int index) { return !Item(index).Visible; });

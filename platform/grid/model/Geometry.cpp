@@ -15,7 +15,7 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
     sizes_ = measures;
     sizes_.rowHeight = std::max(1, sizes_.rowHeight);
     rows_ = std::max<RowCount>(0, rows);
-    shown_ = columns.Shown();
+    shown_ = columns.Ungrouped();
     places_.assign(at(columns.Count()), -1);
     edges_.clear();
     int right = 0;

@@ -42,7 +42,9 @@ enum class Spot {
     RecordSelector, // row set
     RowEdge,        // row set: the one that its lower edge sizes, where sizing is allowed
     Cell,           // row and column set
-    RowBackground   // row set: right of the last column
+    GroupLine,    // row set: the line of a group; the geometry itself does not tell it from a cell
+    GroupSign,    // row set: the sign on it that opens and closes the group
+    RowBackground // row set: right of the last column
 };
 
 struct Hit {

@@ -47,6 +47,7 @@ struct Column {
     double Width = 1440; // twips
     int Order = 0;
     bool Visible = true;
+    bool Grouped = false; // shown as groups of rows instead of a column; the grid's own matter
     Alignment Align = Alignment::General; // General: by the field's type
     adodb::DataTypeEnum DataType = adodb::adVarWChar;
     bool FilterCombo = false; // shows a drop-down list of values in the filter cell
@@ -84,6 +85,9 @@ struct FontStyle {
     bool operator==(const FontStyle&) const = default;
 };
 
+inline constexpr int dataViewNormal = 0;
+inline constexpr int dataViewGroups = 2; // with a grouping area
+
 inline constexpr int marqueeCell = 1; // the current cell alone is framed
 inline constexpr int marqueeRow = 2;  // its row is highlighted, too
 
@@ -108,6 +112,8 @@ class NR_API Columns {
     void Add(Column column);
     // The indexes of the visible columns from left to right: by Order, equals by index.
     std::vector<int> Shown() const;
+    // The same without those that are shown as groups.
+    std::vector<int> Ungrouped() const;
     // The same with those that are hidden.
     std::vector<int> InOrder() const;
 

@@ -98,6 +98,10 @@ KeyCommand commandFor(Stroke stroke) {
         return size(Sizing::Smaller, stroke);
     case Key::Zero:
         return size(Sizing::Fit, stroke);
+    case Key::G: // where rows are grouped: groups/GroupKeys.h
+    case Key::Multiply:
+    case Key::Divide:
+    case Key::Enter:
     case Key::Other:
         break;
     }

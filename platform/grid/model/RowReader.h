@@ -45,6 +45,12 @@ class NR_API RowReader : public RowIds {
     adodb::RowBlock Values(adodb::RowCount first, adodb::RowCount count,
                            const std::vector<int>& fields);
 
+    // Puts equal values of these fields together (Recordset::GroupBy): rows count in that order
+    // from then on, and those that arrive later do not show. Only right after it was made.
+    adodb::Grouping GroupBy(const std::vector<std::string>& fields) {
+        return clone_->GroupBy(fields);
+    }
+
     // Whether the host still shows the same rows as this reader, in the same or another order.
     bool SameFilter(const adodb::Recordset& host) const { return filter_ == host.Filter(); }
     bool SameSort(const adodb::Recordset& host) const { return sort_ == host.Sort(); }

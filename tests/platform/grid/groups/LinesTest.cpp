@@ -99,6 +99,22 @@ TEST(LinesTest, AGroupKnowsItsRowsAndWhatItIsIn) {
     EXPECT_FALSE(lines.Parent(lines.At(0)));
 }
 
+TEST(LinesTest, RowsBetweenLinesAreThoseOfClosedGroupsTooInTheDirectionAsked) {
+    using Range = Lines::Range;
+    Lines lines = made(nested, false);
+    lines.SetOpen({0, 1}, true); // G0.0 G0.1 G1.1 G1.2 G0.2
+    EXPECT_EQ(lines.RowsBetween(0, 0), (Range{0, 1}));
+    EXPECT_EQ(lines.RowsBetween(0, 1), (Range{0, 1}));
+    EXPECT_EQ(lines.RowsBetween(1, 1), std::nullopt);
+    EXPECT_EQ(lines.RowsBetween(1, 2), (Range{2, 2}));
+    EXPECT_EQ(lines.RowsBetween(4, 2), (Range{5, 2}));
+    lines.SetOpen({1, 2}, true); // G0.0 G0.1 G1.1 G1.2 3 4 G0.2
+    EXPECT_EQ(lines.RowsBetween(4, 5), (Range{3, 4}));
+    EXPECT_EQ(lines.RowsBetween(5, 3), (Range{4, 3}));
+    lines.SetPlain(9);
+    EXPECT_EQ(lines.RowsBetween(7, 3), (Range{7, 3}));
+}
+
 TEST(LinesTest, NoRowsAreNoLinesWhateverTheGroups) {
     Lines lines = made({{{}, {}}, 0}, true);
     EXPECT_EQ(lines.Count(), 0);
