@@ -134,6 +134,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void suClicBarra(const controls::Button& pulsante);
     void suApri(const controls::Button& pulsante);
     void suChiudi(const controls::Button& pulsante);
+    void suConfigura(const controls::Button& pulsante);
     void suFacilitata(const controls::Button& pulsante);
     template <void (*passo)(adodb::Recordset&)>
     void suNaviga(const controls::Button& pulsante);

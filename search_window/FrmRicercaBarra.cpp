@@ -8,6 +8,7 @@
 #include "search_window/RiordinaGriglia.h"
 #include "search_window/Testi.h"
 #include "views/Disposizioni.h"
+#include "views/FrmConfigura.h"
 
 namespace norvel::search_window {
 
@@ -21,6 +22,7 @@ FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
         {"indietro", &FrmRicerca::suNaviga<vaiIndietro>},
         {"avanti", &FrmRicerca::suNaviga<vaiAvanti>},
         {"chiudi", &FrmRicerca::suChiudi},
+        {"configura", &FrmRicerca::suConfigura},
         {"facilitata", &FrmRicerca::suFacilitata},
         {"Drop", &FrmRicerca::suDrop},
         {"Aggiorna", &FrmRicerca::suNaviga<aggiornaElenco>},
@@ -54,6 +56,15 @@ void FrmRicerca::suNaviga(const controls::Button&) {
     const adodb::RecordsetRef recordset = DBRicerca.Recordset();
     if (!recordset) throw erroreOggettoNonImpostato();
     passo(*recordset);
+}
+
+// The configuration window, modal, over the rows and with the layout that are on show; then this
+// window's abilitaCombo.
+void FrmRicerca::suConfigura(const controls::Button&) {
+    const adodb::RecordsetRef recordset = DBRicerca.Recordset();
+    if (!recordset) throw erroreOggettoNonImpostato();
+    views::apriFrmConfigura(recordset, Griglia->Layouts().Present());
+    if (!scaricata_) invertiCombo(*this);
 }
 
 void FrmRicerca::suFacilitata(const controls::Button& pulsante) {

@@ -7,6 +7,7 @@ namespace norvel::views {
 
 namespace {
 
+constexpr double altoGriglia = 75;     // the grid's top
 constexpr double margineGriglia = 100; // what the grid leaves of the width beside the menu
 constexpr double marginePagina = 75;   // below and beside the pages, and between grid and pages
 
@@ -20,8 +21,9 @@ PostiConfigura postiConfigura(double larghezza, double altezza, double larghezza
     PostiConfigura posti;
     posti.menu = {0, 0, larghezzaMenu, altezza};
     const double sinistra = larghezzaMenu + sinistraPagine;
-    posti.griglia = {sinistra, 0, std::max(0.0, larghezza - larghezzaMenu - margineGriglia),
-                     altoPagine - marginePagina};
+    posti.griglia = {sinistra, altoGriglia,
+                     std::max(0.0, larghezza - larghezzaMenu - margineGriglia),
+                     altoPagine - marginePagina - altoGriglia};
     posti.pagina = {sinistra, altoPagine, std::max(0.0, larghezza - sinistra - marginePagina),
                     std::max(0.0, altezza - altoPagine - marginePagina)};
     return posti;

@@ -99,10 +99,14 @@ bool ExplorerBar::SetFont(const wxFont& font) {
     return changed;
 }
 
-wxSize ExplorerBar::DoGetBestClientSize() const {
+wxSize ExplorerBar::SizeFor(const std::vector<ExplorerGroup>& groups) const {
     const int designed = twipsToPixels(impl_->widthTwips, FromDIP(1000) / 1000.0);
-    const int width = std::max(designed, explorerWidth(impl_->groups, impl_->metrics(designed)));
-    return {width, layoutExplorer(impl_->groups, impl_->metrics(width)).height};
+    const int width = std::max(designed, explorerWidth(groups, impl_->metrics(designed)));
+    return {width, layoutExplorer(groups, impl_->metrics(width)).height};
+}
+
+wxSize ExplorerBar::DoGetBestClientSize() const {
+    return SizeFor(impl_->groups);
 }
 
 ExplorerMetrics ExplorerBar::Impl::metrics(int width) const {
@@ -146,6 +150,7 @@ void ExplorerBar::Impl::layOut() {
     if (gone(hover)) hover.reset();
     if (gone(pressed)) pressed.reset();
     if (gone(focus)) focus.reset();
+    if (bar.HasFocus()) moveFocus(0); // a menu filled under the keyboard
     scrollTo(top);
     bar.InvalidateBestSize();
     bar.Refresh();

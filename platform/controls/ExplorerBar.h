@@ -39,6 +39,9 @@ class NR_API ExplorerBar : public wxControl {
     // Where a heading or an entry stands, in client pixels; it may be scrolled out of view.
     // Errore 35601.
     wxRect ItemRect(std::string_view key) const;
+    // The size at which a menu of these groups cuts no command and scrolls nothing; at least as
+    // wide as it was made.
+    wxSize SizeFor(const std::vector<ExplorerGroup>& groups) const;
     // The command where the keyboard stands; "" while the menu has no focus.
     std::string FocusedKey() const;
 

@@ -223,6 +223,9 @@ TEST_F(ExplorerBarTest, ClearedItIsEmptyAndMayBeFilledAnew) {
     EXPECT_TRUE(told.empty());
     click("NOTA");
     EXPECT_EQ(told, Told{"NOTA"});
+    bar->Clear();
+    bar->AddGroup(sampleGroups()[0]);
+    EXPECT_EQ(bar->FocusedKey(), "UNO") << "filled under the keyboard";
 }
 
 TEST_F(ExplorerBarTest, WhatDoesNotFitScrollsUnderTheWheelAndTheKeys) {
