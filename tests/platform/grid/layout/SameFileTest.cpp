@@ -4,10 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <clocale>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <locale>
 #include <random>
 #include <string>
 
@@ -51,6 +52,41 @@ TEST(LayoutFileOfEverySystem, TheSameLookIsTheSameBytes) {
     saveLayout((folder / "x.grx").string(), layoutName, look());
     EXPECT_EQ(bytesOf(folder / "x.grx"), bytesOf(keptFile));
     fs::remove_all(folder);
+}
+
+// A host's language, in which numbers have a comma and groups of digits.
+struct Italian : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+    std::string do_truename() const override { return "vero"; }
+    std::string do_falsename() const override { return "falso"; }
+};
+
+TEST(LayoutFileOfEverySystem, TheHostsLanguageDoesNotGetIntoIt) {
+    const fs::path folder =
+        fs::temp_directory_path() / ("nr_same_file_" + std::to_string(std::random_device()()));
+    fs::create_directories(folder);
+    const std::string file = (folder / "x.grx").string();
+    const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
+    // Where the system has one of its own.
+    for (const char* name : {"it_IT.UTF-8", "Italian_Italy.1252", "it-IT"})
+        if (std::setlocale(LC_NUMERIC, name)) break;
+    const std::locale before = std::locale::global({std::locale(), new Italian});
+    saveLayout(file, layoutName, look());
+    const Layout loaded = loadLayout(keptFile, layoutName);
+    std::locale::global(before);
+    std::setlocale(LC_NUMERIC, numbers.c_str());
+    EXPECT_EQ(bytesOf(file), bytesOf(keptFile));
+    EXPECT_EQ(loaded, look());
+    fs::remove_all(folder);
+}
+
+TEST(LayoutFileOfEverySystem, LinesEndAsTheyDidOnTheSystemThatWroteThem) {
+    const std::string bytes = bytesOf(keptFile);
+    ASSERT_FALSE(bytes.empty());
+    EXPECT_EQ(bytes.find('\r'), std::string::npos) << "a check-out must not change them";
+    EXPECT_EQ(bytes.back(), '\n');
 }
 
 TEST(LayoutFileOfEverySystem, WhatAnotherSystemWroteIsTheSameLook) {
