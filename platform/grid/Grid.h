@@ -34,8 +34,17 @@ namespace norvel::grid {
 //
 // Where Split::AllowColMove says so, a heading dragged sideways moves its column: a mark shows
 // where it lands, the view scrolls on at its edges, Esc leaves it where it was. A press that stays
-// within the system's drag distance is a click. Esc also takes back a width while it is being
-// dragged.
+// within the system's drag distance is a click.
+//
+// Where Split::AllowSizing says so, the edge of a heading sizes its column, frozen or not, and a
+// double-click on it fits the column to its texts; without it no column of the split can be sized.
+// Where Split::AllowRowSizing says so, the edge between two record selectors sets the height of all
+// rows (GridStyle::RowHeight) once it is let go, and a double-click on it gives them back the
+// height of the font; a row never gets lower than a line of text. Esc takes either back while it is
+// being dragged.
+//
+// A text that is not seen whole, in a cell or a heading, is shown as a tip while the mouse rests on
+// it; scrolling, a key or a click hides it.
 //
 // In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
 // and Shift+Tab move among the cells; Down leads back to the rows; Esc clears the cell, and leads

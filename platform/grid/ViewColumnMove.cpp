@@ -43,9 +43,7 @@ void Grid::View::scrollWithHeading() {
     const Rect area = geometry_.SplitArea(split);
     const int by = edgeScroll(pointer_.x, area.x, area.x + area.width, pixels(300));
     ScrollAxis& axis = geometry_.Horizontal(split);
-    if (by == 0 || !axis.SetPosition(axis.Position() + by)) return;
-    columnDrag_.Follow(pointer_.x, pointer_.y, geometry_);
-    scrolled();
+    if (by != 0 && axis.SetPosition(axis.Position() + by)) scrolled();
 }
 
 void Grid::View::dropHeading() {

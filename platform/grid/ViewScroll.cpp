@@ -149,6 +149,7 @@ void Grid::View::ScrollTo(Pixels x, Pixels y) {
 void Grid::View::scrolled() {
     barsStale_ = true;
     hideTip();
+    if (columnDrag_.Moving()) columnDrag_.Follow(columnDrag_.X(), columnDrag_.Y(), geometry_);
     placeEditor();
     Refresh();
 }

@@ -73,7 +73,9 @@ struct Split {
     bool AlternatingRowStyle = false;
     Style EvenRowStyle = defaultEvenRowStyle;
     Style OddRowStyle = defaultOddRowStyle;
-    int FrozenColumns = 0; // of those shown, from the left: they never scroll away
+    // Of those shown, from the left: they never scroll away. Where they would leave the others less
+    // than a quarter of the split's width, only as many as do not.
+    int FrozenColumns = 0;
     bool operator==(const Split&) const = default;
 };
 
