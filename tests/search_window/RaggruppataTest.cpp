@@ -22,6 +22,15 @@ class RaggruppataTest : public BancoViste {
         vista(nome, false);
     }
     static std::string ordine() { return righe().Sort(); }
+    // The codes as the recordset has its rows.
+    static std::string codiciInOrdine() {
+        std::string testo;
+        const auto clone = righe().Clone();
+        clone->SetSort(ordine());
+        for (clone->MoveFirst(); !clone->EOF_(); clone->MoveNext())
+            testo += clone->Fields()("codice").Value().toText();
+        return testo;
+    }
 };
 
 TEST_F(RaggruppataTest, AViewChosenFromTheMenuIsSortedByItsGroups) {
@@ -30,9 +39,47 @@ TEST_F(RaggruppataTest, AViewChosenFromTheMenuIsSortedByItsGroups) {
         scegliVista(1);
         EXPECT_EQ(griglia().Style().DataView, 2);
         EXPECT_EQ(ordine(), "[attivo], [citta]");
-        EXPECT_EQ(codici(), "5 3 1 7 6 4 2") << "True is -1 and comes first";
+        EXPECT_EQ(codiciInOrdine(), "5317642") << "True is -1 and comes first";
     });
     EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST_F(RaggruppataTest, GroupingByTheKeyboardSortsByTheGroupsThatThereAreThen) {
+    apriConViste([&] {
+        scegliVista(0);
+        clicIntestazione(Codice);
+        ASSERT_EQ(ordine(), "[codice]  asc");
+        griglia().SetCurrentColumn(Annullato);
+        robot.press('G', wxMOD_CONTROL);
+        EXPECT_EQ(griglia().Style().GroupColumns, (std::vector<std::string>{"citta", "annullato"}));
+        EXPECT_EQ(ordine(), "[citta], [annullato]");
+        EXPECT_NE(griglia().Columns().Item(Codice).Heading.ForegroundPicturePosition, 1);
+        foto("raggruppata");
+        robot.press('G', wxMOD_CONTROL | wxMOD_SHIFT);
+        EXPECT_EQ(ordine(), "[citta]");
+        robot.press('G', wxMOD_CONTROL | wxMOD_SHIFT);
+        EXPECT_EQ(ordine(), "") << "no groups: the rows' own order";
+        EXPECT_EQ(codiciInOrdine(), "1234567");
+    });
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST_F(RaggruppataTest, EnterOpensAGroupAndChoosesARow) {
+    ricerca.SetRecordsetOperatori(tabella("SELECT * FROM operatori"));
+    ricerca.SetRecordsetViste(tabella("SELECT * FROM ricerchepers"));
+    pronta();
+    intero("alla riga", [&] {
+        scegliVista(0);
+        robot.focus(griglia());
+        robot.press(WXK_END, wxMOD_CONTROL); // the last group, of Torino
+        if (!griglia().IsGroupOpen(griglia().CurrentRow())) robot.press(WXK_RETURN);
+        EXPECT_TRUE(finestra().Finestra->IsShown());
+        EXPECT_EQ(griglia().LineText(griglia().CurrentRow()), "Di tutti: Torino (1)");
+        robot.press(WXK_DOWN);
+    });
+    script.then("sceglie", [&] { robot.press(WXK_RETURN); });
+    cerca(tabella());
+    EXPECT_EQ(ricerca.Risposta(), "7");
 }
 
 TEST_F(RaggruppataTest, TheMenuSortsTheGroupedGridFirstThenShowsTheOtherView) {
