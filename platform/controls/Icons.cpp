@@ -191,6 +191,49 @@ void note(IconPen& pen) {
     pen.block(7.2, 7, 1.6, 5, Tone::Accent);
 }
 
+void magnifier(IconPen& pen) {
+    pen.weight(1.3);
+    pen.ring({6.6, 6.6}, 4.8);
+    pen.weight(2);
+    pen.stroke({{10.4, 10.4}, {14.2, 14.2}});
+    pen.weight(1.4);
+    pen.stroke({{4.4, 6.6}, {8.8, 6.6}}, Tone::Accent);
+}
+
+void smaller(IconPen& pen) {
+    magnifier(pen);
+}
+
+void larger(IconPen& pen) {
+    magnifier(pen);
+    pen.stroke({{6.6, 4.4}, {6.6, 8.8}}, Tone::Accent);
+}
+
+// A page with all its lines between the corners of a window.
+void wholePage(IconPen& pen) {
+    pen.frame(4.5, 2.5, 7, 11, Tone::Accent);
+    pen.stroke({{1.2, 4.2}, {1.2, 1.2}, {3.2, 1.2}});
+    pen.stroke({{12.8, 1.2}, {14.8, 1.2}, {14.8, 4.2}});
+    pen.stroke({{1.2, 11.8}, {1.2, 14.8}, {3.2, 14.8}});
+    pen.stroke({{12.8, 14.8}, {14.8, 14.8}, {14.8, 11.8}});
+}
+
+// An arrow from edge to edge.
+void pageWidth(IconPen& pen) {
+    pen.block(1, 2, 1.2, 12);
+    pen.block(13.8, 2, 1.2, 12);
+    pen.weight(1.3);
+    pen.stroke({{3.6, 8}, {12.4, 8}}, Tone::Accent);
+    pen.stroke({{6.2, 5.4}, {3.6, 8}, {6.2, 10.6}}, Tone::Accent);
+    pen.stroke({{9.8, 5.4}, {12.4, 8}, {9.8, 10.6}}, Tone::Accent);
+}
+
+// A sheet upright and one that lies.
+void turnedSheet(IconPen& pen) {
+    pen.frame(1.5, 1.5, 7, 10);
+    pen.frame(4.5, 7.5, 10, 7, Tone::Accent);
+}
+
 void neutral(IconPen& pen) {
     pen.frame(3, 3, 10, 10);
     pen.disc({8, 8}, 2, Tone::Accent);
@@ -202,17 +245,33 @@ struct Icon {
 };
 
 constexpr Icon icons[] = {
-    {"Apri", selection},      {"Facilitata", easyReading},
-    {"Modifica", pencil},     {"Drop", funnel},
-    {"Taglia", scissors},     {"copia", worksheetToClipboard},
-    {"copiaclip", twoSheets}, {"excel", tablePage},
-    {"HTML", markupPage},     {"Stampa", printer},
-    {"primo", first},         {"indietro", previous},
-    {"avanti", next},         {"ultimo", last},
-    {"Aggiorna", refresh},    {"configura", settings},
-    {"Chiudi", closeWindow},  {"nuovo", columns},
-    {"vista", eye},           {"ordine", brush},
-    {"salva", diskette},      {"nota", note},
+    {"Apri", selection},
+    {"Facilitata", easyReading},
+    {"Modifica", pencil},
+    {"Drop", funnel},
+    {"Taglia", scissors},
+    {"copia", worksheetToClipboard},
+    {"copiaclip", twoSheets},
+    {"excel", tablePage},
+    {"HTML", markupPage},
+    {"Stampa", printer},
+    {"primo", first},
+    {"indietro", previous},
+    {"avanti", next},
+    {"ultimo", last},
+    {"Aggiorna", refresh},
+    {"configura", settings},
+    {"Chiudi", closeWindow},
+    {"nuovo", columns},
+    {"vista", eye},
+    {"ordine", brush},
+    {"salva", diskette},
+    {"nota", note},
+    {"rimpicciolisci", smaller},
+    {"ingrandisci", larger},
+    {"pagina", wholePage},
+    {"larghezza", pageWidth},
+    {"orientamento", turnedSheet},
 };
 
 // Rec. 709 luma, 0 to 1.

@@ -1,6 +1,7 @@
 #include "platform/grid/Grid.h"
 
 #include "platform/grid/View.h"
+#include "platform/grid/preview/GridPreview.h"
 
 #include <utility>
 
@@ -34,6 +35,8 @@ Grid::Grid(wxWindow* parent) {
     layouts_ = std::make_unique<LayoutKeeper>(
         [this] { return view_->TakeLayout(); },
         [this](const grid::Layout& layout) { view_->ApplyLayout(layout); });
+    printInfo_ = std::make_unique<grid::PrintInfo>(
+        [this](grid::PrintInfo& info) { openPreview(*this, info); });
 }
 
 Grid::~Grid() = default;
@@ -93,6 +96,10 @@ GridStyle& Grid::Style() {
 
 LayoutKeeper& Grid::Layouts() {
     return *layouts_;
+}
+
+grid::PrintInfo& Grid::PrintInfo() {
+    return *printInfo_;
 }
 
 void Grid::Changed() {

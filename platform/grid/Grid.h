@@ -5,6 +5,7 @@
 #include "platform/grid/layout/LayoutKeeper.h"
 #include "platform/grid/model/Model.h"
 #include "platform/grid/model/SelBookmarks.h"
+#include "platform/grid/print/PrintInfo.h"
 
 #include <wx/control.h>
 
@@ -119,6 +120,8 @@ class NR_API Grid : public wxControl {
     GridStyle& Style();
     // The layouts in files: loading one gives the grid its look, adding stores the look it has.
     LayoutKeeper& Layouts();
+    // How the rows are printed, and the preview; see PrintInfo.
+    grid::PrintInfo& PrintInfo();
     // After properties of columns, splits or the style were changed by code. Columns that show
     // other fields than those the grid made for itself count as loaded from then on: they stay when
     // the recordset is replaced. The grid's own stay, with what was changed, for as long as the
@@ -205,6 +208,7 @@ class NR_API Grid : public wxControl {
   private:
     std::unique_ptr<View> view_;
     std::unique_ptr<LayoutKeeper> layouts_;
+    std::unique_ptr<grid::PrintInfo> printInfo_;
 };
 
 } // namespace norvel::grid

@@ -1,25 +1,13 @@
 // The grid's look as a whole: its style and its layouts.
-#include "platform/controls/WxText.h"
+#include "platform/grid/StyledFont.h"
 #include "platform/grid/View.h"
 
 namespace norvel::grid {
 
-namespace {
-
-wxFont styled(wxFont font, const FontStyle& style) {
-    if (!style.Name.empty()) font.SetFaceName(controls::toWx(style.Name));
-    if (style.Size > 0) font.SetFractionalPointSize(style.Size);
-    if (style.Bold) font.SetWeight(wxFONTWEIGHT_BOLD);
-    if (style.Italic) font.SetStyle(wxFONTSTYLE_ITALIC);
-    return font;
-}
-
-} // namespace
-
 // A font that is not there leaves the grid's own.
 void Grid::View::StyleChanged() {
     if (!ownFont_.IsOk()) ownFont_ = grid_.GetFont();
-    const wxFont font = styled(ownFont_, style_.Font);
+    const wxFont font = styledFont(ownFont_, style_.Font);
     if (font.IsOk() && font != grid_.GetFont()) grid_.SetFont(font);
 }
 

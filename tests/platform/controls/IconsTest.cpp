@@ -86,12 +86,13 @@ TEST(Icons, EveryCommandOfTheWindowsHasAnIconOfItsOwn) {
     const std::string neutral = bytesOf(picture("ignota", 20, lightFace, darkText));
     std::set<std::string> seen{neutral};
     for (const char* key :
-         {"Apri",      "Facilitata", "Modifica", "Drop",      "Taglia", "copia",
-          "copiaclip", "excel",      "HTML",     "Stampa",    "primo",  "indietro",
-          "avanti",    "ultimo",     "Aggiorna", "configura", "Chiudi", "nuovo",
-          "vista",     "ordine",     "salva",    "nota"})
+         {"Apri",      "Facilitata", "Modifica",    "Drop",      "Taglia",         "copia",
+          "copiaclip", "excel",      "HTML",        "Stampa",    "primo",          "indietro",
+          "avanti",    "ultimo",     "Aggiorna",    "configura", "Chiudi",         "nuovo",
+          "vista",     "ordine",     "salva",       "nota",      "rimpicciolisci", "ingrandisci",
+          "pagina",    "larghezza",  "orientamento"})
         EXPECT_TRUE(seen.insert(bytesOf(picture(key, 20, lightFace, darkText))).second) << key;
-    EXPECT_EQ(iconKeys().size(), 22U);
+    EXPECT_EQ(iconKeys().size(), 27U);
 }
 
 TEST(Icons, KeysAreCaseBlindAndAnUnknownOneGetsTheNeutralIcon) {
