@@ -165,6 +165,9 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void aggiungiVoce(std::string_view voce);
     wxRect cellaFiltro(int colonna) const;
 
+    // FrmRicercaStampa.cpp: the print preview
+    void suStampa(const controls::Button& pulsante);
+
     // FrmRicercaOrdine.cpp: sorting
     void suClicIntestazione(int colonna);
     void togliFrecce();

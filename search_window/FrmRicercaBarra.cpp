@@ -17,6 +17,7 @@ namespace norvel::search_window {
 FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
     static constexpr std::pair<const char*, Comando> comandi[] = {
         {"Apri", &FrmRicerca::suApri},
+        {"stampa", &FrmRicerca::suStampa},
         {"primo", &FrmRicerca::suNaviga<vaiAlPrimo>},
         {"ultimo", &FrmRicerca::suNaviga<vaiAllUltimo>},
         {"indietro", &FrmRicerca::suNaviga<vaiIndietro>},

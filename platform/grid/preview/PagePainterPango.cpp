@@ -24,7 +24,6 @@ struct GObjectFree {
 template <class T>
 using GObjectPtr = std::unique_ptr<T, GObjectFree>;
 
-constexpr double pointsPerTwip = 72.0 / 1440.0;
 constexpr double twipsPerUnit = 1.0 / PANGO_SCALE; // with a resolution of 1440 to the inch
 
 // One page on one Cairo context, whose unit becomes the twip.
@@ -196,12 +195,15 @@ void PangoPagePainter::PaintOnScreen(wxDC& dc, const PageContents& page, double 
     cairo_restore(cairo);
 }
 
-// The toolkit's printing leaves the context's unit at the point and its origin in the corner of
-// the paper.
+// The toolkit's printing makes the context's unit the printer's dot, and puts its origin into the
+// corner of the paper.
 void PangoPagePainter::PaintOnPaper(const wxPrintout& printout, const PageContents& page) {
     auto* cairo = static_cast<cairo_t*>(printout.GetDC()->GetImpl()->GetCairoContext());
     cairo_save(cairo);
-    cairo_scale(cairo, pointsPerTwip, pointsPerTwip);
+    int across = 0;
+    int down = 0;
+    printout.GetPPIPrinter(&across, &down);
+    cairo_scale(cairo, across / 1440.0, down / 1440.0);
     paint({cairo, 0, {}}, page);
     cairo_restore(cairo);
 }

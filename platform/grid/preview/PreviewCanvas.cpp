@@ -107,7 +107,12 @@ wxPoint PreviewCanvas::Centre() const {
 }
 
 void PreviewCanvas::SetZoom(ZoomMode mode, double zoom) {
-    zoomTo(mode, zoom, Centre());
+    zoomTo(mode, zoom, Anchor());
+}
+
+wxPoint PreviewCanvas::Anchor() const {
+    const wxPoint centre = Centre();
+    return GetViewStart().y == 0 ? wxPoint(centre.x, PaperRect().y) : centre;
 }
 
 void PreviewCanvas::zoomTo(ZoomMode mode, double zoom, wxPoint around) {

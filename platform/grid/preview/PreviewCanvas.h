@@ -29,6 +29,8 @@ class PreviewCanvas : public wxScrolledCanvas {
     // One step larger or smaller; the point stays where it is.
     void StepZoom(bool larger, wxPoint around);
     wxPoint Centre() const;
+    // What stays where it is when keys zoom: the centre; a page seen from its top stays at its top.
+    wxPoint Anchor() const;
     // Where the paper stands, logical pixels of the client area.
     wxRect PaperRect() const;
 

@@ -29,25 +29,26 @@ constexpr int barTwips = 420;
 struct BarButton {
     const char* key;
     const char* description;
+    const char* shortcut;
 };
 
 // From left to right; an empty key is a separator.
 constexpr std::array<BarButton, 15> barButtons{{
-    {"Stampa", "Stampa... (Ctrl+P)"},
-    {"", ""},
-    {"primo", "Prima pagina (Inizio)"},
-    {"indietro", "Pagina precedente (Pag\xE2\x86\x91)"},
-    {"avanti", "Pagina seguente (Pag\xE2\x86\x93)"},
-    {"ultimo", "Ultima pagina (Fine)"},
-    {"", ""},
-    {"rimpicciolisci", "Rimpicciolisci (Ctrl+-)"},
-    {"ingrandisci", "Ingrandisci (Ctrl++)"},
-    {"pagina", "Pagina intera (Ctrl+0)"},
-    {"larghezza", "Larghezza della pagina"},
-    {"", ""},
-    {"orientamento", "Foglio verticale / orizzontale"},
-    {"", ""},
-    {"Chiudi", "Chiudi l'anteprima (Esc)"},
+    {"Stampa", "Stampa", "Ctrl+P"},
+    {"", "", ""},
+    {"primo", "Prima pagina", "Inizio"},
+    {"indietro", "Pagina precedente", "Pag\xE2\x86\x91"},
+    {"avanti", "Pagina seguente", "Pag\xE2\x86\x93"},
+    {"ultimo", "Ultima pagina", "Fine"},
+    {"", "", ""},
+    {"rimpicciolisci", "Rimpicciolisci", "Ctrl+-"},
+    {"ingrandisci", "Ingrandisci", "Ctrl++"},
+    {"pagina", "Pagina intera", "Ctrl+0"},
+    {"larghezza", "Larghezza della pagina", "Ctrl+2"},
+    {"", "", ""},
+    {"orientamento", "Foglio orizzontale", "Ctrl+R"},
+    {"", "", ""},
+    {"Chiudi", "Chiudi l'anteprima", "Esc"},
 }};
 
 wxPaperSize paperOf(const PaperSize& paper) {
@@ -90,6 +91,7 @@ void PreviewWindow::makeBar() {
     Bar = new controls::ToolBar(this, barTwips);
     for (const BarButton& button : barButtons) {
         controls::Button made{button.key, button.description};
+        made.Shortcut = button.shortcut;
         if (made.Key.empty()) made.Style = controls::ButtonStyle::Separator;
         if (made.Key == "orientamento") {
             made.Style = controls::ButtonStyle::Check;
@@ -166,8 +168,8 @@ void PreviewWindow::onButton(std::string_view key) {
     if (key == "indietro") return Canvas->ShowPage(Canvas->Page() - 1);
     if (key == "avanti") return Canvas->ShowPage(Canvas->Page() + 1);
     if (key == "ultimo") return Canvas->ShowPage(job_.PageCount());
-    if (key == "rimpicciolisci") return Canvas->StepZoom(false, Canvas->Centre());
-    if (key == "ingrandisci") return Canvas->StepZoom(true, Canvas->Centre());
+    if (key == "rimpicciolisci") return Canvas->StepZoom(false, Canvas->Anchor());
+    if (key == "ingrandisci") return Canvas->StepZoom(true, Canvas->Anchor());
     if (key == "pagina") return Canvas->SetZoom(ZoomMode::Page);
     if (key == "larghezza") return Canvas->SetZoom(ZoomMode::Width);
     if (key == "orientamento") return turnPaper();
@@ -182,6 +184,9 @@ void PreviewWindow::turnPaper() {
     job_.SetPaper(info_.Paper, info_.Orientation);
     printer_.GetPrintData().SetOrientation(
         info_.Orientation == PageOrientation::Landscape ? wxLANDSCAPE : wxPORTRAIT);
+    Bar->Change("orientamento", [this](controls::Button& button) {
+        button.Value = info_.Orientation == PageOrientation::Landscape ? 1 : 0;
+    });
     Canvas->ShowRow(row);
 }
 
@@ -230,11 +235,11 @@ bool PreviewWindow::controlKey(int key) {
     case '+':
     case '=':
     case WXK_NUMPAD_ADD:
-        Canvas->StepZoom(true, Canvas->Centre());
+        Canvas->StepZoom(true, Canvas->Anchor());
         return true;
     case '-':
     case WXK_NUMPAD_SUBTRACT:
-        Canvas->StepZoom(false, Canvas->Centre());
+        Canvas->StepZoom(false, Canvas->Anchor());
         return true;
     case '0':
     case WXK_NUMPAD0:
@@ -243,6 +248,13 @@ bool PreviewWindow::controlKey(int key) {
     case '1':
     case WXK_NUMPAD1:
         Canvas->SetZoom(ZoomMode::Fixed);
+        return true;
+    case '2':
+    case WXK_NUMPAD2:
+        Canvas->SetZoom(ZoomMode::Width);
+        return true;
+    case 'R':
+        turnPaper();
         return true;
     case 'P':
         print();

@@ -21,8 +21,9 @@ class ToolBar;
 namespace norvel::grid {
 
 // Modal. PgUp and PgDn turn the page, Home and End lead to the first and the last, the arrows
-// scroll; Ctrl with + and - zooms, with 0 shows the page whole, with 1 at its own size, with P
-// prints, with G leads to the page's number; Esc closes.
+// scroll; Ctrl with + and - zooms, with 0 shows the page whole, with 1 at its own size, with 2 in
+// its whole width, with R turns the paper, with P prints, with G leads to the page's number; Esc
+// closes.
 class PreviewWindow : public wxDialog {
   public:
     // info: gets the orientation that the operator chose; outlives the window.

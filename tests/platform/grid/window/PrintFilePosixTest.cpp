@@ -1,0 +1,149 @@
+// Printing for real, by GTK's printing to a file, read back by poppler's tools.
+#include "platform/grid/export/ExportRows.h"
+#include "platform/grid/preview/PrintRun.h"
+#include "tests/platform/grid/window/GridFixture.h"
+#include "tests/support/Script.h"
+
+#include <wx/gtk/print.h>
+
+#include <array>
+#include <cstdio>
+#include <dlfcn.h>
+#include <filesystem>
+#include <random>
+
+namespace norvel::tests {
+namespace {
+
+using adodb::RowCount;
+
+template <class Function>
+Function gtkCall(const char* name) {
+    const auto call = reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
+    EXPECT_TRUE(call != nullptr) << name;
+    return call;
+}
+
+// Nothing is looked for but what prints to files: a machine without a print server would be asked
+// for printers a long time.
+void filesAlone() {
+    auto* settings = gtkCall<void* (*)()>("gtk_settings_get_default")();
+    gtkCall<void (*)(void*, const char*, ...)>("g_object_set")(settings, "gtk-print-backends",
+                                                               "file", nullptr);
+}
+
+// What the dialog begins with: printing to that file.
+void printTo(wxPrintDialogData& data, const std::filesystem::path& file) {
+    filesAlone();
+    const auto set =
+        gtkCall<void (*)(GtkPrintSettings*, const char*, const char*)>("gtk_print_settings_set");
+    auto* native = dynamic_cast<wxGtkPrintNativeData*>(data.GetPrintData().GetNativeData());
+    ASSERT_TRUE(native != nullptr);
+    data.GetPrintData().SetPrinterName("Print to File");
+    set(native->GetPrintConfig(), "output-file-format", "pdf");
+    set(native->GetPrintConfig(), "output-uri", ("file://" + file.string()).c_str());
+}
+
+std::string outputOf(const std::string& command) {
+    std::string text;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return text;
+    std::array<char, 4096> part{};
+    for (std::size_t n = 0; (n = fread(part.data(), 1, part.size(), pipe)) > 0;)
+        text.append(part.data(), n);
+    pclose(pipe);
+    return text;
+}
+
+class PrintFileTest : public GridTest {
+  protected:
+    void SetUp() override {
+        folder_ = std::filesystem::temp_directory_path() /
+                  ("stampa-" + std::to_string(std::random_device()()));
+        std::filesystem::create_directories(folder_);
+        file_ = folder_ / "stampa.pdf";
+    }
+    void TearDown() override {
+        GridTest::TearDown();
+        std::filesystem::remove_all(folder_);
+    }
+    // Prints what the grid shows; the operator takes the dialog as it opens.
+    grid::PrintOutcome print(const grid::PrintSettings& settings) {
+        const auto host = source_.Recordset();
+        const auto shown = grid::exportTable(grid_->Columns(), grid_->Style(), "");
+        const auto rows = std::make_shared<grid::ExportRows>(*host, shown);
+        wxFont italic(grid_->GetFont());
+        italic.SetStyle(wxFONTSTYLE_ITALIC);
+        painter_ = grid::makePagePainter({grid_->GetFont(), italic, grid_->GetFont()});
+        const grid::PrintJob job(
+            grid::printTable(shown, grid_->Columns(), grid_->SplitAt(0), grid_->Style(), settings),
+            rows->Count(),
+            [rows](RowCount first, RowCount count) { return rows->Values(first, count); },
+            painter_->Sizes());
+        pages_ = job.PageCount();
+        wxPrintDialogData data;
+        data.GetPrintData().SetPaperId(wxPAPER_A4);
+        const bool lies = settings.Orientation == grid::PageOrientation::Landscape;
+        data.GetPrintData().SetOrientation(lies ? wxLANDSCAPE : wxPORTRAIT);
+        printTo(data, file_);
+        grid::Printout printout("Ricerca clienti", job, *painter_);
+        grid::PrintOutcome outcome;
+        Script script;
+        script.waitFor("il dialogo di sistema", [&] { return !frame_->IsActive(); })
+            .pause(700) // it looks for printers
+            .then("Stampa", [&] {
+                screenshotOfDisplay("stampa-dialogo");
+                robot_.press(WXK_RETURN);
+            });
+        script.run([&] { outcome = runPrint(*frame_, printout, data, true); });
+        return outcome;
+    }
+    static grid::PrintSettings usual() {
+        grid::PrintSettings settings;
+        settings.PageHeader = "Ricerca clienti";
+        settings.PageFooter = "\\tPage: \\p";
+        return settings;
+    }
+    std::string pageText(int page) const {
+        const std::string number = std::to_string(page);
+        return outputOf("pdftotext -layout -f " + number + " -l " + number + " '" + file_.string() +
+                        "' -");
+    }
+
+    // Where the word begins on the first page, points.
+    double leftOf(const std::string& word) const {
+        const std::string all = outputOf("pdftotext -bbox -f 1 -l 1 '" + file_.string() + "' -");
+        const std::size_t found = all.find('>' + word + '<');
+        const std::size_t start = all.rfind("xMin=\"", found);
+        if (found == std::string::npos || start == std::string::npos) return -1;
+        return std::stod(all.substr(start + 6));
+    }
+
+    std::filesystem::path folder_, file_;
+    std::unique_ptr<grid::PagePainter> painter_;
+    RowCount pages_ = 0;
+};
+
+TEST_F(PrintFileTest, EveryPageOfThePreviewIsPrinted) {
+    openCustomers(100);
+    grid_->SplitAt(0).AlternatingRowStyle = true;
+    const grid::PrintOutcome outcome = print(usual());
+    EXPECT_TRUE(outcome.printed) << outcome.reason;
+    ASSERT_TRUE(std::filesystem::exists(file_));
+    const std::string info = outputOf("pdfinfo '" + file_.string() + "'");
+    EXPECT_NE(info.find("Pages:           " + std::to_string(pages_)), std::string::npos) << info;
+    EXPECT_NE(info.find("(A4)"), std::string::npos) << info;
+    const std::string first = pageText(1);
+    EXPECT_NE(first.find("Ricerca clienti"), std::string::npos);
+    EXPECT_NE(first.find("ragione_sociale"), std::string::npos);
+    EXPECT_NE(first.find("Page: 1"), std::string::npos);
+    EXPECT_NEAR(leftOf("Ricerca"), 42.5, 1.5) << "the margin of 15 mm, in points";
+    EXPECT_NEAR(leftOf("Page:"), 297.6 - 15, 4) << "in the centre of the paper";
+    EXPECT_NE(pageText(2).find("ragione_sociale"), std::string::npos) << "headings on every page";
+    system(("pdftoppm -r 80 -png '" + file_.string() + "' '" +
+            (outputFolder() / "stampa").string() + "'")
+               .c_str());
+}
+
+} // namespace
+} // namespace norvel::tests
