@@ -1,8 +1,8 @@
 #include "platform/grid/print/PageContents.h"
 
 #include "platform/grid/model/CellText.h"
+#include "platform/grid/model/CheckBox.h"
 #include "platform/grid/print/PageCodes.h"
-#include "platform/runtime/Errore.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,15 +55,6 @@ std::string fitted(const std::string& text, PageFont font, bool value, double ro
     if (!value) return withEllipsis(text, font, room, sizes);
     const double hash = std::max(1.0, sizes.width(font, "#"));
     return std::string(static_cast<std::size_t>(std::max(0.0, room / hash)), '#');
-}
-
-// Zero is no; a text says it in words or numbers, and one that says neither is no.
-bool isChecked(const Variant& value) {
-    try {
-        return value.toBoolean();
-    } catch (const Errore&) {
-        return false;
-    }
 }
 
 // Composes one page.
@@ -181,10 +172,12 @@ class Page {
         for (RowCount row = 0; row < place_.rows; ++row) {
             const Variant& read = values[static_cast<std::size_t>(row)];
             const Box box{x + margin, rowTop(row), room, layout_.RowHeight()};
-            if (shown.checkBox)
-                check(read, box);
+            const std::string text = cellText(read);
+            const auto state = shown.checkBox ? checkOf(text) : std::nullopt;
+            if (state)
+                check(*state, box);
             else
-                cell(cellText(read), box, shown.align, value);
+                cell(text, box, shown.align, value);
         }
     }
     void cell(const std::string& text, const Box& box, Alignment align, bool value) {
@@ -192,13 +185,13 @@ class Page {
             fitted(cellText(Variant(text)), PageFont::Cell, value, box.width, sizes_);
         if (!shown.empty()) made_.texts.push_back({std::move(shown), box, align, PageFont::Cell});
     }
-    void check(const Variant& value, const Box& box) {
-        if (value.isNull() || value.isEmpty()) return;
+    void check(Check state, const Box& box) {
+        if (state == Check::Blank) return;
         const double side =
             std::min({lineHeight(sizes_, PageFont::Cell) * 0.72, box.width, box.height});
         made_.checks.push_back(
             {{box.x + (box.width - side) / 2, box.y + (box.height - side) / 2, side, side},
-             isChecked(value)});
+             state == Check::Checked});
     }
 
     const PrintTable& table_;
@@ -220,9 +213,8 @@ PrintTable printTable(const ExportTable& table, const Columns& columns, const Sp
     made.settings = settings;
     for (const ExportColumn& column : table.columns) {
         const int index = columns.IndexOf(column.field);
-        const ValueItems items = index < 0 ? ValueItems{} : columns.Item(index).ValueItems;
-        made.columns.push_back({column.caption, column.align, column.type, column.width,
-                                items.Translate && items.Presentation == presentationCheckBox});
+        const bool checkBox = index >= 0 && showsCheckBoxes(columns.Item(index));
+        made.columns.push_back({column.caption, column.align, column.type, column.width, checkBox});
     }
     made.stripes = split.AlternatingRowStyle;
     made.evenRow = split.EvenRowStyle.BackColor;

@@ -82,7 +82,7 @@ struct PageContents {
 
 // The contents of a page, from 1. rows: those of the page's place, values[column of the
 // table][row]. Texts that are too long end with "…"; numbers and dates, whose beginning would be a
-// wrong value, become "#". A NULL has no check box.
+// wrong value, become "#". Check boxes stand as in the grid (CheckBox.h).
 NR_API PageContents pageContents(const PrintTable& table, const PageLayout& layout,
                                  adodb::RowCount page, const adodb::RowBlock& rows,
                                  const PageTextSizes& sizes);
