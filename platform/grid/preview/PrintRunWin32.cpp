@@ -18,7 +18,7 @@ struct PageRange {
     int first, last, copies;
 };
 
-PageRange rangeOf(const wxPrintDialogData& data, const Printout& printout, bool asked) {
+PageRange rangeOf(wxPrintDialogData& data, const Printout& printout, bool asked) {
     PageRange range{1, printout.Pages(), 1};
     if (!data.GetAllPages() && !data.GetSelection()) {
         range.first = std::max(1, data.GetFromPage());
