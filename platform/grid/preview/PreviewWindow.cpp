@@ -139,7 +139,7 @@ void PreviewWindow::bind() {
 }
 
 void PreviewWindow::Run() {
-    Canvas->SetFocus();
+    CallAfter([this] { Canvas->SetFocus(); }); // once the loop has noted who had it before
     loop_.Run(*this);
 }
 
