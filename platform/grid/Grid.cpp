@@ -220,6 +220,16 @@ void Grid::SetColumnsFree(bool free) {
     view_->SetColumnsFree(free);
 }
 
+bool Grid::AllowUpdate() const {
+    return view_->AllowUpdate();
+}
+bool Grid::SetAllowUpdate(bool allow) {
+    return view_->SetAllowUpdate(allow);
+}
+bool Grid::EndEdit() {
+    return view_->EndEdit();
+}
+
 void Grid::FitColumn(int column) {
     view_->FitColumn(column);
 }

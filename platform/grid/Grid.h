@@ -52,6 +52,20 @@ namespace norvel::grid {
 // back to the rows where it is empty; F4 and Alt+Down stand for the cell's button; Enter calls
 // OnFilterEnter and nothing else. A cell whose text is no filter (Column::FilterError) is framed.
 //
+// Where AllowUpdate is on, a cell of a column that is not Locked is edited by typing over it, by F2
+// (the caret behind its text) or by a second click on the current cell; F2 elsewhere still leads to
+// the filter bar, and a double-click on a cell that can be edited chooses nothing. Esc takes back
+// what was typed, then all changes of the row. Enter saves the row and stays; Up, Down and whatever
+// else leads to another row, or out of the grid, saves it, too. Tab and Shift+Tab go to the next
+// and the previous cell that can be edited, and from the row's last one to the next row's first. A
+// check box is switched by a click on it or by the space bar. While a row has changes that are not
+// saved, its record selector shows a pencil, and Enter in the rows saves them and does nothing
+// else. Texts of several lines are edited in several lines; Ctrl+Enter breaks one there. Numbers,
+// dates and Booleans are read by Italian conventions; nothing typed is Null, but of a text it is
+// the empty text. What the type, the recordset or the database refuses stays in its cell with the
+// caret in it, and a box says why. While a cell holds what is not taken over yet, nobody else can
+// move the recordset or run it again (3712).
+//
 // A new filter empties the selection, since what an operator does not see must not be handed back;
 // a new order keeps it. Requery and deleted rows empty it.
 //
@@ -173,6 +187,16 @@ class NR_API Grid : public wxControl {
     // Lets the operator move and size columns whatever the split allows, for a window in which the
     // layout itself is the matter.
     void SetColumnsFree(bool free);
+    // --- editing ---
+    // Whether operators may change cells, of the columns that are not Locked. Switching it off
+    // saves what is being edited; false: that was refused, and it stays on.
+    bool AllowUpdate() const;
+    bool SetAllowUpdate(bool allow);
+    // Saves the cell and the row that are being edited, as leaving the row does; false: the
+    // operator was told why it was refused, and the caret is in the cell. True where nothing is
+    // edited.
+    bool EndEdit();
+
     // Sizes a column to its heading and the rows in view, as a double-click on its edge does.
     void FitColumn(int column);
 
@@ -192,8 +216,10 @@ class NR_API Grid : public wxControl {
     // The operator grouped, ungrouped or put the groups into another order: Style().GroupColumns
     // has them, and the rows on show follow already. Not told of layouts and of code.
     std::function<void()> OnGroupColumnsChanged;
+    // Before an edited row is saved; false: not now, and nothing more is said.
+    std::function<bool()> OnBeforeUpdate;
     std::function<void(int rows)> OnFirstPaint; // once: the first paint that showed data rows
-    // A move that the recordset refused. Without it the grid shows the usual box.
+    // A move or a change that was refused. Without it the grid shows the usual box.
     std::function<void(const Errore&)> OnError;
 
     bool AcceptsFocus() const override { return true; }

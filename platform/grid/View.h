@@ -1,6 +1,7 @@
 // The inside of the grid: state, binding, input and painting, split by task over View*.cpp.
 #pragma once
 
+#include "platform/grid/CellEditor.h"
 #include "platform/grid/Grid.h"
 #include "platform/grid/HeadingPicture.h"
 #include "platform/grid/Palette.h"
@@ -12,6 +13,7 @@
 #include "platform/grid/model/Geometry.h"
 #include "platform/grid/model/Navigation.h"
 #include "platform/grid/model/RowCache.h"
+#include "platform/grid/model/RowEdit.h"
 #include "platform/grid/model/RowReader.h"
 #include "platform/grid/model/RowSizing.h"
 
@@ -53,6 +55,10 @@ class Grid::View : public controls::DataControl::Observer {
 
     // DataControl::Observer
     void RecordsetReplaced() override;
+    void WillMove(adodb::EventReasonEnum, adodb::EventStatusEnum& status,
+                  adodb::Recordset&) override;
+    void WillChangeRecordset(adodb::EventReasonEnum, adodb::EventStatusEnum& status,
+                             adodb::Recordset&) override;
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
                       adodb::Recordset&) override;
     void RecordChangeComplete(adodb::EventReasonEnum, int, const Errore*, adodb::EventStatusEnum,
@@ -87,6 +93,12 @@ class Grid::View : public controls::DataControl::Observer {
     // --- selected area (ViewArea.cpp) ---
     bool HasArea();
     CellArea::Range AreaColumns(); // {-1, -1}: nothing is selected
+
+    // --- editing cells (ViewEdit.cpp, ViewEditKeys.cpp) ---
+    bool AllowUpdate() const { return allowUpdate_; }
+    bool SetAllowUpdate(bool allow);
+    bool BeginEdit(int column, CellEditor::Caret caret);
+    bool EndEdit();
 
     // --- filter bar (ViewFilterBar.cpp) ---
     bool EnterFilter(int column, bool selectAll);
@@ -252,6 +264,7 @@ class Grid::View : public controls::DataControl::Observer {
     // keyboard
     void bindKeys();
     bool keyWhileDragging(const wxKeyEvent& event);
+    static Stroke strokeOf(const wxKeyEvent& event);
     void run(const KeyCommand& command);
     void moveRow(const KeyCommand& command);
     void moveTo(adodb::RowCount row, const Line& line);
@@ -274,6 +287,37 @@ class Grid::View : public controls::DataControl::Observer {
     bool isAreaCell(adodb::RowCount row, int column) const;
     void paintArea(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
     void copyArea();
+
+    // editing cells (ViewEdit.cpp)
+    void bindEditing();
+    bool canEdit(int column) const;
+    void requireUpdatable(int column);
+    adodb::Field& fieldAt(int column) const;
+    void enterCell(int column);
+    bool halfTyped() const;
+    bool takeCell();
+    bool leaveCell();
+    void undoTaken();
+    void undoCell();
+    void undoRow();
+    void forgetEdit();
+    void refuse(const Errore& error);
+    void rowSettled(adodb::EventReasonEnum reason);
+    adodb::RowCount rowOnceSaved(adodb::RowCount row);
+    bool isCheckBox(int column);
+    void switchCheckBox(int column);
+    wxRect editedCell() const;
+    void placeCellEditor();
+    void paintEditedCell(wxDC& dc);
+    // its keys and clicks (ViewEditKeys.cpp)
+    bool rowEditKey(const wxKeyEvent& event);
+    bool editorKey(const wxKeyEvent& event);
+    bool editorMove(const wxKeyEvent& event);
+    bool typed(const wxKeyEvent& event);
+    bool editNext(bool forward);
+    adodb::RowCount rowBeyond(adodb::RowCount row, int step) const;
+    bool settlePress(const Hit& hit);
+    void pressEditable(const Hit& hit, const wxPoint& at, bool wasCurrent);
 
     // filter bar
     void makeEditor();
@@ -381,6 +425,17 @@ class Grid::View : public controls::DataControl::Observer {
     std::vector<wxScrollBar*> horizontal_; // of each split
     WheelSteps wheelY_, wheelX_;
     int textHeight_ = 0;
+
+    struct Edited {
+        int column = -1;                  // the cell entered last
+        std::optional<std::string> taken; // of its text, what the recordset holds already
+    };
+    bool allowUpdate_ = false;
+    CellEditor cellEditor_;
+    RowEdit rowEdit_;
+    Edited edited_;
+    bool settling_ = false;       // a box or a wait is open: nothing is taken over now
+    bool opensOnRelease_ = false; // the pressed cell is to be edited
 
     wxWindow* editorFrame_ = nullptr;
     wxTextCtrl* editor_ = nullptr;

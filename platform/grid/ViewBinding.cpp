@@ -39,6 +39,7 @@ void Grid::View::Bind(controls::DataControl* source) {
 void Grid::View::RecordsetReplaced() {
     reader_.reset();
     readerStale_ = true;
+    forgetEdit();
     cache_.Clear();
     record_ = current_ = lastPlace_ = anchor_ = -1;
     groupAt_.clear();
@@ -109,6 +110,7 @@ namespace {
 void keepFilters(const Columns& old, Columns& made) {
     for (int i = 0; i < made.Count() && i < old.Count(); ++i) {
         Column& column = made.Item(i);
+        column.Locked = old.Item(i).Locked;
         column.FilterCombo = old.Item(i).FilterCombo;
         column.FilterText = old.Item(i).FilterText;
         column.FilterError = old.Item(i).FilterError;
@@ -179,6 +181,7 @@ void Grid::View::ColumnsChanged() {
             LeaveFilter(false);
     }
     Layout();
+    if (cellEditor_.IsOpen() && !canEdit(edited_.column)) undoCell();
     Refresh();
 }
 
@@ -217,7 +220,10 @@ RowCount Grid::View::recordOn(RowCount row) const {
 const std::string* Grid::View::cellAt(RowCount row, int column) const {
     const int field = fieldOf_[static_cast<std::size_t>(column)];
     const RowCount record = recordOn(row);
-    return field >= 0 && record >= 0 ? cache_.Text(record, field) : nullptr;
+    if (field < 0 || record < 0) return nullptr;
+    if (record == record_)
+        if (const std::string* changed = rowEdit_.Text(field)) return changed;
+    return cache_.Text(record, field);
 }
 
 // Reads what the view shows and is not at hand. A failure takes the place of the rows.
@@ -295,14 +301,17 @@ void Grid::View::setCurrent(RowCount row) {
     refreshRow(current_);
 }
 
-void Grid::View::MoveComplete(EventReasonEnum reason, const Errore*, EventStatusEnum, Recordset&) {
-    if (readerStale_) return; // ViewChanged or the next look will do it
+void Grid::View::MoveComplete(EventReasonEnum reason, const Errore* error, EventStatusEnum,
+                              Recordset&) {
+    if (!error && !settling_) cellEditor_.Close(); // nothing typed is left in it: see WillMove
+    if (readerStale_) return;                      // ViewChanged or the next look will do it
     if (reason == adRsnAddNew || reason == adRsnRequery || Rows() != readableRows()) Layout();
     syncCurrent(reason == adRsnRequery ? Sync::Anew : Sync::Moved);
 }
 
-void Grid::View::RecordChangeComplete(EventReasonEnum reason, int, const Errore*, EventStatusEnum,
-                                      Recordset&) {
+void Grid::View::RecordChangeComplete(EventReasonEnum reason, int, const Errore* error,
+                                      EventStatusEnum, Recordset&) {
+    if (!error) rowSettled(reason);
     cache_.Clear();
     if (reason == adRsnDelete || reason == adRsnUndoAddNew) selection_.Clear();
     if (!groups_.empty()) readerStale_ = true; // the groups may be others
@@ -315,9 +324,12 @@ void Grid::View::FieldChangeComplete(int, const std::vector<Field*>&, const Erro
     Refresh();
 }
 
-void Grid::View::RecordsetChangeComplete(EventReasonEnum reason, const Errore*, EventStatusEnum,
-                                         Recordset& recordset) {
-    if (reason == adRsnRequery || reason == adRsnClose) selection_.Clear();
+void Grid::View::RecordsetChangeComplete(EventReasonEnum reason, const Errore* error,
+                                         EventStatusEnum, Recordset& recordset) {
+    if (reason == adRsnRequery || reason == adRsnClose) {
+        selection_.Clear();
+        if (!error) forgetEdit();
+    }
     ViewChanged(recordset);
 }
 

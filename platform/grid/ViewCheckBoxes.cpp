@@ -41,8 +41,9 @@ void Grid::View::paintCheckBoxes(wxDC& dc, const Geometry::Pane& pane,
     if (!ticks) return;
     const double thickness = std::max(1.5, boxes.front().box.width / 7.0);
     ticks->SetPen(ticks->CreatePen(wxGraphicsPenInfo(palette_.text, thickness)));
-    for (const auto& [box, checked] : boxes) {
-        if (!checked) continue;
+    for (const CheckBox& each : boxes) {
+        if (!each.checked) continue;
+        const wxRect& box = each.box;
         const auto at = [&](double x, double y) {
             return wxPoint2DDouble(box.x + x * box.width, box.y + y * box.height);
         };

@@ -7,6 +7,7 @@
 namespace norvel::grid {
 
 Area Grid::View::FocusArea() const {
+    if (cellEditor_.HasFocus()) return Area::CellEdit;
     return filterColumn_ >= 0 && editor_ && editor_->HasFocus() ? Area::FilterCell : Area::Data;
 }
 
@@ -28,6 +29,7 @@ void Grid::View::makeEditor() {
 
 bool Grid::View::EnterFilter(int column, bool selectAll) {
     if (!splits_[0].FilterBar || geometry_.PlaceOf(column) < 0) return false;
+    if (!EndEdit()) return true; // the caret is where it has to be first
     if (!editor_) makeEditor();
     if (filterColumn_ != column) {
         LeaveFilter(false);
@@ -60,6 +62,7 @@ void Grid::View::LeaveFilter(bool toRows) {
 
 // Over its cell, as far as that is in view.
 void Grid::View::placeEditor() {
+    placeCellEditor();
     if (filterColumn_ < 0 || !editor_) return;
     const Rect cell = geometry_.FilterCell(filterColumn_);
     const int button =

@@ -8,9 +8,7 @@ namespace norvel::grid {
 
 using adodb::RowCount;
 
-namespace {
-
-Stroke strokeOf(const wxKeyEvent& event) {
+Stroke Grid::View::strokeOf(const wxKeyEvent& event) {
     struct Pair {
         int code;
         Key key;
@@ -61,8 +59,6 @@ Stroke strokeOf(const wxKeyEvent& event) {
     return {key, event.ShiftDown(), event.ControlDown(), event.AltDown()};
 }
 
-} // namespace
-
 void Grid::View::bindKeys() {
     grid_.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& e) {
         bool handled = true;
@@ -96,15 +92,17 @@ bool Grid::View::HandleKey(wxKeyEvent& event) {
     // Enter on the line of a group chooses nothing, whatever it does on a row.
     const bool enter = area == Area::Data && stroke.key == Key::Enter && onGroup();
     if (enter && runGroupCommand(stroke)) return true;
+    if (area == Area::Data && rowEditKey(event)) return true;
     const wxWeakRef<Grid> alive(&grid_);
     if (grid_.OnKey && grid_.OnKey(event.GetKeyCode(), event.GetModifiers(), area)) return true;
     if (!alive || alive->IsBeingDeleted()) return true;
     if (area == Area::FilterCell) return filterKey(event);
+    if (area == Area::CellEdit) return editorKey(event);
     if (runGroupCommand(stroke)) return true;
     const KeyCommand command = commandFor(stroke);
     if (command.kind == KeyCommand::Kind::None) return false;
     if (command.kind == KeyCommand::Kind::ClearSelection && selection_.Count() == 0) return false;
-    if (command.kind == KeyCommand::Kind::NextControl) return grid_.Navigate();
+    if (command.kind == KeyCommand::Kind::NextControl) return !EndEdit() || grid_.Navigate();
     run(command);
     return true;
 }
@@ -195,6 +193,8 @@ void Grid::View::moveTo(RowCount row, const Line& line) {
 
 bool Grid::View::MoveTo(RowCount row) {
     try {
+        row = rowOnceSaved(row);
+        if (row < 0) return false;
         moveTo(row, lines_.At(row));
         ShowCell(row, -1);
         anchor_ = row;

@@ -3,6 +3,7 @@
 #include "platform/runtime/Twips.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace norvel::grid {
 
@@ -51,12 +52,17 @@ void Grid::View::press(wxMouseEvent& event) {
     const Hit hit = hitAt(event.GetPosition());
     pressed_ = true;
     pressedColumn_ = -1;
+    opensOnRelease_ = false;
     const bool inFilter = hit.spot == Spot::FilterCell || hit.spot == Spot::FilterButton;
     if (!inFilter) {
         LeaveFilter(false);
         grid_.SetFocus();
     }
     hideTip();
+    if (!settlePress(hit)) {
+        pressed_ = false;
+        return;
+    }
     if (hit.row >= 0 && hit.spot != Spot::RowEdge)
         pressRow(hit, event);
     else
@@ -68,6 +74,7 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
     const bool add = event.ControlDown();
     const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
     const int fromColumn = currentColumn_;
+    const bool wasCurrent = hit.row == current_ && hit.column == fromColumn;
     if (hit.column >= 0) {
         currentSplit_ = hit.split;
         SetCurrentColumn(hit.column);
@@ -84,6 +91,7 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
         else
             selection_.Clear();
         if (hit.spot == Spot::Cell) pressedColumn_ = hit.column;
+        pressEditable(hit, event.GetPosition(), wasCurrent);
     }
     if (hit.spot == Spot::RecordSelector && !grid_.HasCapture()) {
         drag_ = Drag::Rows;
@@ -117,6 +125,8 @@ void Grid::View::onDoubleClick(wxMouseEvent& event) {
     if (hit.spot == Spot::GroupLine && sameRow && !event.HasAnyModifiers()) toggle(hit.row);
     const bool onData = hit.spot == Spot::Cell || hit.spot == Spot::RowBackground;
     if (!onData || !sameRow || event.HasAnyModifiers() || current_ != hit.row) return;
+    if (hit.spot == Spot::Cell && canEdit(hit.column)) return; // the second click opens the cell
+    if (!EndEdit()) return;
     if (grid_.OnDblClick) grid_.OnDblClick();
 }
 
@@ -130,7 +140,9 @@ void Grid::View::onLeftUp(wxMouseEvent& event) {
     const wxWeakRef<Grid> alive(&grid_);
     if (columnDrag_.Moving()) return dropHeading();
     if (drag_ == Drag::RowSizing) return dropRowEdge();
+    const bool opens = std::exchange(opensOnRelease_, false) && drag_ == Drag::None;
     endDrag();
+    if (opens) BeginEdit(currentColumn_, CellEditor::Caret::AtEnd);
     if (head && grid_.OnHeadClick) grid_.OnHeadClick(column);
     if (alive && !alive->IsBeingDeleted() && alive->OnClick) alive->OnClick();
 }

@@ -9,11 +9,12 @@ namespace norvel::grid {
 
 using adodb::RowCount;
 
-Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()) {
+Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()), cellEditor_(grid) {
     palette_ = systemPalette();
     makeScrollBars();
     bindMouse();
     bindKeys();
+    bindEditing();
     grid_.Bind(wxEVT_PAINT, [this](wxPaintEvent&) { onPaint(); });
     grid_.Bind(wxEVT_SIZE, [this](wxSizeEvent& e) {
         Layout();
@@ -49,7 +50,8 @@ void Grid::View::Refresh() {
 }
 
 bool Grid::View::focused() const {
-    return grid_.HasFocus() || (editor_ && filterColumn_ >= 0 && editor_->HasFocus());
+    return grid_.HasFocus() || cellEditor_.HasFocus() ||
+           (editor_ && filterColumn_ >= 0 && editor_->HasFocus());
 }
 
 void Grid::View::onPaint() {
@@ -215,6 +217,7 @@ void Grid::View::paintBorders(wxDC& dc) {
 // The current cell: a frame, strong while the grid has the focus. Without it a highlighted row is
 // enough to be found again.
 void Grid::View::paintFocus(wxDC& dc) {
+    if (cellEditor_.IsOpen()) return paintEditedCell(dc);
     const bool hasFocus = grid_.HasFocus();
     if (!hasFocus && style_.MarqueeStyle == marqueeRow) return;
     const int thick = std::max(2, pixels(30));

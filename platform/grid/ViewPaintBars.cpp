@@ -23,6 +23,19 @@ void drawTriangle(wxDC& dc, const wxPoint& centre, int size, bool down, const wx
     }
 }
 
+// A pencil, the sign of a row that is being changed, in a box.
+void drawPencil(wxDC& dc, const wxRect& box, const wxColour& colour) {
+    const int unit = std::max(1, std::min(box.width, box.height) / 8);
+    const wxPoint shaft[] = {{-unit, 0}, {2 * unit, -3 * unit}, {3 * unit, -2 * unit}, {0, unit}};
+    const wxPoint tip[] = {{-unit, unit / 2}, {-unit / 2, unit}, {-2 * unit, 2 * unit}};
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(colour);
+    const int x = box.x + box.width / 2 - unit / 2;
+    const int y = box.y + box.height / 2 + unit / 2;
+    dc.DrawPolygon(4, shaft, x, y);
+    dc.DrawPolygon(3, tip, x, y);
+}
+
 // A funnel, the sign of a filter, in a box.
 void drawFunnel(wxDC& dc, const wxRect& box, const wxColour& colour) {
     const int half = std::max(3, std::min(box.width, box.height) / 4);
@@ -202,6 +215,8 @@ void Grid::View::paintSelectors(wxDC& dc, const wxRect& dirty) {
     for (RowCount row = first; row < last; ++row)
         dc.DrawRectangle(0, geometry_.RowTop(row + 1) - 1, sizes.selectorWidth, 1);
     if (current_ < first || current_ >= last) return;
+    const wxRect mark(0, geometry_.RowTop(current_), sizes.selectorWidth - 1, sizes.rowHeight - 1);
+    if (cellEditor_.IsOpen() || rowEdit_.Pending()) return drawPencil(dc, mark, palette_.faceText);
     drawTriangle(dc, {sizes.selectorWidth / 2, geometry_.RowTop(current_) + sizes.rowHeight / 2},
                  std::max(3, pixels(75)), false, palette_.faceText);
 }

@@ -42,6 +42,7 @@ void Grid::View::FontChanged() {
     painter_->SetFont(grid_.GetFont(), grid_);
     textHeight_ = painter_->Height();
     if (editor_) editor_->SetFont(grid_.GetFont());
+    cellEditor_.SetFont(grid_.GetFont());
     Layout();
     Refresh();
 }

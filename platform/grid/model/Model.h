@@ -55,6 +55,7 @@ struct Column {
     std::string FilterError;  // why that is no filter: the cell is marked and says it as its tip
     HeadingStyle Heading;
     grid::ValueItems ValueItems;
+    bool Locked = true; // not to be edited, even where the grid allows updates
 };
 
 struct Style {
