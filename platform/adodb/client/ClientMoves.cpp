@@ -73,22 +73,29 @@ const ClientRecordset::Cursor& ClientRecordset::cursor() const {
     return cursor_;
 }
 
-// Puts the cursor on the target row, or beyond the edge that lies before it.
-void ClientRecordset::settleAt(RowCount target) {
-    if (target < 0) {
-        setCursor(0, true, false);
-        return;
+// Puts the cursor on the target row, or beyond the edge that lies before it. Rows that a fetch
+// brings meanwhile may come before the target in a sorted recordset: it is looked for again then.
+RowCount ClientRecordset::settleAt(const Target& target) {
+    for (;;) {
+        const RowCount position = target();
+        if (position < 0) {
+            setCursor(0, true, false);
+            return position;
+        }
+        const std::uint32_t version = view_->version();
+        const RowCount have = view_->reach(position + 1);
+        if (view_->version() != version) continue;
+        if (position < have)
+            setCursor(position, false, false);
+        else
+            setCursor(have, false, true);
+        return position;
     }
-    const RowCount have = view_->reach(target + 1);
-    if (target < have)
-        setCursor(target, false, false);
-    else
-        setCursor(have, false, true);
 }
 
 // As settleAt, of a move forward: a sink that learns of the end may have added rows.
-void ClientRecordset::settleForward(RowCount target) {
-    settleAt(target);
+void ClientRecordset::settleForward(const Target& target) {
+    const RowCount position = settleAt(target);
     if (!cursor_.eof) return;
     bool more = false;
     sinks_.tellFreely([&](auto& sink) {
@@ -97,7 +104,7 @@ void ClientRecordset::settleForward(RowCount target) {
         sink.EndOfRecordset(added, status, *this);
         more = more || added;
     });
-    if (more && rows_) settleAt(target);
+    if (more && rows_) settleAt([&] { return position; });
 }
 
 // Where a move by so many rows starts from.
@@ -107,17 +114,6 @@ RowCount ClientRecordset::base(RowCount rows) const {
     if (at.eof) return shownRows();
     if (at.on == Cursor::On::NewRow) return view_->rows();
     return at.on == Cursor::On::DeletedRow && rows > 0 ? at.position - 1 : at.position;
-}
-
-// Where a move forward by so many rows leads. Rows that a fetch brings meanwhile may come before
-// the cursor's in a sorted recordset: what follows it is looked for again then.
-RowCount ClientRecordset::ahead(RowCount rows) const {
-    for (;;) {
-        const RowCount target = moved(base(rows), rows);
-        const std::uint32_t version = view_->version();
-        view_->reach(target + 1);
-        if (view_->version() == version) return target;
-    }
 }
 
 // ADO's table of moves at the edges: forward is a move by 1 or more, back by -1 or less.
@@ -135,13 +131,14 @@ void ClientRecordset::Move(RowCount rows, const Variant& start) {
     requireOpen();
     if (start.isEmpty()) checkEdges(rows);
     if (!start.isEmpty()) startPosition(start); // a bad one is refused before anything happens
+    const auto target = [&] {
+        return moved(start.isEmpty() ? base(rows) : startPosition(start), rows);
+    };
     moveTo(adRsnMove, [&] {
-        if (rows <= 0)
-            settleAt(moved(start.isEmpty() ? base(rows) : startPosition(start), rows));
-        else if (start.isEmpty())
-            settleForward(ahead(rows));
+        if (rows > 0)
+            settleForward(target);
         else
-            settleForward(moved(startPosition(start), rows));
+            settleAt(target);
     });
 }
 
@@ -149,14 +146,14 @@ void ClientRecordset::MoveNext() {
     refuseInEvent();
     requireOpen();
     checkEdges(1);
-    moveTo(adRsnMoveNext, [&] { settleForward(ahead(1)); });
+    moveTo(adRsnMoveNext, [&] { settleForward([this] { return base(1) + 1; }); });
 }
 
 void ClientRecordset::MovePrevious() {
     refuseInEvent();
     requireOpen();
     checkEdges(-1);
-    moveTo(adRsnMovePrevious, [&] { settleAt(base(-1) - 1); });
+    moveTo(adRsnMovePrevious, [&] { settleAt([this] { return base(-1) - 1; }); });
 }
 
 // While rows are still to come, the first that the filter shows is waited for.
@@ -168,14 +165,14 @@ void ClientRecordset::MoveFirst() {
     refuseInEvent();
     requireOpen();
     if (empty()) throw adoError(adErrNoCurrentRecord);
-    moveTo(adRsnMoveFirst, [&] { settleAt(0); });
+    moveTo(adRsnMoveFirst, [&] { settleAt([] { return RowCount{0}; }); });
 }
 
 void ClientRecordset::MoveLast() {
     refuseInEvent();
     requireOpen();
     if (empty()) throw adoError(adErrNoCurrentRecord);
-    moveTo(adRsnMoveLast, [&] { settleAt(view_->reach(everyRow) - 1); });
+    moveTo(adRsnMoveLast, [&] { settleAt([this] { return view_->reach(everyRow) - 1; }); });
 }
 
 RowCount ClientRecordset::RecordCount() const {
@@ -210,7 +207,7 @@ void ClientRecordset::SetAbsolutePosition(RowCount position) {
     moveTo(adRsnMove, [&] {
         const bool mayCome = rows_->fetching() && !rows_->waits();
         if (view_->reach(position) < position && !mayCome) throw adoError(adErrInvalidArgument);
-        settleAt(position - 1);
+        settleAt([&] { return position - 1; });
     });
 }
 
@@ -223,7 +220,7 @@ void ClientRecordset::SetBookmark(const Variant& bookmark) {
     refuseInEvent();
     requireOpen();
     positionOfBookmark(bookmark); // a bad one is refused before anything happens
-    moveTo(adRsnMove, [&] { settleAt(positionOfBookmark(bookmark)); });
+    moveTo(adRsnMove, [&] { settleAt([&] { return positionOfBookmark(bookmark); }); });
 }
 
 RowCount ClientRecordset::positionOfBookmark(const Variant& bookmark) const {
@@ -266,6 +263,16 @@ CompareEnum ClientRecordset::CompareBookmarks(const Variant& a, const Variant& b
     return l < r ? adCompareLessThan : adCompareGreaterThan;
 }
 
+// On the row behind the block that starts there, or, at the end that never came, on its last one.
+void ClientRecordset::settleBehind(RowCount first, const RowBlock& block, bool lost) {
+    if (block.rows == 0) {
+        settleAt([&] { return first; });
+        return;
+    }
+    const RowCount last = view_->rowAt(first + block.rows - 1);
+    settleAt([&] { return view_->positionOf(last).value_or(first) + (lost ? 0 : 1); });
+}
+
 // Leaves the cursor on the row behind the block. Where fewer rows than asked remain because the
 // fetch broke off, it raises the fetch's error and reads nothing.
 RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
@@ -278,14 +285,20 @@ RowBlock ClientRecordset::GetRows(RowCount rows, const Variant& start,
     const auto columns = columnsOf(fields);
     RowBlock block;
     moveTo(adRsnMove, [&] {
-        const RowCount first = start.isEmpty() ? base(0) : startPosition(start);
-        const RowCount end = rows < 0 ? everyRow : moved(first, rows);
-        const RowCount have = view_->reach(end);
-        block = readBlock(first, std::max(std::min(end, have) - first, RowCount{0}), columns);
+        RowCount first = 0;
+        RowCount have = 0;
+        std::uint32_t version = 0;
+        do { // rows that come meanwhile may come before the first
+            first = start.isEmpty() ? base(0) : startPosition(start);
+            version = view_->version();
+            have = view_->reach(rows < 0 ? everyRow : moved(first, rows));
+        } while (view_->version() != version);
+        const RowCount count = rows < 0 ? have - first : std::min(rows, have - first);
+        block = readBlock(first, std::max(count, RowCount{0}), columns);
         // Every row asked for is there, but what comes behind them never came: that is not the end,
         // so the cursor stays on the last one, and whoever goes on gets the error.
         const bool lost = block.rows == rows && first + block.rows >= have && rows_->error();
-        settleAt(first + block.rows - (lost ? 1 : 0));
+        settleBehind(first, block, lost);
     });
     return block;
 }

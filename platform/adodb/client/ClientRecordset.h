@@ -214,11 +214,13 @@ class ClientRecordset final : public Recordset,
     void setCursor(RowCount position, bool bof, bool eof);
     void moveTo(EventReasonEnum reason, const std::function<void()>& step);
     void tellMoved(EventReasonEnum reason, const Errore* error);
-    void settleAt(RowCount target);
-    void settleForward(RowCount target);
+    // Where a move leads, by the rows that there are when it is asked.
+    using Target = std::function<RowCount()>;
+    RowCount settleAt(const Target& target);
+    void settleForward(const Target& target);
+    void settleBehind(RowCount first, const RowBlock& block, bool lost);
     void checkEdges(RowCount rows) const;
     RowCount base(RowCount rows) const;
-    RowCount ahead(RowCount rows) const;
     RowCount startPosition(const Variant& start) const;
     RowCount positionOfBookmark(const Variant& bookmark) const;
     RowCount shownRows() const;
