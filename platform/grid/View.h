@@ -450,7 +450,8 @@ class Grid::View : public controls::DataControl::Observer {
     int dragColumn_ = -1;    // the one being sized
     adodb::RowCount dragRow_ = -1; // likewise
     int dragStart_ = 0;
-    double dragWidth_ = 0; // twips
+    double dragWidth_ = 0; // twips; what Esc gives back
+    int dragPixels_ = 0;   // the same as it was seen
     bool dragAdds_ = false;
     adodb::RowCount clickedRow_ = -1; // of the last first click, for the double-click
     wxTimer autoScroll_, arrivals_;

@@ -15,14 +15,18 @@ void Grid::View::pressEdge(const Hit& hit, const wxPoint& at) {
     dragColumn_ = hit.column;
     dragRow_ = hit.row;
     dragStart_ = ofColumn ? at.x : at.y;
-    if (ofColumn) dragWidth_ = columns_.Item(hit.column).Width;
+    if (ofColumn) {
+        dragWidth_ = columns_.Item(hit.column).Width;
+        dragPixels_ = geometry_.ColumnWidth(geometry_.PlaceOf(hit.column));
+    }
     if (!grid_.HasCapture()) grid_.CaptureMouse();
 }
 
 // --- columns ---
 
+// From the width that is seen, so that the edge stays with the mouse to the pixel.
 void Grid::View::sizeColumn(int x) {
-    setColumnWidth(dragColumn_, dragWidth_ + pixelsToTwips(x - dragStart_, Scale()));
+    setColumnWidth(dragColumn_, pixelsToTwips(dragPixels_ + x - dragStart_, Scale()));
 }
 
 void Grid::View::setColumnWidth(int column, double twips) {
@@ -34,8 +38,9 @@ void Grid::View::setColumnWidth(int column, double twips) {
 void Grid::View::sizeCurrentColumn(Sizing sizing) {
     if (geometry_.PlaceOf(currentColumn_) < 0 || !geometry_.AllowsSizing(currentSplit_)) return;
     if (sizing == Sizing::Fit) return FitColumn(currentColumn_);
+    const int seen = geometry_.ColumnWidth(geometry_.PlaceOf(currentColumn_));
     const double by = sizing == Sizing::Larger ? columnWidthStep : -columnWidthStep;
-    setColumnWidth(currentColumn_, columns_.Item(currentColumn_).Width + by);
+    setColumnWidth(currentColumn_, pixelsToTwips(seen, Scale()) + by);
     ShowCell(-1, currentColumn_);
 }
 
