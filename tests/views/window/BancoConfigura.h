@@ -95,11 +95,17 @@ class BancoConfigura : public search_window::BancoQuery {
         const wxSize misura = parte->GetClientSize();
         robot.click(*parte, {std::min(10, misura.x / 2), misura.y / 2});
     }
-    void scriviNome(std::string_view nome) {
+    // Key by key.
+    void digitaNome(std::string_view nome) {
         robot.focus(*configura().txtNome);
         robot.press('A', wxMOD_CONTROL);
         robot.press(WXK_DELETE);
         robot.type(nome);
+    }
+    // The same without the keys, where they are not the matter.
+    void scriviNome(std::string_view nome) {
+        configura().txtNome->SetValue(wxString::FromUTF8(nome.data(), nome.size()));
+        robot.pump();
     }
     // Clicks the entry of a list box, once or twice.
     static wxPoint postoVoce(wxListBox& lista, int voce) {
