@@ -2,7 +2,7 @@
 
 # Whole folders, not what happens to be referred to: a host may use any part that is marked NR_API, and the
 # window makes itself known when the library is loaded. A new folder of code joins the list.
-set(folders nr_runtime nr_adodb nr_data_control nr_controls nr_grid_model nr_grid nr_session nr_query nr_output nr_viste nr_configura
+set(folders nr_runtime nr_adodb nr_spreadsheet nr_data_control nr_controls nr_grid_model nr_grid nr_session nr_query nr_output nr_viste nr_configura
             nr_finestra_ricerca nr_search_window nr_component)
 add_library(NorvelRicerca SHARED)
 add_library(NorvelRicerca::NorvelRicerca ALIAS NorvelRicerca)

@@ -147,6 +147,15 @@ Pezzi valoriTra(const Pezzi& pezzi) {
     return valori;
 }
 
+// Raises where a value of the filter changes the shape.
+void controllaForma(const Interrogazioni& query, const Pezzi& pezzi,
+                    const std::string& strConnessione) {
+    const Pezzi valori = valoriTra(pezzi);
+    const auto [regole, barre] = letturaDi(strConnessione);
+    for (const Regole insieme : regole)
+        if (!stessaForma(query, valori, insieme, barre)) throw erroreForma();
+}
+
 } // namespace
 
 std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
@@ -164,11 +173,18 @@ std::string queryControllata(const ComponiQuery& componi, const std::string& fil
     const auto vera = resa(componi(filtro), dialetto);
     if (!vera) throw erroreForma();
 
-    const Pezzi valori = valoriTra(*pezzi);
-    const auto [regole, barre] = letturaDi(strConnessione);
-    for (const Regole insieme : regole)
-        if (!stessaForma({*vera, *prima, *seconda}, valori, insieme, barre)) throw erroreForma();
+    controllaForma({*vera, *prima, *seconda}, *pezzi, strConnessione);
     return *vera;
+}
+
+std::string queryControllataNonResa(const ComponiQuery& componi, const std::string& filtro,
+                                    const std::string& strConnessione) {
+    const auto pezzi = pezziDiFiltro(filtro);
+    if (!pezzi) throw erroreForma();
+    std::string vera = componi(filtro);
+    controllaForma({vera, componi(conValori(*pezzi, primi)), componi(conValori(*pezzi, secondi))},
+                   *pezzi, strConnessione);
+    return vera;
 }
 
 } // namespace norvel::query

@@ -25,5 +25,8 @@ using ComponiQuery = std::function<std::string(const std::string& filtro)>;
 // shows its box and Errore is raised.
 std::string queryControllata(const ComponiQuery& componi, const std::string& filtro,
                              const std::string& strConnessione);
+// The same for a query that runs as it is composed, without being rendered.
+std::string queryControllataNonResa(const ComponiQuery& componi, const std::string& filtro,
+                                    const std::string& strConnessione);
 
 } // namespace norvel::query

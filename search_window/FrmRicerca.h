@@ -4,6 +4,7 @@
 #include "platform/controls/DataControl.h"
 #include "search_window/CaricoValori.h"
 #include "search_window/FinestraRicerca.h"
+#include "search_window/RecordsetPrivato.h"
 #include "search_window/Restituzione.h"
 
 #include <chrono>
@@ -33,6 +34,10 @@ struct ButtonMenu;
 namespace norvel::grid {
 class Grid;
 }
+namespace norvel::output {
+struct AreaSelezionata;
+struct ParteEsportazione;
+} // namespace norvel::output
 namespace norvel::query {
 struct ColonnaFiltro;
 }
@@ -139,6 +144,14 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     template <void (*passo)(adodb::Recordset&)>
     void suNaviga(const controls::Button& pulsante);
 
+    // FrmRicercaEsporta.cpp: clipboard, workbook, files
+    output::AreaSelezionata areaSelezionata();
+    void esporta(void (*comando)(const output::ParteEsportazione&));
+    void suCopiaAppunti(const controls::Button& pulsante);
+    void suEsportaExcel(const controls::Button& pulsante);
+    void suEsportaHtml(const controls::Button& pulsante);
+    void suEsportaCsv(const controls::Button& pulsante);
+
     // FrmRicercaFiltri.cpp: the filter bar and the panel of comparison modes
     void creaPannello();
     void collegaFiltri();
@@ -190,8 +203,9 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     controls::ModalLoop* modale_ = nullptr;
     bool mostrata_ = false;
     bool scaricata_ = false;
-    bool inAttesa_ = false;  // a hand-back waits for rows still coming
-    std::string separatore_; // between the values of a multiple choice
+    RecordsetPrivato esportazione_; // what a workbook is filled from; made on first use
+    bool inAttesa_ = false;         // a hand-back waits for rows still coming
+    std::string separatore_;        // between the values of a multiple choice
 
     wxRadioButton* nessunaOpzione_ = nullptr; // never shown: on while the three are off
     bool opzioniPronte_ = false;              // the three are not being set by code

@@ -17,6 +17,8 @@ namespace norvel::search_window {
 FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
     static constexpr std::pair<const char*, Comando> comandi[] = {
         {"Apri", &FrmRicerca::suApri},
+        {"excel", &FrmRicerca::suEsportaCsv},
+        {"Html", &FrmRicerca::suEsportaHtml},
         {"stampa", &FrmRicerca::suStampa},
         {"primo", &FrmRicerca::suNaviga<vaiAlPrimo>},
         {"ultimo", &FrmRicerca::suNaviga<vaiAllUltimo>},
@@ -26,6 +28,8 @@ FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
         {"configura", &FrmRicerca::suConfigura},
         {"facilitata", &FrmRicerca::suFacilitata},
         {"Drop", &FrmRicerca::suDrop},
+        {"copiaclip", &FrmRicerca::suCopiaAppunti},
+        {"copia", &FrmRicerca::suEsportaExcel},
         {"Aggiorna", &FrmRicerca::suNaviga<aggiornaElenco>},
     };
     for (const auto& [nome, comando] : comandi)

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#undef WIN32_LEAN_AND_MEAN // leaves out the shell
 #include <windows.h>
 // After windows.h, which it needs.
 #include <shellapi.h>
