@@ -7,23 +7,11 @@
 #include "query/TestoSql.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 namespace norvel::query {
 
 namespace {
-
-struct Segno {
-    std::string_view testo;
-    Dialetto dialetto;
-};
-
-constexpr std::array<Segno, 5> segni = {{{"sqloledb", Dialetto::Sql},
-                                         {"SQL Server", Dialetto::Sql},
-                                         {"access", Dialetto::Access},
-                                         {".mdb", Dialetto::Access},
-                                         {"MySQL", Dialetto::MySql}}};
 
 // Characters da (from 1) on, at most quanti of them; a date's text is ASCII but for blanks around.
 std::string_view caratteri(std::string_view testo, std::size_t da,
@@ -99,13 +87,6 @@ std::string limitaRighe(std::string_view testo) {
 }
 
 } // namespace
-
-Dialetto riconosciDialetto(std::string_view strConnessione) {
-    Dialetto dialetto = Dialetto::Nessuno;
-    for (const Segno& segno : segni)
-        if (contiene(strConnessione, segno.testo)) dialetto = segno.dialetto;
-    return dialetto;
-}
 
 std::string rendiQuery(Variant& strQuery, Dialetto dialetto) {
     std::string testo = trimText(strQuery.toText());

@@ -1,6 +1,7 @@
 // The host's neutral query notation, rendered for the database that a connection string names.
 #pragma once
 
+#include "platform/adodb/provider/Dialetto.h"
 #include "platform/runtime/Variant.h"
 
 #include <string>
@@ -8,12 +9,8 @@
 
 namespace norvel::query {
 
-// What a connection string tells about its database; Nessuno is treated as Access.
-enum class Dialetto { Nessuno, Sql, Access, MySql };
-
-// Five independent searches, case-blind; the last that matches wins: "sqloledb", "SQL Server",
-// "access", ".mdb", "MySQL".
-Dialetto riconosciDialetto(std::string_view strConnessione);
+using adodb::Dialetto;
+using adodb::riconosciDialetto;
 
 // Renders the query for the dialect of the connection string. strQuery itself loses blanks at both
 // ends and then one ";" at its end. Dates between "#" become CONVERT (Sql) or DATE_FORMAT (MySql)

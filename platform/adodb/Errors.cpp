@@ -48,6 +48,7 @@ constexpr Description descriptions[] = {
     {dbCommandTimeout, "Tempo di attesa del comando scaduto."},
     {dbNoTable, "La tabella o la vista non esiste."},
     {dbConcurrency, "Il record è stato modificato o cancellato da altri dopo la lettura."},
+    {dbAuthFailed, "L'accesso al database è stato rifiutato: utente o password non validi."},
     {dbCantOrder, "Non è possibile ordinare i record in questo modo."},
 };
 

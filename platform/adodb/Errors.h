@@ -37,6 +37,7 @@ enum ErrorNumber : std::int64_t {
     dbCommandTimeout = -2147217871,     // 0x80040E31 DB_E_ABORTLIMITREACHED
     dbNoTable = -2147217865,            // 0x80040E37 DB_E_NOTABLE
     dbConcurrency = -2147217864,        // 0x80040E38 DB_E_CONCURRENCYVIOLATION
+    dbAuthFailed = -2147217843,         // 0x80040E4D DB_SEC_E_AUTH_FAILED
     dbCantOrder = -2147217824,          // 0x80040E60 DB_E_CANTORDER
 };
 

@@ -57,7 +57,7 @@ class Reader {
 
 } // namespace
 
-ConnectionString::ConnectionString(std::string_view text) {
+ConnectionString::ConnectionString(std::string_view text) : text_(text) {
     Reader reader(text);
     while (!reader.atEnd()) {
         const std::string keyword = reader.keyword();
@@ -70,6 +70,12 @@ std::optional<std::string> ConnectionString::value(std::string_view keyword) con
     const auto found = values_.find(keyword);
     if (found == values_.end() || found->second.empty()) return std::nullopt;
     return found->second;
+}
+
+std::map<std::string, std::string, LessText> ConnectionString::pairs() const {
+    auto pairs = values_;
+    std::erase_if(pairs, [](const auto& pair) { return pair.second.empty(); });
+    return pairs;
 }
 
 } // namespace norvel::adodb

@@ -19,8 +19,12 @@ class ConnectionString {
     explicit ConnectionString(std::string_view text);
     // nullopt where the keyword is missing or its value empty
     std::optional<std::string> value(std::string_view keyword) const;
+    // Every pair whose value is not empty, in the order of the keywords.
+    std::map<std::string, std::string, LessText> pairs() const;
+    const std::string& text() const { return text_; } // as it was given
 
   private:
+    std::string text_;
     std::map<std::string, std::string, LessText> values_;
 };
 

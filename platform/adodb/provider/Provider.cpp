@@ -1,6 +1,7 @@
 #include "platform/adodb/provider/Provider.h"
 
 #include "platform/adodb/Errors.h"
+#include "platform/adodb/provider/Foreign.h"
 #include "platform/adodb/sqlite/SqliteSession.h"
 #include "platform/runtime/Text.h"
 
@@ -52,6 +53,7 @@ std::shared_ptr<Session> openSession(const std::string& connectionString) {
         const auto found = providers().find(trimText(*provider));
         if (found != providers().end()) return found->second(connection);
     }
+    if (auto session = openForeignSession(connection)) return session;
     const std::string name = nameOf(connection);
     if (name.empty())
         throw adoError(adErrProviderNotFound,

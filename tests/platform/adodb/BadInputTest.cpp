@@ -50,11 +50,11 @@ TEST(BadInput, AConnectionStringThatNamesNoProvider) {
 
 TEST(BadInput, AnotherProviderIsNamedButNeverItsPassword) {
     const std::pair<const char*, const char*> cases[] = {
-        {"Provider=SQLOLEDB;Data Source=srv;User ID=sa;Password=segreta", "«SQLOLEDB»"},
-        {"Driver={SQL Server};Server=srv;Uid=sa;Pwd=segreta", "«SQL Server»"},
+        {"Provider=OraOLEDB.Oracle;Data Source=srv;User ID=sa;Password=segreta",
+         "«OraOLEDB.Oracle»"},
+        {"Driver={Oracle};Server=srv;Uid=sa;Pwd=segreta", "«Oracle»"},
         {"DSN=Contabilità;PWD=segreta", "«Contabilità»"},
-        {"provider=\"Microsoft.Jet.OLEDB.4.0\";Jet OLEDB:Database Password=segreta",
-         "«Microsoft.Jet.OLEDB.4.0»"},
+        {"provider=\"Nessuno.di.noto\";Jet OLEDB:Database Password=segreta", "«Nessuno.di.noto»"},
     };
     for (const auto& example : cases) {
         const std::string connection = example.first;

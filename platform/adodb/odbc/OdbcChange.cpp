@@ -1,0 +1,270 @@
+#include "platform/adodb/odbc/OdbcChange.h"
+
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/odbc/OdbcIdentity.h"
+#include "platform/adodb/odbc/OdbcRowSource.h"
+#include "platform/adodb/odbc/OdbcValues.h"
+#include "platform/adodb/store/FindRow.h"
+#include "platform/adodb/store/GroupBuilder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+using Kind = RowChange::Kind;
+using Values = std::vector<Variant>;
+
+constexpr const char* savepoint = "norvelricerca_modifica";
+constexpr int longestStatement = 30; // seconds
+
+class Writer {
+  public:
+    Writer(const std::shared_ptr<OdbcConnection>& connection, const RowChange& change, bool inside,
+           bool& sent)
+        : connection_(connection), change_(change), inside_(inside), sent_(sent) {}
+
+    Values run() {
+        begin();
+        try {
+            Values after = write();
+            end(true);
+            return after;
+        } catch (...) {
+            undo();
+            throw;
+        }
+    }
+
+  private:
+    OdbcSql sql(std::string_view text) const {
+        OdbcSql made(connection_->kind());
+        made += text;
+        return made;
+    }
+    const ColumnInfo& info(int column) const {
+        return change_.columns[static_cast<std::size_t>(column)];
+    }
+    std::string name(int column) const {
+        return quotedName(connection_->kind(), info(column).origin);
+    }
+
+    // --- all or nothing ---
+
+    void begin() {
+        if (!inside_) return connection_->setAutocommit(false);
+        const bool sqlServer = connection_->kind() == ServerKind::SqlServer;
+        plain(std::string(sqlServer ? "SAVE TRANSACTION " : "SAVEPOINT ") + savepoint);
+    }
+    void end(bool commit) {
+        if (inside_) {
+            if (connection_->kind() == ServerKind::SqlServer) {
+                if (!commit) plain(std::string("ROLLBACK TRANSACTION ") + savepoint);
+                return;
+            }
+            if (!commit) plain(std::string("ROLLBACK TO SAVEPOINT ") + savepoint);
+            return plain(std::string("RELEASE SAVEPOINT ") + savepoint);
+        }
+        connection_->endTransaction(commit);
+        connection_->setAutocommit(true);
+    }
+    // The failure that led here is what counts.
+    void undo() {
+        try {
+            end(false);
+        } catch (const Errore&) {
+            return;
+        }
+    }
+    void plain(const std::string& text) {
+        OdbcStatement(connection_, nullptr, longestStatement).execute(text);
+    }
+
+    // --- the change ---
+
+    Values write() {
+        if (change_.kind == Kind::Insert) return insert();
+        const OdbcSql where = byKey(change_.before);
+        checkUnchanged(where);
+        if (change_.kind == Kind::Delete) {
+            OdbcSql text = sql("DELETE FROM " + change_.identity.table);
+            text.add(where);
+            execute(text);
+            return {};
+        }
+        update(where);
+        Values after = change_.before;
+        for (const auto& cell : change_.cells)
+            after[static_cast<std::size_t>(cell.column)] = cell.value;
+        return rowNow(byKey(after), false);
+    }
+
+    void execute(OdbcSql& text) {
+        OdbcStatement statement(connection_, nullptr, longestStatement);
+        text.bind(statement);
+        sent_ = true;
+        statement.execute(text.text);
+        const std::int64_t changed = statement.affected();
+        if (changed == 0) throw adoError(oleFail, "Il database non ha fatto la modifica.");
+        if (changed > 1) throw adoError(oleFail, "La chiave non distingue il record da altri.");
+    }
+
+    void addEqual(OdbcSql& where, int column, const Variant& value) const {
+        where += name(column);
+        if (value.isNull() || value.isEmpty()) {
+            where += " IS NULL";
+            return;
+        }
+        where += " = ";
+        where.addValue(info(column), value);
+    }
+    OdbcSql byKey(const Values& row) const {
+        OdbcSql where = sql(" WHERE ");
+        bool first = true;
+        for (const int column : change_.identity.key) {
+            if (!std::exchange(first, false)) where += " AND ";
+            addEqual(where, column, row[static_cast<std::size_t>(column)]);
+        }
+        return where;
+    }
+
+    void update(const OdbcSql& where) {
+        OdbcSql text = sql("UPDATE " + change_.identity.table + " SET ");
+        for (std::size_t i = 0; i < change_.cells.size(); ++i) {
+            if (i) text += ", ";
+            text += name(change_.cells[i].column) + " = ";
+            text.addValue(info(change_.cells[i].column), change_.cells[i].value);
+        }
+        text.add(where);
+        execute(text);
+    }
+
+    Values insert() {
+        OdbcSql text = sql("INSERT INTO " + change_.identity.table);
+        const bool none = change_.cells.empty();
+        if (none)
+            text += connection_->kind() == ServerKind::MySql ? " () VALUES ()" : " DEFAULT VALUES";
+        for (std::size_t i = 0; i < change_.cells.size(); ++i) {
+            text += i ? ", " : " (";
+            text += name(change_.cells[i].column);
+        }
+        for (std::size_t i = 0; i < change_.cells.size(); ++i) {
+            text += i ? ", " : ") VALUES (";
+            text.addValue(info(change_.cells[i].column), change_.cells[i].value);
+        }
+        if (!none) text += ")";
+        if (connection_->kind() == ServerKind::PostgreSql) return insertReturning(text);
+        execute(text);
+        return rowNow(inserted(), false);
+    }
+    // PostgreSQL gives the row back itself.
+    Values insertReturning(OdbcSql& text) {
+        text += " RETURNING " + columnList();
+        sent_ = true;
+        return read(text);
+    }
+    // Where the new row is: by its key, where all of it was given; by the number that the database
+    // gave it; else by all that was given.
+    OdbcSql inserted() const {
+        Values row(change_.columns.size());
+        for (const auto& cell : change_.cells)
+            row[static_cast<std::size_t>(cell.column)] = cell.value;
+        const auto& key = change_.identity.key;
+        const auto given = [&](int column) {
+            const Variant& value = row[static_cast<std::size_t>(column)];
+            return !value.isNull() && !value.isEmpty();
+        };
+        if (!key.empty() && std::ranges::all_of(key, given)) return byKey(row);
+        const bool numbered = key.size() == 1 && connection_->kind() == ServerKind::MySql &&
+                              (info(key.front()).attributes & adFldKeyColumn) != 0;
+        if (numbered) return sql(" WHERE " + name(key.front()) + " = LAST_INSERT_ID()");
+        OdbcSql where = sql(" WHERE ");
+        bool first = true;
+        for (const auto& cell : change_.cells) {
+            if (!std::exchange(first, false)) where += " AND ";
+            addEqual(where, cell.column, cell.value);
+        }
+        return where;
+    }
+
+    // --- the row in the database ---
+
+    bool written(std::size_t column) const {
+        if (change_.columns[column].origin.empty()) return false;
+        if (change_.kind == Kind::Delete) return true;
+        return std::ranges::any_of(change_.cells, [&](const RowChange::Cell& cell) {
+            return static_cast<std::size_t>(cell.column) == column;
+        });
+    }
+    // Of a row that may hold values of other rows every one is looked at.
+    void checkUnchanged(const OdbcSql& where) {
+        const Values now = rowNow(where, true);
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            if (sameValue(now[i], change_.before[i])) continue;
+            if (written(i)) throw adoError(dbConcurrency);
+            if (change_.identity.mixed)
+                throw adoError(oleFail, "Il record non è quello della tabella, o altri lo hanno "
+                                        "modificato dopo la lettura.");
+        }
+    }
+    std::string columnList() const {
+        std::string list;
+        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
+            const int column = static_cast<int>(i);
+            list.append(i ? ", " : "").append(info(column).origin.empty() ? "NULL" : name(column));
+        }
+        return list;
+    }
+    // lock: nobody else changes it until the transaction ends.
+    Values rowNow(const OdbcSql& where, bool lock) {
+        const bool hint = lock && connection_->kind() == ServerKind::SqlServer;
+        const bool clause = lock && (connection_->kind() == ServerKind::MySql ||
+                                     connection_->kind() == ServerKind::PostgreSql);
+        OdbcSql text = sql("SELECT " + columnList() + " FROM " + change_.identity.table +
+                           (hint ? " WITH (UPDLOCK)" : ""));
+        text.add(where);
+        if (clause) text += " FOR UPDATE";
+        return read(text);
+    }
+    // The first row of a statement as a fetch would read it; of a column that no table has, what
+    // was read before.
+    Values read(OdbcSql& text) {
+        auto statement = std::make_unique<OdbcStatement>(connection_, nullptr, longestStatement);
+        OdbcBlock::prepare(*statement);
+        text.bind(*statement);
+        statement->execute(text.text);
+        const auto store = std::make_shared<ColumnStore>(change_.columns);
+        GroupBuilder builder(store);
+        Batch batch(static_cast<int>(change_.columns.size()));
+        batch.reset(1);
+        const std::vector<OdbcColumn> columns = describeColumns(*statement);
+        OdbcBlock block(*statement, columns);
+        if (!block.fetch()) throw adoError(dbConcurrency);
+        block.store(batch);
+        batch.endRow();
+        builder.take(batch);
+        builder.publish();
+        Values row;
+        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
+            const bool computed = change_.columns[i].origin.empty() && !change_.before.empty();
+            row.push_back(computed ? change_.before[i] : store->value(static_cast<int>(i), 0));
+        }
+        return row;
+    }
+
+    std::shared_ptr<OdbcConnection> connection_;
+    const RowChange& change_;
+    bool inside_;
+    bool& sent_;
+};
+
+} // namespace
+
+std::vector<Variant> changeRow(const std::shared_ptr<OdbcConnection>& connection,
+                               const RowChange& change, bool inTransaction, bool& sent) {
+    return Writer(connection, change, inTransaction, sent).run();
+}
+
+} // namespace norvel::adodb

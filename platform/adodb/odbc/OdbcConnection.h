@@ -1,0 +1,62 @@
+// One connection to a server through the driver manager, and the statements that run on it.
+#pragma once
+
+#include "platform/adodb/odbc/OdbcErrors.h"
+#include "platform/adodb/odbc/OdbcTarget.h"
+
+#include <atomic>
+#include <memory>
+#include <sql.h>
+#include <sqlext.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace norvel::adodb {
+
+// Has an environment of its own, so that nothing of one connection waits for another in the driver
+// manager. One thread at a time makes calls, SQLCancel apart.
+class OdbcConnection {
+  public:
+    // Raises Errore: no such driver, server that does not answer, user refused.
+    static std::shared_ptr<OdbcConnection> open(const OdbcTarget& target);
+    ~OdbcConnection();
+    OdbcConnection(const OdbcConnection&) = delete;
+    OdbcConnection& operator=(const OdbcConnection&) = delete;
+
+    SQLHDBC get() const { return dbc_; }
+    const OdbcTarget& target() const { return target_; }
+    ServerKind kind() const { return target_.kind; } // told by the server itself, once connected
+    // Several statements may have rows to read at once.
+    bool severalStatements() const { return kind() != ServerKind::SqlServer; }
+    // A failure told that the connection is lost.
+    bool broken() const { return broken_; }
+
+    // The diagnostics of the last call on a handle; what they tell as an Errore.
+    std::vector<OdbcDiagnostic> diagnostics(SQLSMALLINT type, SQLHANDLE handle) const;
+    Errore error(SQLSMALLINT type, SQLHANDLE handle);
+    // A text about the connection (SQL_DBMS_NAME…).
+    std::string info(SQLUSMALLINT what) const;
+    void setAutocommit(bool on);
+    void endTransaction(bool commit);
+
+  private:
+    explicit OdbcConnection(const OdbcTarget& target) : target_(target) {}
+    void connect();
+
+    OdbcTarget target_;
+    SQLHENV env_ = SQL_NULL_HENV;
+    SQLHDBC dbc_ = SQL_NULL_HDBC;
+    bool connected_ = false;
+    std::atomic<bool> broken_{false};
+};
+
+// The drivers and the data sources that the driver manager knows.
+std::vector<OdbcEntry> odbcDrivers();
+std::vector<OdbcEntry> odbcSources();
+
+inline bool succeeded(SQLRETURN result) {
+    return SQL_SUCCEEDED(result);
+}
+
+} // namespace norvel::adodb

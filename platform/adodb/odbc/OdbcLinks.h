@@ -1,0 +1,60 @@
+// The connections of one session.
+#pragma once
+
+#include "platform/adodb/odbc/OdbcConnection.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace norvel::adodb {
+
+// The use of a connection by one statement; ends with the object.
+class OdbcUse {
+  public:
+    virtual ~OdbcUse();
+    const std::shared_ptr<OdbcConnection>& connection() const { return connection_; }
+    // A statement failed or was ended: what its end left on the way shall not meet the next one.
+    virtual void spoil() {}
+    // It took the place of one that was lost: what statements had left on that one is gone.
+    bool replaced() const { return replaced_; }
+
+  protected:
+    std::shared_ptr<OdbcConnection> connection_;
+    bool replaced_ = false;
+};
+
+// One connection is the session's own: transactions and whatever a statement leaves behind are its.
+// A connection serves one statement's rows at a time, so queries that depend on nothing of that
+// one's run on readers, connections that come as they are needed; a few are kept for the next
+// query. A connection that was lost is replaced at its next use.
+class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
+  public:
+    // Opens the session's own.
+    explicit OdbcLinks(const OdbcTarget& target);
+
+    // Waits for the one before, at most half a minute (then 0x80040E31); cancelled (may be null)
+    // ends the wait.
+    std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled);
+    // fresh: not one that waits since an earlier query.
+    std::shared_ptr<OdbcUse> reader(bool fresh);
+    ServerKind kind() const { return kind_; }
+    const OdbcTarget& target() const { return target_; }
+
+  private:
+    class OwnUse;
+    class ReaderUse;
+    std::shared_ptr<OdbcConnection> opened() const;
+
+    OdbcTarget target_;
+    ServerKind kind_;
+    std::mutex mutex_; // guards what follows
+    std::condition_variable free_;
+    std::shared_ptr<OdbcConnection> own_;
+    bool inUse_ = false;
+    std::vector<std::shared_ptr<OdbcConnection>> idle_;
+};
+
+} // namespace norvel::adodb

@@ -1,0 +1,168 @@
+#include "platform/adodb/odbc/OdbcSession.h"
+
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/odbc/ComparedBooleans.h"
+#include "platform/adodb/odbc/OdbcBlock.h"
+#include "platform/adodb/odbc/OdbcChange.h"
+#include "platform/adodb/odbc/OdbcIdentity.h"
+#include "platform/adodb/odbc/OdbcLinks.h"
+#include "platform/adodb/odbc/OdbcRowSource.h"
+#include "platform/adodb/odbc/ServerNotation.h"
+#include "platform/adodb/odbc/StatementShape.h"
+#include "platform/runtime/Text.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+class OdbcSession : public Session {
+  public:
+    explicit OdbcSession(const OdbcTarget& target) : links_(std::make_shared<OdbcLinks>(target)) {}
+    ~OdbcSession() override;
+    OdbcSession(const OdbcSession&) = delete;
+    OdbcSession& operator=(const OdbcSession&) = delete;
+
+    StatementResult execute(const StatementRequest& request) override;
+    std::vector<Variant> change(const RowChange& change) override;
+    void begin() override;
+    void commit() override { end(true); }
+    void rollback() override { end(false); }
+    std::string tableQuery(const std::string& table) const override;
+
+  private:
+    using Use = std::shared_ptr<OdbcUse>;
+
+    Use own(const std::atomic<bool>* cancelled);
+    void end(bool commit);
+    StatementResult run(const Use& use, const StatementRequest& request, const std::string& sql);
+    StatementResult runNeutral(const Use& use, const StatementRequest& request);
+    StatementResult runReading(const StatementRequest& request);
+
+    std::shared_ptr<OdbcLinks> links_;
+    std::atomic<bool> transaction_{false};
+    std::atomic<bool> particular_{false}; // statements left something on the own connection
+};
+
+OdbcSession::~OdbcSession() {
+    if (!transaction_) return;
+    try {
+        end(false);
+    } catch (const Errore&) {
+        return; // the server ends with the connection what was not committed
+    }
+}
+
+OdbcSession::Use OdbcSession::own(const std::atomic<bool>* cancelled) {
+    Use use = links_->own(cancelled);
+    if (!use->replaced()) return use;
+    particular_ = false;
+    if (transaction_.exchange(false))
+        throw Errore(oleFail, "La connessione con «" + links_->target().place +
+                                  "» si è interrotta, e con essa la transazione.");
+    return use;
+}
+
+StatementResult OdbcSession::execute(const StatementRequest& request) {
+    const StatementKind kind = kindOfStatement(request.text);
+    if (kind == StatementKind::Reads && !transaction_ && !particular_) return runReading(request);
+    const Use use = own(request.cancelled);
+    StatementResult result = runNeutral(use, request);
+    if (kind == StatementKind::Own) particular_ = true;
+    return result;
+}
+
+// An idle connection may have been lost since its last query; nothing was done then.
+StatementResult OdbcSession::runReading(const StatementRequest& request) {
+    Use use = links_->reader(false);
+    try {
+        return runNeutral(use, request);
+    } catch (const Errore&) {
+        use->spoil();
+        if (!use->connection()->broken()) throw;
+    }
+    use = links_->reader(true);
+    return runNeutral(use, request);
+}
+
+StatementResult OdbcSession::runNeutral(const Use& use, const StatementRequest& request) {
+    const OdbcTarget& target = use->connection()->target();
+    if (!target.neutral || target.kind == ServerKind::Access)
+        return run(use, request, request.text);
+    const std::string sql = serverNotation(request.text, target.kind);
+    try {
+        return run(use, request, sql);
+    } catch (const Errore& error) {
+        const auto booleans = comparedBooleans(use->connection(), error, request.text);
+        if (booleans.empty()) throw;
+        return run(use, request, serverNotation(request.text, target.kind, booleans));
+    }
+}
+
+StatementResult OdbcSession::run(const Use& use, const StatementRequest& request,
+                                 const std::string& sql) {
+    auto statement = std::make_unique<OdbcStatement>(use->connection(), request.cancelled,
+                                                     request.timeoutSeconds);
+    OdbcBlock::prepare(*statement);
+    statement->execute(sql);
+    statement->forgetOutside();
+    if (statement->columns() == 0) return {nullptr, statement->affected()};
+    const auto identify = [&](std::vector<OdbcColumn>& columns) {
+        return identifyRows(use->connection(), sql, columns);
+    };
+    return {std::make_unique<OdbcRowSource>(std::move(statement), identify, use), 0};
+}
+
+// A connection that was lost before the change was sent is replaced, and the change sent once more.
+std::vector<Variant> OdbcSession::change(const RowChange& change) {
+    bool sent = false;
+    const auto make = [&] {
+        const Use use = own(nullptr);
+        try {
+            return changeRow(use->connection(), change, transaction_, sent);
+        } catch (const Errore&) {
+            if (sent || transaction_ || !use->connection()->broken()) throw;
+            return std::vector<Variant>();
+        }
+    };
+    auto after = make();
+    return !after.empty() || sent ? after : make();
+}
+
+void OdbcSession::begin() {
+    own(nullptr)->connection()->setAutocommit(false);
+    transaction_ = true;
+}
+
+void OdbcSession::end(bool commit) {
+    const Use use = own(nullptr);
+    use->connection()->endTransaction(commit);
+    use->connection()->setAutocommit(true);
+    transaction_ = false;
+}
+
+// A name that a host has quoted or bracketed itself stays, brackets apart; of others the parts that
+// are no plain words are quoted.
+std::string OdbcSession::tableQuery(const std::string& table) const {
+    const std::string name = trimText(table);
+    const std::string query = "SELECT * FROM ";
+    if (name.find_first_of("[\"`") != std::string::npos)
+        return query + serverNames(name, links_->kind());
+    std::string quoted;
+    for (const std::string& part : splitText(name, "."))
+        quoted.append(quoted.empty() ? "" : ".")
+            .append(isPlainName(part) ? part : quotedName(links_->kind(), part));
+    return query + quoted;
+}
+
+} // namespace
+
+std::shared_ptr<Session> openOdbcSession(const ConnectionString& connection) {
+    const auto target = odbcTarget(connection, odbcDrivers(), odbcSources());
+    return target ? std::make_shared<OdbcSession>(*target) : nullptr;
+}
+
+} // namespace norvel::adodb
