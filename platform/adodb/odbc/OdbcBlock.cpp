@@ -82,14 +82,17 @@ OdbcBlock::~OdbcBlock() {
 }
 
 bool OdbcBlock::growable(std::size_t column) const {
-    return columns_[column].as == FetchedAs::Text || columns_[column].as == FetchedAs::Bytes;
+    const FetchedAs as = columns_[column].as;
+    return as == FetchedAs::Text || as == FetchedAs::Guid || as == FetchedAs::Bytes;
 }
 
 void OdbcBlock::layOut() {
     std::size_t rowBytes = 0;
     bool all = true;
-    for (Buffer& buffer : buffers_) {
-        buffer.width = (std::max(buffer.width, buffer.wanted) + 7) / 8 * 8;
+    for (std::size_t c = 0; c < buffers_.size(); ++c) {
+        Buffer& buffer = buffers_[c];
+        // Values of a fixed size lie side by side, whatever width the driver is told.
+        if (growable(c)) buffer.width = (std::max(buffer.width, buffer.wanted) + 7) / 8 * 8;
         rowBytes += buffer.width + sizeof(SQLLEN);
         all = all && buffer.bound;
     }
@@ -150,7 +153,7 @@ bool OdbcBlock::cut(std::size_t column, std::size_t row) const {
     const SQLLEN length = buffers_[column].lengths[row];
     if (length == SQL_NULL_DATA) return false;
     const std::size_t room =
-        buffers_[column].width - (columns_[column].as == FetchedAs::Text ? 1 : 0);
+        buffers_[column].width - (columns_[column].as == FetchedAs::Bytes ? 0 : 1);
     return length == notTold || static_cast<std::size_t>(length) > room;
 }
 
@@ -190,7 +193,7 @@ void OdbcBlock::readBySelf(const std::vector<std::pair<std::size_t, std::size_t>
     for (const auto& cell : cells) {
         const std::size_t row = cell.first;
         const std::size_t column = cell.second;
-        const bool text = columns_[column].as == FetchedAs::Text;
+        const bool text = columns_[column].as != FetchedAs::Bytes;
         std::string value(static_cast<std::size_t>(buffers_[column].lengths[row]) + (text ? 1 : 0),
                           '\0');
         SQLLEN length = 0;
@@ -227,7 +230,7 @@ void OdbcBlock::readUnbound() {
 // A value of the cursor's row, in as many pieces as the driver makes of it. Notes in lengths that
 // it is NULL.
 std::string OdbcBlock::wholeValue(std::size_t column) {
-    const bool text = columns_[column].as == FetchedAs::Text;
+    const bool text = columns_[column].as != FetchedAs::Bytes;
     std::string value;
     std::vector<char> piece(std::max<std::size_t>(buffers_[column].width, 4096));
     for (;;) {

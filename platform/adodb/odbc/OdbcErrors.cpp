@@ -49,8 +49,29 @@ constexpr Code codes[] = {
     {"22", 0, Meaning::Statement},
 };
 
+// What drivers say of a lost connection under a code for anything.
+constexpr std::string_view lostTexts[] = {
+    "reset by peer",
+    "broken pipe",
+    "gone away",
+    "lost connection",
+    "server closed the",
+    "no connection to the server",
+    "terminating connection",
+    "could not receive data",
+    "could not send data",
+};
+
+bool tellsLost(const std::string& text) {
+    return std::ranges::any_of(lostTexts, [&](std::string_view words) {
+        return findText(text, words) != std::string::npos;
+    });
+}
+
 const Code* meaningOf(const OdbcDiagnostic& diagnostic) {
     static constexpr Code refused{"", 0, Meaning::Refused};
+    static constexpr Code lost{"", 0, Meaning::Broken};
+    if (tellsLost(diagnostic.text)) return &lost;
     if (findText(diagnostic.text, "password authentication failed") != std::string::npos)
         return &refused; // PostgreSQL's driver tells only that it did not connect
     const auto* found = std::ranges::find_if(codes, [&](const Code& code) {

@@ -32,6 +32,17 @@ constexpr const char* lockLimit(ServerKind kind) {
     return nullptr;
 }
 
+// A server that went away meanwhile shows only when it is asked.
+bool answers(const std::shared_ptr<OdbcConnection>& connection) {
+    if (!lockLimit(connection->kind())) return true; // no server
+    try {
+        OdbcStatement(connection, nullptr, 5).execute("SELECT 1");
+    } catch (const Errore&) {
+        return !connection->broken();
+    }
+    return true;
+}
+
 } // namespace
 
 OdbcUse::~OdbcUse() = default;
@@ -91,7 +102,7 @@ std::shared_ptr<OdbcConnection> OdbcLinks::opened() const {
     return connection;
 }
 
-std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled) {
+std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled, bool check) {
     const auto until = std::chrono::steady_clock::now() + longestWait;
     std::unique_lock lock(mutex_);
     while (inUse_) {
@@ -100,7 +111,7 @@ std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled) {
             throw adoError(dbCommandTimeout, "La connessione serve a un'altra lettura.");
         free_.wait_for(lock, lookInterval);
     }
-    const bool lost = own_->broken();
+    const bool lost = own_->broken() || (check && !answers(own_));
     if (lost) own_ = opened();
     auto use = std::make_shared<OwnUse>(shared_from_this(), own_, lost);
     inUse_ = true;

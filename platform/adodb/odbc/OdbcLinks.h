@@ -36,8 +36,9 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     explicit OdbcLinks(const OdbcTarget& target);
 
     // Waits for the one before, at most half a minute (then 0x80040E31); cancelled (may be null)
-    // ends the wait.
-    std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled);
+    // ends the wait. check: whether the server still answers on it, so that what must not be sent
+    // twice is not sent into the void.
+    std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled, bool check);
     // fresh: not one that waits since an earlier query.
     std::shared_ptr<OdbcUse> reader(bool fresh);
     ServerKind kind() const { return kind_; }

@@ -57,7 +57,7 @@ OdbcSession::~OdbcSession() {
 }
 
 OdbcSession::Use OdbcSession::own(const std::atomic<bool>* cancelled) {
-    Use use = links_->own(cancelled);
+    Use use = links_->own(cancelled, !transaction_);
     if (!use->replaced()) return use;
     particular_ = false;
     if (transaction_.exchange(false))

@@ -157,8 +157,10 @@ class Translator {
             if (path || equalsText(entry.name, driver)) {
                 target_.kind = kindOfName(driver);
                 driver_ = driver;
-                // The driver in UTF-16 is the slower one, and follows the process's locale.
-                if (target_.kind == ServerKind::PostgreSql && !path) break;
+                // The one in UTF-16 is slower, and its texts follow the process's locale.
+                if (equalsText(driver, "PostgreSQL Unicode")) break;
+                target_.narrow = findText(driver, "ANSI") != std::string::npos ||
+                                 findText(driver, "psqlodbca") != std::string::npos;
                 return true;
             }
         return takeKind(kindOfName(driver));

@@ -127,7 +127,7 @@ void TestServer::waitFor(const std::function<bool()>& done) const {
 
 void TestServer::stop() {
     if (process_ <= 0) return;
-    ::kill(process_, SIGKILL);
+    ::kill(process_, signal_);
     ::waitpid(process_, nullptr, 0);
     process_ = -1;
 }
@@ -181,6 +181,7 @@ class PostgreSql : public TestServer {
   public:
     PostgreSql() {
         settle("postgres");
+        signal_ = SIGQUIT; // takes its children with it, at once and without a shutdown
         const std::string data = path("dati");
         const std::string programs = programFolder();
         const std::string secret = path("parola");

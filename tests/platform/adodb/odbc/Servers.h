@@ -45,6 +45,7 @@ class TestServer {
 
     std::filesystem::path folder_;
     int port_ = 0;
+    int signal_ = 9; // that ends it as a power cut would
 
   private:
     pid_t spawn(const std::vector<std::string>& command, const std::string& output) const;
