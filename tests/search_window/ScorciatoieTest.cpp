@@ -36,12 +36,26 @@ TEST(Scorciatoie, NoTwoCommandsShareAKey) {
 }
 
 TEST(Scorciatoie, NoCommandTakesAKeyThatTheGridOrATextFieldNeeds) {
-    const std::set<std::pair<int, int>> prese{
-        {WXK_RETURN, wxMOD_NONE}, {'C', wxMOD_CONTROL},   {'A', wxMOD_CONTROL},
-        {'V', wxMOD_CONTROL},     {'X', wxMOD_CONTROL},   {'Z', wxMOD_CONTROL},
-        {'Y', wxMOD_CONTROL},     {WXK_F2, wxMOD_NONE},   {WXK_F4, wxMOD_NONE},
-        {WXK_DOWN, wxMOD_ALT},    {WXK_F4, wxMOD_ALT},    {WXK_ESCAPE, wxMOD_NONE},
-        {WXK_TAB, wxMOD_NONE},    {WXK_SPACE, wxMOD_NONE}};
+    const std::set<std::pair<int, int>> prese{{WXK_RETURN, wxMOD_NONE},
+                                              {'C', wxMOD_CONTROL},
+                                              {'A', wxMOD_CONTROL},
+                                              {'V', wxMOD_CONTROL},
+                                              {'X', wxMOD_CONTROL},
+                                              {'Z', wxMOD_CONTROL},
+                                              {'Y', wxMOD_CONTROL},
+                                              {WXK_F2, wxMOD_NONE},
+                                              {WXK_F4, wxMOD_NONE},
+                                              {'G', wxMOD_CONTROL},
+                                              {'G', wxMOD_CONTROL | wxMOD_SHIFT},
+                                              {'0', wxMOD_CONTROL},
+                                              {'0', wxMOD_ALT},
+                                              {WXK_LEFT, wxMOD_CONTROL | wxMOD_SHIFT},
+                                              {WXK_RIGHT, wxMOD_CONTROL | wxMOD_SHIFT},
+                                              {WXK_DOWN, wxMOD_ALT},
+                                              {WXK_F4, wxMOD_ALT},
+                                              {WXK_ESCAPE, wxMOD_NONE},
+                                              {WXK_TAB, wxMOD_NONE},
+                                              {WXK_SPACE, wxMOD_NONE}};
     for (const Scorciatoia& s : scorciatoie) {
         EXPECT_FALSE(prese.contains({s.codice, s.modificatori})) << s.testo;
         EXPECT_TRUE(s.modificatori != wxMOD_NONE || s.codice > WXK_START) << s.testo;

@@ -3,6 +3,7 @@
 #include "tests/windows/hosts/CppHost.h"
 
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <string>
 
@@ -121,6 +122,24 @@ TEST_F(CppViews, TheBaseLayoutServesAnOperatorWithoutViews) {
     EXPECT_EQ(ricerca_->put_Modulo(Text(L"ROSSIVista di città")), S_OK);
     fs::copy_file(keptLayout(), folder_ / L"parametri" / L"ROSSIVista di città.grx");
     EXPECT_EQ(answerTo(findInFirstColumn), L"37");
+}
+
+TEST_F(CppViews, AGroupedViewOpensItsGroupsAndChoosesARowOfTheHost) {
+    EXPECT_EQ(ricerca_->putref_Recordset(
+                  openRows("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                           "LIMIT 50) SELECT i AS codice, i % 3 AS gruppo FROM n")
+                      .get()),
+              S_OK);
+    std::ofstream(folder_ / L"parametri" / L"CLI.grx", std::ios::binary)
+        << "NorvelRicerca grid layout 1\n[layout \"CLI\"]\nDataView = 2\n"
+           "GroupColumns = \"gruppo\"\n[end]\n";
+    EXPECT_EQ(answerTo([](const Shown& window) {
+                  pressHolding(VK_CONTROL, VK_HOME); // the group of 0
+                  press(VK_RETURN);
+                  press(VK_DOWN, 2); // 3, 6
+                  window.chooseByEnter();
+              }),
+              L"6");
 }
 
 TEST_F(CppViews, TheToolbarMovesTheHostsRecordset) {
