@@ -150,6 +150,14 @@ wxRect Grid::GroupSignRect(RowCount row) const {
     return view_->IsGroup(row) ? view_->GroupSign(row) : wxRect();
 }
 
+wxRect Grid::GroupAreaRect() const {
+    const Measures& sizes = view_->Places().Sizes();
+    return {0, 0, sizes.width, sizes.areaHeight};
+}
+wxRect Grid::GroupBoxRect(int column) const {
+    return toWx(view_->Places().BoxOf(column));
+}
+
 int Grid::CurrentColumn() const {
     return view_->CurrentColumn();
 }

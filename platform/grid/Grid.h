@@ -80,6 +80,10 @@ namespace norvel::grid {
 // last one is there. A group column whose field is not there waits for it. Grouped columns have no
 // heading and no filter cell until the grouping ends; their filters stay.
 //
+// A heading dragged into the grouping area, whether or not AllowColMove is set, groups by its
+// column; there its box is dragged to another place among the boxes, or out of the area, which ends
+// the grouping: among the headings the column stands where it was let go if columns may be moved.
+//
 // The mouse, on the line of a group: a click on the sign opens or closes it, so does a double-click
 // elsewhere; a click makes it the line of the keyboard, and on its record selector selects its
 // rows, if it is closed. Selecting over the line of a closed group selects its rows. The keyboard:
@@ -159,9 +163,11 @@ class NR_API Grid : public wxControl {
     void SetAllGroupsOpen(bool open);
     wxRect GroupRect(adodb::RowCount row) const; // empty for what is no group's line
     wxRect GroupSignRect(adodb::RowCount row) const;
-    int CurrentColumn() const;         // -1: none
-    void SetCurrentColumn(int column); // scrolls it into view; one that is not shown is ignored
-    int LeftColumn() const;            // the first column in view, -1: none
+    wxRect GroupAreaRect() const;          // empty where there is none
+    wxRect GroupBoxRect(int column) const; // of a grouped column
+    int CurrentColumn() const;             // -1: none
+    void SetCurrentColumn(int column);     // scrolls it into view; one that is not shown is ignored
+    int LeftColumn() const;                // the first column in view, -1: none
     // rowPosition: among the rows in view, 0 is FirstRow().
     // split: the one in which the rectangle is asked; Errore 9 on a bad one.
     wxRect CellRect(adodb::RowCount rowPosition, int column, int split = 0) const;

@@ -186,6 +186,11 @@ class Grid::View : public controls::DataControl::Observer {
     void fillGroupLines(adodb::RowCount first, adodb::RowCount count);
     std::string groupLineText(adodb::RowCount row);
     void paintGroupLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
+    void arrangeGroupBoxes();
+    void paintGroupArea(wxDC& dc);
+    void paintGroupBox(wxDC& dc, const GroupBoxes::Box& box);
+    ColumnDrop landing() const;
+    void dropBox(int column, const ColumnDrop& drop);
     bool pressGroup(const Hit& hit, const wxMouseEvent& event);
 
     // scrolling

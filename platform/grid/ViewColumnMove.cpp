@@ -31,14 +31,15 @@ void Grid::View::pressHeading(const Hit& hit, const wxPoint& at) {
 }
 
 void Grid::View::dragHeadingTo(const wxPoint& at) {
-    if (!mayMoveColumns(dragSplit_) || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
+    const bool mayMove = mayMoveColumns(dragSplit_) || style_.DataView == dataViewGroups;
+    if (!mayMove || !columnDrag_.Follow(at.x, at.y, geometry_)) return;
     if (!autoScroll_.IsRunning()) autoScroll_.Start(edgeScrollPause);
     Refresh();
 }
 
 // Near the edges of the columns, and beyond them.
 void Grid::View::scrollWithHeading() {
-    if (columnDrag_.Drop().spot != Spot::Heading) return;
+    if (landing().spot != Spot::Heading) return;
     const int split = columnDrag_.Drop().split;
     const Rect area = geometry_.SplitArea(split);
     const int by = edgeScroll(pointer_.x, area.x, area.x + area.width, pixels(300));
@@ -48,9 +49,20 @@ void Grid::View::scrollWithHeading() {
 
 void Grid::View::dropHeading() {
     const int column = columnDrag_.Column();
-    const ColumnDrop drop = columnDrag_.Drop();
+    const ColumnDrop drop = landing();
     endDrag();
+    if (drop.spot == Spot::GroupArea) return groupBy(column, drop.place);
+    if (columns_.Item(column).Grouped) return dropBox(column, drop);
     if (drop.spot == Spot::Heading && moveColumn(columns_, column, drop.place)) columnMoved(column);
+}
+
+// Where the heading, or a box of the grouping area, may land. Columns that may not be moved go to
+// the grouping area alone, and come back to where they were.
+ColumnDrop Grid::View::landing() const {
+    const ColumnDrop drop = columnDrag_.Drop();
+    const bool box = columns_.Item(columnDrag_.Column()).Grouped;
+    if (drop.spot == Spot::Heading && !box && !mayMoveColumns(dragSplit_)) return {};
+    return drop;
 }
 
 void Grid::View::moveColumnBy(Side side) {
@@ -69,7 +81,9 @@ void Grid::View::columnMoved(int column) {
 
 // Over everything else: where the heading would land, and a picture of it at the pointer.
 void Grid::View::paintColumnDrag(wxDC& dc) {
-    const Rect own = geometry_.Heading(columnDrag_.Column());
+    const bool grouped = columns_.Item(columnDrag_.Column()).Grouped;
+    const Rect own =
+        grouped ? geometry_.BoxOf(columnDrag_.Column()) : geometry_.Heading(columnDrag_.Column());
     const int widest = pixels(3000);
     const int width = std::min(own.width, widest);
     const wxRect box(columnDrag_.X() - std::min(width / 2, columnDrag_.FromX() - own.x),
@@ -77,7 +91,7 @@ void Grid::View::paintColumnDrag(wxDC& dc) {
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.facePressed);
     dc.DrawRectangle(box);
-    const bool lands = columnDrag_.Drop().spot != Spot::Outside;
+    const bool lands = landing().spot != Spot::Outside;
     paintFrame(dc, box, 1, lands ? palette_.focus : palette_.faceLine);
     const wxRect text = wxRect(box).Deflate(pixels(cellMarginTwips() / 2), 0);
     painter_->Begin(dc, box);
@@ -89,19 +103,22 @@ void Grid::View::paintColumnDrag(wxDC& dc) {
 
 // A strong line at the border, with an arrow head at both ends.
 void Grid::View::paintDropMark(wxDC& dc) {
-    const ColumnDrop& drop = columnDrag_.Drop();
-    if (drop.spot != Spot::Heading) return;
+    const ColumnDrop drop = landing();
+    if (drop.spot == Spot::Outside) return;
+    const bool grouping = drop.spot == Spot::GroupArea;
     const int thick = std::max(2, pixels(30));
     const int head = pixels(75);
-    const int bottom = geometry_.DataTop();
+    const int top = grouping ? 0 : geometry_.Sizes().areaHeight;
+    const int bottom = grouping ? geometry_.Sizes().areaHeight : geometry_.DataTop();
     const Rect area = geometry_.SplitArea(drop.split);
-    const int x = std::clamp(geometry_.BorderAt(drop), area.x, area.x + area.width);
+    const int x = grouping ? geometry_.Boxes().BorderAt(drop.place)
+                           : std::clamp(geometry_.BorderAt(drop), area.x, area.x + area.width);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.focus);
-    dc.DrawRectangle(x - thick / 2, 0, thick, bottom);
+    dc.DrawRectangle(x - thick / 2, top, thick, bottom - top);
     const wxPoint above[] = {{-head, 0}, {head, 0}, {0, head}};
     const wxPoint below[] = {{-head, 0}, {head, 0}, {0, -head}};
-    dc.DrawPolygon(3, above, x, 0);
+    dc.DrawPolygon(3, above, x, top);
     dc.DrawPolygon(3, below, x, bottom);
 }
 

@@ -103,7 +103,7 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
 void Grid::View::pressHeadings(const Hit& hit, const wxPoint& at) {
     if (hit.spot == Spot::HeadingEdge || hit.spot == Spot::RowEdge) {
         pressEdge(hit, at);
-    } else if (hit.spot == Spot::Heading) {
+    } else if (hit.spot == Spot::Heading || hit.spot == Spot::GroupBox) {
         pressHeading(hit, at);
     } else if (hit.spot == Spot::FilterCell) {
         EnterFilter(hit.column, false);
@@ -255,7 +255,7 @@ void Grid::View::setHotColumn(int column) {
     if (column == hotColumn_) return;
     hotColumn_ = column;
     const Measures& sizes = geometry_.Sizes();
-    grid_.RefreshRect({0, 0, sizes.width, sizes.headingHeight}, false);
+    grid_.RefreshRect({0, 0, sizes.width, geometry_.FilterTop()}, false);
 }
 
 } // namespace norvel::grid

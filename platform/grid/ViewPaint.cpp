@@ -61,6 +61,7 @@ void Grid::View::onPaint() {
     const wxRect dirty = grid_.GetUpdateRegion().GetBox();
     paintRows(dc, dirty);
     if (dirty.y < geometry_.DataTop()) {
+        paintGroupArea(dc);
         paintHeadings(dc);
         if (splits_[0].FilterBar) paintFilterBar(dc);
     }
@@ -197,20 +198,22 @@ void Grid::View::paintBorders(wxDC& dc) {
     const int bottom = std::min(geometry_.Sizes().height,
                                 geometry_.RowTop(geometry_.FirstRow() + geometry_.RowsInView()));
     const int thick = std::max(2, pixels(30));
+    const int top = geometry_.Sizes().areaHeight;
     dc.SetPen(*wxTRANSPARENT_PEN);
     for (const Geometry::Pane& pane : geometry_.Panes()) {
         if (!pane.frozen) continue;
         dc.SetBrush(palette_.frozenLine);
-        dc.DrawRectangle(pane.Right() - thick, 0, thick, bottom);
+        dc.DrawRectangle(pane.Right() - thick, top, thick, bottom - top);
     }
     for (int split = 1; split < SplitCount(); ++split) {
         const int width = geometry_.Sizes().splitLine;
-        const wxRect line(geometry_.SplitArea(split).x - width, 0, width, grid_.GetClientSize().y);
+        const wxRect line(geometry_.SplitArea(split).x - width, top, width,
+                          grid_.GetClientSize().y - top);
         dc.SetBrush(palette_.face);
         dc.DrawRectangle(line);
         dc.SetBrush(palette_.frozenLine);
-        dc.DrawRectangle(line.x, 0, 1, line.height);
-        dc.DrawRectangle(line.GetRight(), 0, 1, line.height);
+        dc.DrawRectangle(line.x, top, 1, line.height);
+        dc.DrawRectangle(line.GetRight(), top, 1, line.height);
     }
 }
 

@@ -54,12 +54,12 @@ void Grid::View::paintHeadings(wxDC& dc) {
     const int whole = grid_.GetClientSize().x;
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.face);
-    dc.DrawRectangle(0, 0, whole, sizes.headingHeight);
+    dc.DrawRectangle(0, sizes.areaHeight, whole, sizes.headingHeight);
     dc.SetBrush(palette_.faceLine);
-    dc.DrawRectangle(0, sizes.headingHeight - 1, whole, 1);
-    dc.DrawRectangle(sizes.selectorWidth - 1, 0, 1, sizes.headingHeight);
+    dc.DrawRectangle(0, geometry_.FilterTop() - 1, whole, 1);
+    dc.DrawRectangle(sizes.selectorWidth - 1, sizes.areaHeight, 1, sizes.headingHeight);
     for (const Geometry::Pane& pane : geometry_.Panes()) {
-        const wxRect room(pane.left, 0, pane.width, sizes.headingHeight);
+        const wxRect room(pane.left, sizes.areaHeight, pane.width, sizes.headingHeight);
         {
             const wxDCClipper clip(dc, room);
             for (int place = pane.first; place < pane.last; ++place)
@@ -128,7 +128,7 @@ wxRect Grid::View::filterTextBox(int column) const {
 void Grid::View::paintFilterBar(wxDC& dc) {
     const Measures& sizes = geometry_.Sizes();
     const int whole = grid_.GetClientSize().x;
-    const int top = sizes.headingHeight;
+    const int top = geometry_.FilterTop();
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.filterBack);
     dc.DrawRectangle(0, top, whole, sizes.filterHeight);
@@ -148,7 +148,7 @@ void Grid::View::paintFilterBar(wxDC& dc) {
 
 void Grid::View::paintFilterTexts(wxDC& dc, const Geometry::Pane& pane) {
     const Measures& sizes = geometry_.Sizes();
-    const wxRect room(pane.left, sizes.headingHeight, pane.width, sizes.filterHeight);
+    const wxRect room(pane.left, geometry_.FilterTop(), pane.width, sizes.filterHeight);
     {
         const wxDCClipper clip(dc, room);
         for (int place = pane.first; place < pane.last; ++place)

@@ -55,6 +55,7 @@ Measures Grid::View::measures(const wxSize& area) const {
     m.rowHeight = rowHeight();
     m.selectorWidth = pixels(300);
     m.headingHeight = textHeight_ + pixels(150);
+    m.areaHeight = style_.DataView == dataViewGroups ? m.headingHeight + pixels(180) : 0;
     m.filterHeight = splits_[0].FilterBar ? textHeight_ + pixels(150) : 0;
     m.filterButtonWidth = pixels(270);
     m.edgeReach = pixels(75);
@@ -106,6 +107,7 @@ void Grid::View::Layout() {
         if (trial.ScrollsSideways()) area.y = std::max(0, client.y - down);
     }
     geometry_.Update(columns_, measures(area), rows, splitsAsUsed());
+    arrangeGroupBoxes();
     placeScrollBars(client);
     updateScrollBars();
     placeEditor();

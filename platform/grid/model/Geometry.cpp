@@ -165,7 +165,7 @@ Rect Geometry::placeRect(int place, int top, int height) const {
 }
 
 Rect Geometry::FilterCell(int column) const {
-    return placeRect(PlaceOf(column), sizes_.headingHeight, sizes_.filterHeight);
+    return placeRect(PlaceOf(column), FilterTop(), sizes_.filterHeight);
 }
 
 Rect Geometry::FilterButton(int column) const {
@@ -262,8 +262,9 @@ Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     const int split = SplitAt(x);
     const int place = placeAt(x);
     if (y < DataTop()) {
+        if (y < sizes_.areaHeight) return hitGroupArea(x, y);
         if (x < sizes_.selectorWidth) return {Spot::Corner};
-        if (y < sizes_.headingHeight) return hitHeading(x);
+        if (y < FilterTop()) return hitHeading(x);
         if (place < 0 || split > 0) return {};
         const int column = ColumnAt(place);
         const bool button = columns.Item(column).FilterCombo && FilterButton(column).Contains(x, y);
@@ -276,8 +277,24 @@ Hit Geometry::HitTest(int x, int y, const Columns& columns) const {
     return {Spot::Cell, row, ColumnAt(place), split};
 }
 
+Rect Geometry::BoxOf(int column) const {
+    const int height = sizes_.headingHeight;
+    for (const GroupBoxes::Box& box : boxes_.All())
+        if (box.column == column)
+            return {box.left, (sizes_.areaHeight - height) / 2, box.width, height};
+    return {};
+}
+
+Hit Geometry::hitGroupArea(int x, int y) const {
+    const int column = boxes_.ColumnAt(x);
+    if (column < 0 || !BoxOf(column).Contains(x, y)) return {Spot::GroupArea};
+    return {Spot::GroupBox, -1, column};
+}
+
 ColumnDrop Geometry::DropAt(int x, int y) const {
-    if (y < -sizes_.headingHeight || y >= 2 * sizes_.headingHeight) return {};
+    const int reach = sizes_.headingHeight;
+    if (y < -reach || y >= FilterTop() + reach) return {};
+    if (y < sizes_.areaHeight) return {Spot::GroupArea, boxes_.PlaceAt(x)};
     const int split = SplitAt(x);
     int behind = -1; // the place that the border is behind of
     for (const bool frozen : {true, false}) {

@@ -2,6 +2,7 @@
 // selectors at the left edge; and what a point hits. Row and column positions count from 0.
 #pragma once
 
+#include "platform/grid/groups/GroupBoxes.h"
 #include "platform/grid/model/Model.h"
 #include "platform/grid/model/ScrollAxis.h"
 
@@ -22,6 +23,7 @@ struct Rect {
 struct Measures {
     int width = 0, height = 0; // of the whole painted area, scroll bars excluded
     int selectorWidth = 0;     // the record selectors; 0: none
+    int areaHeight = 0;        // the grouping area above the headings; 0: none
     int headingHeight = 0;
     int filterHeight = 0; // 0: no filter bar
     int rowHeight = 1;
@@ -34,6 +36,8 @@ struct Measures {
 
 enum class Spot {
     Outside,        // of the grid, or its empty part behind the columns and below the rows
+    GroupArea,      // above the headings
+    GroupBox,       // column set: a grouped one's, in the grouping area
     Corner,         // above the record selectors
     Heading,        // column set
     HeadingEdge,    // column set: the one that its right edge sizes, where sizing is allowed
@@ -56,8 +60,9 @@ struct Hit {
 
 // Where a heading that is being dragged lands when it is let go.
 struct ColumnDrop {
-    Spot spot = Spot::Outside; // Heading: among the columns shown; Outside: nowhere
-    int place = -1; // in front of which of a split's; as many as it shows: behind the last one
+    // Heading: among the columns shown; GroupArea: among the grouped ones; Outside: nowhere
+    Spot spot = Spot::Outside;
+    int place = -1; // in front of which of a split's, or box; as many as there are: behind the last
     int split = 0;
     bool operator==(const ColumnDrop&) const = default;
 };
@@ -121,7 +126,8 @@ class NR_API Geometry {
 
     // --- rows ---
     adodb::RowCount Rows() const { return rows_; }
-    int DataTop() const { return sizes_.headingHeight + sizes_.filterHeight; }
+    int DataTop() const { return FilterTop() + sizes_.filterHeight; }
+    int FilterTop() const { return sizes_.areaHeight + sizes_.headingHeight; }
     int DataHeight() const;                // pixels, never negative
     int DataWidth() const;                 // right of the record selectors
     adodb::RowCount FirstRow() const;      // the first one at least partly in view
@@ -131,7 +137,9 @@ class NR_API Geometry {
 
     // --- rectangles in the painted area; empty for what is not shown ---
     // They may reach out of their pane.
-    Rect HeadingAt(int place) const { return placeRect(place, 0, sizes_.headingHeight); }
+    Rect HeadingAt(int place) const {
+        return placeRect(place, sizes_.areaHeight, sizes_.headingHeight);
+    }
     Rect Heading(int column) const { return HeadingAt(PlaceOf(column)); }
     Rect FilterCell(int column) const;
     Rect FilterButton(int column) const;     // whether or not the column has one
@@ -143,7 +151,13 @@ class NR_API Geometry {
     // What stands at a point; columns is asked which filter cells have a button.
     Hit HitTest(int x, int y, const Columns& columns) const;
 
-    // Where a heading would land at a point: among the columns while the point is no farther from
+    // The boxes in the grouping area.
+    GroupBoxes& Boxes() { return boxes_; }
+    const GroupBoxes& Boxes() const { return boxes_; }
+    Rect BoxOf(int column) const; // empty: it has none
+
+    // Where a heading would land at a point: among the grouped columns in the grouping area, else
+    // among the columns while the point is no farther from
     // the headings than they are high, at the border of columns in view that is nearest to it.
     ColumnDrop DropAt(int x, int y) const;
     // Where such a border stands in the painted area.
@@ -169,10 +183,12 @@ class NR_API Geometry {
     Pane paneOf(int split, bool frozen) const;
     int placeAt(int x) const; // -1: none
     Rect placeRect(int place, int top, int height) const;
+    Hit hitGroupArea(int x, int y) const;
     Hit hitHeading(int x) const;
     Hit hitSelectors(int y) const;
     Hit hitBehindHeadings(int x) const;
     Measures sizes_;
+    GroupBoxes boxes_;
     std::vector<int> shown_;  // indexes, left to right
     std::vector<int> edges_;  // right edge of each shown column, pixels from the first one's left
     std::vector<int> places_; // by index

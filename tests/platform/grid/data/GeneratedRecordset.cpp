@@ -269,6 +269,10 @@ void GeneratedRecordset::SetFilter(const Variant& criteria) {
     });
 }
 
+Grouping GeneratedRecordset::GroupBy(const std::vector<std::string>&) {
+    throw Errore(3251, "Operazione non disponibile");
+}
+
 void GeneratedRecordset::SetSort(const std::string& criteria) {
     const bool had = !BOF() && !EOF_();
     const RowCount natural = had ? naturalRow(position_) : 0;

@@ -92,6 +92,8 @@ class GeneratedRecordset : public adodb::Recordset,
     std::string Sort() const override { return sort_; }
     // A text that ends in "desc": the last row first.
     void SetSort(const std::string& criteria) override;
+    // Its values are in no order: 3251.
+    adodb::Grouping GroupBy(const std::vector<std::string>& fields) override;
     adodb::EditModeEnum EditMode() const override { return adodb::adEditNone; }
     void AddNew(const std::vector<Variant>&, const std::vector<Variant>&) override;
     void Update() override {}

@@ -7,14 +7,186 @@ namespace {
 using namespace adodb;
 using Texts = std::vector<std::string>;
 
-TEST_F(GroupTest, ShowsClosedGroupsWithTheirCountsInAscendingOrder) {
+TEST_F(GroupTest, GroupsAreClosedAtFirstAscendAndSayTheirValuesAndCounts) {
     openGroups({"citta"});
-    screenshot(*frame_, "groups_closed");
     EXPECT_EQ(lines(), (Texts{"citta: (nessun valore) (10)", "citta: (vuoto) (10)",
                               "citta: Milano (10)", "citta: roma (20)", "citta: Torino (10)"}));
-    grid_->SetGroupOpen(3, true);
+    EXPECT_EQ(grid_->CurrentRow(), 4) << "the group of the current record";
+    EXPECT_TRUE(grid_->IsGroupRow(4));
+    EXPECT_EQ(currentCode(), 1);
+    EXPECT_TRUE(grid_->HeadingRect(Citta).IsEmpty());
+    EXPECT_TRUE(grid_->FilterCellRect(Citta).IsEmpty());
+    EXPECT_FALSE(grid_->HeadingRect(Zona).IsEmpty());
+    screenshot(*frame_, "groups_closed");
+}
+
+TEST_F(GroupTest, InnerGroupsStandInTheirOuterOnesAndRowsInTheOrderOfTheSort) {
+    openGroups({"zona", "citta"});
+    grid_->SetGroupOpen(1, true);
+    ASSERT_EQ(lines(), (Texts{"zona: Nord (30)", "zona: Sud (30)", "citta: (nessun valore) (5)",
+                              "citta: (vuoto) (5)", "citta: Milano (5)", "citta: Roma (10)",
+                              "citta: Torino (5)"}));
+    grid_->SetGroupOpen(4, true);
+    EXPECT_EQ(grid_->LineText(4), "citta: Milano (5)");
+    EXPECT_EQ(grid_->CellText(4, Codice), "");
+    EXPECT_EQ(grid_->CellText(5, Codice), "4");
+    EXPECT_EQ(grid_->CellText(5, Nome), "Cliente 57");
+    customers_->SetSort("codice DESC");
     robot_.pump();
-    screenshot(*frame_, "groups_open");
+    EXPECT_EQ(grid_->LineText(0), "zona: Nord (30)") << "groups ascend whatever the sort";
+    EXPECT_EQ(grid_->CellText(5, Codice), "52");
+    EXPECT_EQ(grid_->CellText(9, Codice), "4");
+    screenshot(*frame_, "groups_nested");
+}
+
+TEST_F(GroupTest, ArrowsWalkOverGroupsAndTheRecordsetStaysUntilARowIsReached) {
+    openGroups({"citta"});
+    grid_->SetGroupOpen(3, true);
+    robot_.press(WXK_UP); // from Torino to the last row of roma
+    EXPECT_EQ(currentCode(), 57);
+    robot_.press(WXK_HOME, wxMOD_CONTROL);
+    EXPECT_EQ(grid_->CurrentRow(), 0);
+    EXPECT_EQ(currentCode(), 57);
+    robot_.press(WXK_RIGHT);
+    EXPECT_TRUE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->CurrentRow(), 0);
+    robot_.press(WXK_RIGHT);
+    EXPECT_EQ(grid_->CurrentRow(), 1);
+    EXPECT_EQ(currentCode(), 5);
+    robot_.press(WXK_LEFT); // the first cell: to its group
+    EXPECT_EQ(grid_->CurrentRow(), 0);
+    robot_.press(WXK_LEFT);
+    EXPECT_FALSE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->CurrentRow(), 0);
+    EXPECT_EQ(currentCode(), 5);
+}
+
+TEST_F(GroupTest, EnterOnAGroupOpensAndClosesItAndIsNoChoice) {
+    openGroups({"citta"});
+    int asked = 0;
+    grid_->OnKey = [&](int, int, grid::Area) {
+        ++asked;
+        return false;
+    };
+    robot_.press(WXK_RETURN);
+    EXPECT_TRUE(grid_->IsGroupOpen(4));
+    EXPECT_EQ(asked, 0);
+    robot_.press(WXK_DOWN);
+    EXPECT_EQ(asked, 1);
+    robot_.press(WXK_RETURN);
+    EXPECT_EQ(asked, 2) << "on a row it is the program's";
+}
+
+TEST_F(GroupTest, SignsOfTheNumberPadOpenAndCloseOneAndAll) {
+    openGroups({"zona", "citta"});
+    EXPECT_EQ(grid_->LineCount(), 2);
+    robot_.press(WXK_NUMPAD_MULTIPLY);
+    EXPECT_EQ(grid_->LineCount(), 2 + 10 + 60);
+    robot_.press(WXK_HOME, wxMOD_CONTROL);
+    robot_.press(WXK_NUMPAD_SUBTRACT);
+    EXPECT_EQ(grid_->LineCount(), 1 + 1 + 5 + 30);
+    robot_.press(WXK_NUMPAD_ADD);
+    EXPECT_EQ(grid_->LineCount(), 72);
+    robot_.press(WXK_NUMPAD_DIVIDE);
+    EXPECT_EQ(grid_->LineCount(), 2);
+}
+
+TEST_F(GroupTest, ClicksOnTheSignAndDoubleClicksOnTheLineOpenAndCloseAndChooseNothing) {
+    openGroups({"citta"});
+    int chosen = 0;
+    grid_->OnDblClick = [&] { ++chosen; };
+    robot_.click(*grid_, onSign(2));
+    EXPECT_TRUE(grid_->IsGroupOpen(2));
+    EXPECT_EQ(grid_->CurrentRow(), 14) << "the keyboard stays where it was";
+    robot_.click(*grid_, onSign(2));
+    EXPECT_FALSE(grid_->IsGroupOpen(2));
+    robot_.doubleClick(*grid_, onLine(2));
+    EXPECT_TRUE(grid_->IsGroupOpen(2));
+    EXPECT_EQ(grid_->CurrentRow(), 2);
+    EXPECT_EQ(chosen, 0);
+    EXPECT_EQ(currentCode(), 1);
+    robot_.doubleClick(*grid_, cellCentre(3, Codice));
+    EXPECT_EQ(chosen, 1);
+    EXPECT_EQ(currentCode(), 4);
+    robot_.doubleClick(*grid_, onLine(2));
+    EXPECT_FALSE(grid_->IsGroupOpen(2));
+    EXPECT_EQ(grid_->CurrentRow(), 2);
+    EXPECT_EQ(currentCode(), 4) << "the closed group hides the record, which stays";
+}
+
+TEST_F(GroupTest, TheGroupOfTheRecordOpensWhenAProgramMovesItThere) {
+    openGroups({"citta"});
+    customers_->MoveNext(); // roma
+    robot_.pump();
+    EXPECT_TRUE(grid_->IsGroupOpen(3));
+    EXPECT_EQ(grid_->CellText(grid_->CurrentRow(), Codice), "2");
+    customers_->MoveLast();
+    robot_.pump();
+    EXPECT_TRUE(grid_->IsGroupOpen(1));
+    EXPECT_EQ(grid_->CellText(grid_->CurrentRow(), Codice), "60");
+}
+
+TEST_F(GroupTest, AFilterKeepsGroupsOpenByTheirValuesAndOpensNone) {
+    openGroups({"citta"});
+    grid_->SetGroupOpen(3, true);
+    customers_->SetFilter("codice > 50 AND citta > 'N'");
+    robot_.pump();
+    // A group bears the name of its first row.
+    EXPECT_EQ(lines(), (Texts{"citta: Roma (3)", "51", "56", "57", "citta: Torino (1)"}));
+    customers_->SetFilter("codice < 0");
+    robot_.pump();
+    EXPECT_EQ(lines(), Texts{});
+    customers_->SetFilter("");
+    robot_.pump();
+    EXPECT_EQ(grid_->LineCount(), 25);
+    EXPECT_TRUE(grid_->IsGroupOpen(3));
+    EXPECT_FALSE(grid_->IsGroupOpen(0));
+}
+
+TEST_F(GroupTest, EditsAndDeletesChangeGroupsAndCounts) {
+    openGroups({"citta"});
+    customers_->Fields()("citta").SetValue("Aosta");
+    customers_->Update();
+    robot_.pump();
+    EXPECT_EQ(grid_->LineText(2), "citta: Aosta (1)");
+    EXPECT_EQ(grid_->LineText(5), "citta: Torino (9)");
+    customers_->Delete();
+    robot_.pump();
+    EXPECT_EQ(grid_->LineText(2), "citta: Milano (10)");
+    EXPECT_EQ(grid_->LineCount(), 5);
+}
+
+TEST_F(GroupTest, SelectingOverAClosedGroupSelectsItsRows) {
+    openGroups({"citta"});
+    robot_.click(*grid_, onLine(2));
+    robot_.click(*grid_, onLine(3), wxMOD_SHIFT);
+    EXPECT_EQ(grid_->SelBookmarks().Count(), 30);
+    customers_->SetBookmark(grid_->SelBookmarks().Item(0));
+    EXPECT_EQ(currentCode(), 4);
+    customers_->SetBookmark(grid_->SelBookmarks().Item(10));
+    EXPECT_EQ(currentCode(), 2);
+    robot_.press('A', wxMOD_CONTROL);
+    EXPECT_EQ(grid_->SelBookmarks().Count(), 60);
+    screenshot(*frame_, "groups_selected");
+    robot_.click(*grid_, centre(grid_->RecordSelectorRect(0)));
+    EXPECT_EQ(grid_->SelBookmarks().Count(), 10);
+}
+
+TEST_F(GroupTest, OverRowsThatStillArriveGroupsAreMadeAnewAtTheEnd) {
+    const auto rows = makeClientRecordset();
+    rows->Open("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 399999) "
+               "SELECT i AS codice, 'Zona ' || (i % 4) AS zona FROM n",
+               "Provider=SQLite;Data Source=:memory:", adOpenStatic, adLockReadOnly,
+               adAsyncFetchNonBlocking);
+    openOver(rows);
+    groupBy({"zona"});
+    ASSERT_EQ(grid_->LineCount(), 4);
+    grid_->SetGroupOpen(1, true);
+    ASSERT_TRUE(robot_.waitUntil([&] { return grid_->LineCount() == 4 + 100'000; }, 20'000));
+    EXPECT_EQ(rows->State(), adStateOpen);
+    EXPECT_EQ(grid_->LineText(0), "zona: Zona 0 (100000)");
+    EXPECT_TRUE(grid_->IsGroupOpen(1));
+    EXPECT_EQ(grid_->CellText(100'001, 0), "399997");
 }
 
 } // namespace
