@@ -1,6 +1,7 @@
 #include "platform/grid/CellEditor.h"
 
 #include "platform/controls/WxText.h"
+#include "platform/grid/FieldPlace.h"
 
 #include <wx/app.h>
 #include <wx/dcclient.h>
@@ -109,8 +110,7 @@ void CellEditor::placeLine(const wxRect& cell, const wxRect& room, const Look& l
                std::max(1, cell.width - look.margin - look.frame), cell.height - 2 * look.frame);
     box.Intersect(room);
     open_->frame->SetSize(box);
-    open_->text->SetSize(-look.cut, -look.cut, box.width + 2 * look.cut, box.height + 2 * look.cut,
-                         wxSIZE_ALLOW_MINUS_ONE);
+    placeField(*open_->text, box.GetSize(), look.cut);
 }
 
 void CellEditor::placeLines(const wxRect& cell, const wxRect& room, const Look& look) {

@@ -1,4 +1,5 @@
 // The filter cells: painted texts, and one edit control that stands over the cell being edited.
+#include "platform/grid/FieldPlace.h"
 #include "platform/grid/View.h"
 
 #include <algorithm>
@@ -76,8 +77,7 @@ void Grid::View::placeEditor() {
     box.Intersect({pane.x, pane.y, pane.width, pane.height});
     if (cell.Empty() || box.width < 4) box = wxRect(-1000, -1000, 50, cell.height);
     editorFrame_->SetSize(box);
-    editor_->SetSize(-border, -border, box.width + 2 * border, box.height + 2 * border,
-                     wxSIZE_ALLOW_MINUS_ONE);
+    placeField(*editor_, box.GetSize(), border);
 }
 
 void Grid::View::onEditorText() {
@@ -107,7 +107,10 @@ void Grid::View::SetFilterError(int column, const std::string& reason) {
     std::string& own = columns_.Item(column).FilterError;
     if (own == reason) return;
     own = reason;
-    if (column == filterColumn_) showEditorError();
+    if (column == filterColumn_) {
+        showEditorError();
+        placeEditor();
+    }
     Refresh();
 }
 
