@@ -22,8 +22,8 @@ DispatchObject createObject(const wchar_t* name) {
         FAILED(known) ? known
                       : CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_IDispatch, &object);
     if (FAILED(result))
-        throw Errore(cannotCreate, "Impossibile creare l'oggetto Excel.Application: il componente "
-                                   "non è installato o non risponde");
+        throw Errore(cannotCreate, "Impossibile creare l'oggetto Excel.Application: " +
+                                       com::failure(result, L"").descrizione());
     return DispatchObject(com::ComPtr<IDispatch>::adopt(static_cast<IDispatch*>(object)));
 }
 

@@ -1,4 +1,5 @@
-"""Workbooks as readers of other makers see them: python3-xlrd cell by cell, catdoc's xls2csv as a second opinion.
+"""Workbooks as readers of other makers see them: python3-xlrd cell by cell, catdoc's xls2csv as a second opinion,
+and where they are installed Gnumeric and LibreOffice.
 
 SCRIVI_CARTELLA names the program that writes them.
 """
@@ -6,6 +7,7 @@ SCRIVI_CARTELLA names the program that writes them.
 import csv
 import io
 import os
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -140,6 +142,32 @@ class WorkbookTest(unittest.TestCase):
     def test_a_second_reader_reads_the_same(self):
         self.write([["n1", "tcittà", "b1"], ["n2.5", "", "t10 €"]])
         self.assertEqual(self.second_reader(), [["1", "città"], ["2.5", "", "10 €"]])
+
+    def converted(self, *command):
+        """What a whole spreadsheet program makes of the file, as rows of texts. It says nothing of its own."""
+        text = os.path.join(os.path.dirname(self.path), "export.csv")
+        home = os.path.join(os.path.dirname(self.path), "home")
+        os.mkdir(home)
+        run = subprocess.run(command, cwd=os.path.dirname(self.path), env={**os.environ, "HOME": home},
+                             capture_output=True, check=True, timeout=240)
+        self.assertNotIn("error", (run.stdout + run.stderr).decode().lower())
+        with open(text, encoding="utf-8", newline="") as file:
+            return list(csv.reader(file))
+
+    MIXED = [["n1", "tcittà è qui", "n12.5", "t€ 日本"], ["n2", "", "n-0.5", "t=1+1"]]
+    AS_SHOWN = [["1", "città è qui", "12.5", "€ 日本"], ["2", "", "-0.5", "=1+1"]]
+
+    @unittest.skipUnless(shutil.which("ssconvert"), "Gnumeric is not installed")
+    def test_gnumeric_opens_it(self):
+        self.write(self.MIXED)
+        self.assertEqual(self.converted("ssconvert", "export.xls", "export.csv"), self.AS_SHOWN)
+
+    @unittest.skipUnless(shutil.which("soffice"), "LibreOffice is not installed")
+    def test_libreoffice_opens_it(self):
+        self.write(self.MIXED)
+        rows = self.converted("soffice", "--headless", "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76,1",
+                              "export.xls")
+        self.assertEqual(rows, self.AS_SHOWN)
 
     def test_an_export_that_is_given_up_leaves_what_was_there(self):
         with open(self.path, "w", encoding="utf-8") as old:
