@@ -152,6 +152,13 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void suEsportaHtml(const controls::Button& pulsante);
     void suEsportaCsv(const controls::Button& pulsante);
 
+    // FrmRicercaModifica.cpp: editing in the grid
+    void collegaModifica();
+    void suModifica(const controls::Button& pulsante);
+    void rilascia(const controls::Button& pulsante);
+    bool fineModifica(const controls::Button& pulsante); // false: what is half typed was refused
+    void chiudi(ModoScarico modo);
+
     // FrmRicercaFiltri.cpp: the filter bar and the panel of comparison modes
     void creaPannello();
     void collegaFiltri();

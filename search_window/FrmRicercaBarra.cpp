@@ -28,6 +28,7 @@ FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
         {"configura", &FrmRicerca::suConfigura},
         {"facilitata", &FrmRicerca::suFacilitata},
         {"Drop", &FrmRicerca::suDrop},
+        {"Modifica", &FrmRicerca::suModifica},
         {"copiaclip", &FrmRicerca::suCopiaAppunti},
         {"copia", &FrmRicerca::suEsportaExcel},
         {"Aggiorna", &FrmRicerca::suNaviga<aggiornaElenco>},
@@ -40,6 +41,7 @@ FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
 // A filter still being typed holds for the command, too.
 void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
     try {
+        if (!fineModifica(pulsante)) return;
         filtraInSospeso();
         if (const Comando comando = comandoDi(pulsante.Key)) (this->*comando)(pulsante);
     } catch (const Errore& errore) {
@@ -80,6 +82,7 @@ void FrmRicerca::suFacilitata(const controls::Button& pulsante) {
 // The entries of "Apri". A grouped grid is sorted by its groups before the view is changed.
 void FrmRicerca::suMenuViste(const controls::ButtonMenu& voce) {
     try {
+        if (!Griglia->EndEdit()) return;
         if (raggruppata()) RiordinaGriglia();
         views::ApplicaVista(Griglia->Layouts(), variabiliGlobali(), voce.Key);
         riapplicaStile();

@@ -73,9 +73,9 @@ void FrmRicerca::creaBarra() {
 
 void FrmRicerca::collegaEventi() {
     Finestra->Bind(wxEVT_CLOSE_WINDOW,
-                   [this](wxCloseEvent&) { Scarica(ModoScarico::MenuDiControllo); });
+                   [this](wxCloseEvent&) { chiudi(ModoScarico::MenuDiControllo); });
     Finestra->Bind(wxEVT_SIZE, [this](wxSizeEvent&) { ridimensiona(); });
-    CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Scarica(ModoScarico::Codice); });
+    CmdChiudi->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { chiudi(ModoScarico::Codice); });
     Finestra->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& tasto) {
         if (!suScorciatoia(tasto.GetKeyCode(), tasto.GetModifiers())) tasto.Skip();
     });
@@ -94,6 +94,7 @@ void FrmRicerca::collegaEventi() {
     };
     collegaFiltri();
     collegaLista();
+    collegaModifica();
     Griglia->OnHeadClick = [this](int colonna) { suClicIntestazione(colonna); };
     Griglia->OnGroupColumnsChanged = [this] { RiordinaGriglia(); };
     DBRicerca.AddObserver(this);

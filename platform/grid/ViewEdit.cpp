@@ -43,9 +43,7 @@ bool Grid::View::canEdit(int column) const {
 
 // Errore where no change of the field can be saved.
 void Grid::View::requireUpdatable(int column) {
-    if (!Host().Supports(adUpdate))
-        throw Errore(adErrFeatureNotAvailable,
-                     "I record di questo elenco sono di sola lettura: non si possono modificare.");
+    if (!Host().Supports(adUpdate)) throw Errore(adErrFeatureNotAvailable, readOnlyRows);
     if (!isEditableType(columns_.Item(column).DataType))
         throw Errore(adErrFeatureNotAvailable,
                      "I valori di questo campo non si possono modificare qui.");

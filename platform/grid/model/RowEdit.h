@@ -9,6 +9,10 @@
 
 namespace norvel::grid {
 
+// Why cells of rows that nobody can change are not edited.
+inline constexpr const char* readOnlyRows =
+    "I record di questo elenco sono di sola lettura: non si possono modificare.";
+
 // Cells are changed one after the other by Begin and Set; the recordset holds the changes as an
 // edit in progress until Save or Undo. Fields are numbers. Every member that takes the recordset
 // raises what it raises, and then nothing has changed here.
