@@ -22,6 +22,7 @@ namespace {
 constexpr double larghezzaDisegnata = 12600; // twips, of the inner area
 constexpr double altezzaDisegnata = 8400;    // likewise
 constexpr int larghezzaMenu = 3600;          // likewise; more where the font needs it
+constexpr int minimoPagina = 120;            // logical pixels that are left of a page
 constexpr double margine = 75;               // likewise, around CmdChiudi
 
 } // namespace
@@ -79,6 +80,8 @@ void FrmConfigura::impostaMisure() {
                          std::max({twipsToPixels(altezzaDisegnata, s), menu.y,
                                    twipsToPixels(altoPagine, s) + pagina.y + piede}));
     const wxRect schermo = wxDisplay(Finestra).GetClientArea();
+    Finestra->SetMinClientSize(wxSize(sinistra, twipsToPixels(altoPagine, s) + piede) +
+                               Finestra->FromDIP(wxSize(minimoPagina, minimoPagina)));
     Finestra->SetClientSize(std::min(interna.x, schermo.width),
                             std::min(interna.y, schermo.height));
     const wxSize intera = Finestra->GetSize();

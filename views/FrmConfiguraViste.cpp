@@ -16,6 +16,7 @@ namespace norvel::views {
 void FrmConfigura::collegaViste() {
     CmdSalva->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { comando(salvaVista); });
     txtNome->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { comando(salvaVista); });
+    tuttoConCtrlA(*txtNome);
     CmdAttiva->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { comando(attivaVista); });
     CmdEliminaVista->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { comando(eliminaVista); });
     CmdCaricoBase->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { comando(caricoBase); });

@@ -7,6 +7,7 @@
 
 #include <optional>
 
+class wxDC;
 class wxGraphicsContext;
 class wxScrollBar;
 
@@ -44,7 +45,9 @@ struct ExplorerBar::Impl {
     void paint(const wxRect& damaged);
     void paintGroup(wxGraphicsContext& context, std::size_t group) const;
     void paintFace(wxGraphicsContext& context, std::size_t row) const;
+    void paintShapes(wxGraphicsContext& context, const wxRect& damaged) const;
     void paintRow(wxGraphicsContext& context, std::size_t row) const;
+    void paintTexts(wxDC& dc, std::size_t row) const;
 
     // ExplorerBarInput.cpp
     void listen();

@@ -34,14 +34,20 @@ void ExplorerBar::Impl::paint(const wxRect& damaged) {
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(wxBrush(colours.back));
     dc.DrawRectangle(bar.GetClientRect());
-    if (layout.rows.empty()) return;
-    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-    if (!context) return;
-    context->DisableOffset();
-    for (std::size_t group = 0; group < layout.groups.size(); ++group)
-        paintGroup(*context, group);
+    if (const std::unique_ptr<wxGraphicsContext> context{wxGraphicsContext::Create(dc)})
+        paintShapes(*context, damaged);
     for (std::size_t row = 0; row < layout.rows.size(); ++row)
-        if (damaged.Intersects(rectOf(row))) paintRow(*context, row);
+        if (damaged.Intersects(rectOf(row))) paintTexts(dc, row);
+}
+
+// Texts come after them, by the plain context: where the other one draws by GDI+, its texts look
+// unlike those of the controls beside it.
+void ExplorerBar::Impl::paintShapes(wxGraphicsContext& context, const wxRect& damaged) const {
+    context.DisableOffset();
+    for (std::size_t group = 0; group < layout.groups.size(); ++group)
+        paintGroup(context, group);
+    for (std::size_t row = 0; row < layout.rows.size(); ++row)
+        if (damaged.Intersects(rectOf(row))) paintRow(context, row);
 }
 
 void ExplorerBar::Impl::paintGroup(wxGraphicsContext& context, std::size_t group) const {
@@ -88,13 +94,20 @@ void ExplorerBar::Impl::paintRow(wxGraphicsContext& context, std::size_t index) 
                  {static_cast<double>(icon.x), static_cast<double>(icon.y),
                   static_cast<double>(icon.width), static_cast<double>(icon.height)},
                  iconColours(colours.group, colours.text), bar.GetContentScaleFactor());
+    if (bar.HasFocus() && focus == index) strokeRounded(context, rectOf(index), colours.accent, 2);
+}
+
+void ExplorerBar::Impl::paintTexts(wxDC& dc, std::size_t index) const {
+    const ExplorerRow& row = layout.rows[index];
+    const Colours colours;
     const wxColour quiet = blend(colours.group, colours.text, 0.72);
     int y = row.textY - top;
     const auto write = [&](const std::vector<std::string>& lines, const wxFont& font,
                            const wxColour& colour) {
-        context.SetFont(font, colour);
+        dc.SetFont(font);
+        dc.SetTextForeground(colour);
         for (const std::string& line : lines) {
-            context.DrawText(toWx(line), row.textX, y);
+            dc.DrawText(toWx(line), row.textX, y);
             y += metrics(0).lineHeight;
         }
     };
@@ -103,7 +116,6 @@ void ExplorerBar::Impl::paintRow(wxGraphicsContext& context, std::size_t index) 
     write(row.lines, row.IsHeading() ? plain.Bold() : plain, quietCaption ? quiet : colours.text);
     write(row.secondTitle, plain, colours.text);
     write(row.description, plain, quiet);
-    if (bar.HasFocus() && focus == index) strokeRounded(context, rectOf(index), colours.accent, 2);
 }
 
 } // namespace norvel::controls

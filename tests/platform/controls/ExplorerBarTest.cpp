@@ -12,6 +12,7 @@
 #include <wx/tooltip.h>
 
 #include <memory>
+#include <set>
 
 namespace norvel::tests {
 namespace {
@@ -182,6 +183,22 @@ TEST_F(ExplorerBarTest, HoverFocusAndTheCommandInForceCanBeSeen) {
     EXPECT_NE(look(), ringed);
     bar->SetSelectedKey("");
     EXPECT_EQ(look(), plain);
+}
+
+TEST_F(ExplorerBarTest, EveryCaptionIsWrittenOnScreen) {
+    open();
+    robot.moveTo(*before, {5, 5});
+    for (const char* key : {"G1", "UNO", "FINE", "G2", "NOTA"}) {
+        wxRect words = bar->ItemRect(key); // right of the icon
+        words.x += words.width / 6;
+        words.width /= 3;
+        const wxImage image = imageOf(*bar, words);
+        std::set<int> shades;
+        for (int x = 0; x < image.GetWidth(); ++x)
+            for (int y = 4; y < image.GetHeight() - 4; ++y)
+                shades.insert(image.GetGreen(x, y));
+        EXPECT_GT(shades.size(), 2U) << key;
+    }
 }
 
 TEST_F(ExplorerBarTest, KeysStayUniqueAndUnknownOnesAreRefused) {
