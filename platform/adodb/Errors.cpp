@@ -38,6 +38,9 @@ constexpr Description descriptions[] = {
     {adErrStillExecuting, "Operazione non consentita durante un'esecuzione asincrona."},
     {adErrOperationCancelled, "Operazione annullata."},
     {adErrStillConnecting, "Operazione non consentita durante una connessione asincrona."},
+    {dbStopLimit, "I record sono più di quanti questo computer può tenere in memoria: il "
+                  "caricamento si è fermato e ce ne sono altri. Filtri, ordinamenti e conteggi "
+                  "valgono soltanto per quelli caricati."},
     {oleFail, "Errore del database."},
     {oleOutOfMemory, "Memoria insufficiente."},
     {dbNoCommand, "Il testo del comando non è stato impostato."},

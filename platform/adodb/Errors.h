@@ -27,6 +27,7 @@ enum ErrorNumber : std::int64_t {
     adErrStillExecuting = 3711,
     adErrOperationCancelled = 3712,
     adErrStillConnecting = 3713,
+    dbStopLimit = 265926,               // 0x00040EC6 DB_S_STOPLIMITREACHED
     oleFail = -2147467259,              // 0x80004005 E_FAIL: what providers report without a code
     oleOutOfMemory = -2147024882,       // 0x8007000E E_OUTOFMEMORY
     dbNoCommand = -2147217908,          // 0x80040E0C DB_E_NOCOMMAND

@@ -1,8 +1,10 @@
 #include "platform/adodb/fetch/Fetch.h"
 
 #include "platform/adodb/Errors.h"
+#include "platform/adodb/fetch/FetchLimit.h"
 
 #include <exception>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -32,7 +34,12 @@ Errore asErrore(const std::exception_ptr& failure) {
     }
 }
 
-Fetch::Fetch(std::unique_ptr<RowSource> source) : source_(std::move(source)) {}
+Errore fetchLimitError() {
+    return adoError(dbStopLimit);
+}
+
+Fetch::Fetch(std::unique_ptr<RowSource> source)
+    : source_(std::move(source)), limit_(fetchLimit()) {}
 
 Fetch::~Fetch() {
     cancel();
@@ -189,6 +196,7 @@ void Fetch::build() {
             const auto batches = waitForBatches(lastPublished_ + publishInterval);
             for (Batch* batch : batches)
                 if (builder_->take(*batch) > 0) published();
+            stopAtLimit();
             recycle(batches);
             if (batches.empty()) {
                 building = !allRead();
@@ -204,6 +212,15 @@ void Fetch::build() {
         cancel();
     }
     finish();
+}
+
+// What was asked for is more than this machine should hold: what came stays, and the fetch is
+// broken off, so that nobody takes it for all there is.
+void Fetch::stopAtLimit() {
+    if (store_->bytes() < limit_) return;
+    limit_ = std::numeric_limits<std::size_t>::max(); // once
+    fail(fetchLimitError());
+    cancel();
 }
 
 // The full batches, once they are worth the wake-up, or time is up, or the source is at its end.

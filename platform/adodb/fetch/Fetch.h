@@ -24,6 +24,8 @@ namespace norvel::adodb {
 // other turns batches into row groups. A group is published when it is full and when a tenth of a
 // second has passed since the last one, so that the rows of a slow source show.
 //
+// Rows that take more memory than fetchLimit() end it as a failure would, with fetchLimitError().
+//
 // However it ends, rows published stay. error() tells an end before the last row; it is set before
 // running() turns false.
 class Fetch {
@@ -71,6 +73,7 @@ class Fetch {
     void handOver(Batch* batch);
     void recycle(const std::vector<Batch*>& batches);
     void takeUnfinished();
+    void stopAtLimit();
     bool allRead() const;
     void fail(const Errore& error);
     void published();
@@ -78,6 +81,7 @@ class Fetch {
     void finish();
 
     std::unique_ptr<RowSource> source_;
+    std::size_t limit_; // bytes of the store (FetchLimit.h)
     RowIdentity identity_;
     std::shared_ptr<ColumnStore> store_;
     std::unique_ptr<GroupBuilder> builder_; // the builder thread's once it runs
@@ -102,6 +106,10 @@ class Fetch {
     std::thread stepper_;
     std::thread builderThread_;
 };
+
+// Why a fetch stopped that would have taken more memory than FetchLimit.h grants:
+// DB_S_STOPLIMITREACHED.
+Errore fetchLimitError();
 
 // What stops a thread, as the one failure type.
 Errore asErrore(const std::exception_ptr& failure);

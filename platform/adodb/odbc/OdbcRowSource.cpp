@@ -1,12 +1,14 @@
 #include "platform/adodb/odbc/OdbcRowSource.h"
 
+#include "platform/adodb/fetch/Fetch.h"
+
 #include <utility>
 
 namespace norvel::adodb {
 
 OdbcRowSource::OdbcRowSource(std::unique_ptr<OdbcStatement> statement, const Identify& identify,
-                             std::shared_ptr<OdbcUse> keep)
-    : keep_(std::move(keep)), statement_(std::move(statement)),
+                             std::shared_ptr<OdbcUse> keep, std::int64_t rowLimit)
+    : rowLimit_(rowLimit), keep_(std::move(keep)), statement_(std::move(statement)),
       columns_(describeColumns(*statement_)) {
     if (identify) identity_ = identify(columns_);
     infos_.reserve(columns_.size());
@@ -29,6 +31,7 @@ bool OdbcRowSource::read(Batch& batch) {
     block_.reset();
     statement_.reset();
     keep_.reset(); // whoever waits for the connection has it
+    if (rowLimit_ > 0 && rows_ >= rowLimit_) throw fetchLimitError();
     return false;
 }
 
@@ -37,6 +40,7 @@ bool OdbcRowSource::readOn(Batch& batch) {
         if (block_->atEnd() && !block_->fetch()) return false;
         if (!block_->store(batch)) return true; // the row waits for the next batch
         statement_->settle();
+        ++rows_;
     } while (batch.endRow());
     return true;
 }

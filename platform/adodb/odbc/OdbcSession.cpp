@@ -7,6 +7,7 @@
 #include "platform/adodb/odbc/OdbcIdentity.h"
 #include "platform/adodb/odbc/OdbcLinks.h"
 #include "platform/adodb/odbc/OdbcRowSource.h"
+#include "platform/adodb/odbc/RowBound.h"
 #include "platform/adodb/odbc/ServerNotation.h"
 #include "platform/adodb/odbc/StatementShape.h"
 #include "platform/runtime/Text.h"
@@ -106,6 +107,7 @@ StatementResult OdbcSession::run(const Use& use, const StatementRequest& request
                                  const std::string& sql) {
     auto statement = std::make_unique<OdbcStatement>(use->connection(), request.cancelled,
                                                      request.timeoutSeconds);
+    const std::int64_t limit = boundRows(use->connection(), request, sql);
     OdbcBlock::prepare(*statement);
     statement->execute(sql);
     statement->forgetOutside();
@@ -113,7 +115,7 @@ StatementResult OdbcSession::run(const Use& use, const StatementRequest& request
     const auto identify = [&](std::vector<OdbcColumn>& columns) {
         return identifyRows(use->connection(), sql, columns);
     };
-    return {std::make_unique<OdbcRowSource>(std::move(statement), identify, use), 0};
+    return {std::make_unique<OdbcRowSource>(std::move(statement), identify, use, limit), 0};
 }
 
 // A connection that was lost before the change was sent is replaced, and the change sent once more.

@@ -116,6 +116,17 @@ int OdbcStatement::resultColumns() {
     return count;
 }
 
+void OdbcStatement::prepare(const std::string& sql) {
+    call([&] {
+        if (connection_->target().narrow) {
+            std::string text = sql;
+            return SQLPrepare(statement_, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+        }
+        return SQLPrepareW(statement_, odbcWide(sql).data(), SQL_NTS);
+    });
+    columns_ = resultColumns();
+}
+
 void OdbcStatement::execute(const std::string& sql) {
     const auto length = static_cast<SQLINTEGER>(sql.size());
     call([&] {

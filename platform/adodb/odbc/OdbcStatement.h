@@ -31,6 +31,8 @@ class OdbcStatement {
     // Runs a statement to where its rows begin, or to its end where it has none; of a text with
     // several, to the first that has rows.
     void execute(const std::string& sql);
+    // Has the server read a statement without running it: its columns are known then.
+    void prepare(const std::string& sql);
     int columns() const { return columns_; }            // of the rows; 0: none
     std::int64_t affected() const { return affected_; } // rows inserted, changed or deleted
     // A call that may block; raises where it failed or was ended. SQL_NO_DATA is no failure.

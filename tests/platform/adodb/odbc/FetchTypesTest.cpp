@@ -1,4 +1,5 @@
 // What comes of a server's types, texts and NULLs.
+#include "platform/adodb/fetch/FetchLimit.h"
 #include "tests/platform/adodb/odbc/ServerTest.h"
 
 namespace norvel::adodb {
@@ -132,6 +133,26 @@ TEST_P(OdbcFetch, TemporaryTablesStayInSight) {
     connection->Execute("INSERT INTO passeggera VALUES (1), (2)", &affected);
     EXPECT_EQ(affected, 2);
     EXPECT_EQ(first(connection, "SELECT count(*) FROM passeggera").toI8(), 2);
+}
+
+TEST_P(OdbcFetch, MoreRowsThanTheLimitStopTheFetch) {
+    setFetchLimit(std::size_t{1024} * 1024);
+    const auto connection = open();
+    const std::string many =
+        pick("SELECT seq AS n, concat('riga numero ', seq) AS t FROM seq_1_to_2000000",
+             "SELECT n, 'riga numero ' || n AS t FROM generate_series(1, 2000000) n");
+    const auto recordset = rows(connection, many, adLockReadOnly, adAsyncFetch);
+    EXPECT_TRUE(recordset->WaitFetch(60000));
+    setFetchLimit(0);
+    ASSERT_TRUE(recordset->FetchError());
+    EXPECT_EQ(recordset->FetchError()->numero(), dbStopLimit);
+    EXPECT_GT(recordset->RecordCount(), 1000);
+    EXPECT_LT(recordset->RecordCount(), 2000000);
+    EXPECT_EQ(current(*recordset), 1);
+    EXPECT_EQ(rows(connection, pick("SELECT seq FROM seq_1_to_20000",
+                                    "SELECT n FROM generate_series(1, 20000) n"))
+                  ->RecordCount(),
+              20000);
 }
 
 TEST_P(OdbcFetch, ATableIsOpenedByItsName) {
