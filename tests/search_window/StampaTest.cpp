@@ -1,5 +1,6 @@
 // The print command on the real window.
 #include "platform/grid/preview/PreviewWindow.h"
+#include "platform/grid/preview/Printers.h"
 #include "tests/search_window/Banco.h"
 
 #include <wx/dialog.h>
@@ -12,6 +13,10 @@ constexpr int inSottofondo =
 
 class StampaTest : public Banco {
   protected:
+    void SetUp() override {
+        Banco::SetUp();
+        if (!grid::printerAvailable()) GTEST_SKIP() << "the preview opens where there is a printer";
+    }
     static grid::PreviewWindow* anteprima() {
         for (wxWindow* w : wxTopLevelWindows)
             if (auto* p = dynamic_cast<grid::PreviewWindow*>(w); p && p->IsShown()) return p;

@@ -14,7 +14,10 @@
 namespace norvel::grid {
 
 void openPreview(Grid& grid, PrintInfo& info) {
-    if (!printerAvailable()) return;
+    if (printerAvailable()) showPreview(grid, info);
+}
+
+void showPreview(Grid& grid, PrintInfo& info) {
     const auto host = grid.DataSource() ? grid.DataSource()->Recordset() : nullptr;
     if (!host) throw erroreOggettoNonImpostato();
     const ExportTable shown = exportTable(grid.Columns(), grid.Style(), host->Sort());

@@ -8,5 +8,7 @@ class PrintInfo;
 
 // See PrintInfo::PrintPreview.
 void openPreview(Grid& grid, PrintInfo& info);
+// The same whether or not there is a printer.
+void showPreview(Grid& grid, PrintInfo& info);
 
 } // namespace norvel::grid

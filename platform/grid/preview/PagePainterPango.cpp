@@ -195,11 +195,35 @@ void PangoPagePainter::PaintOnScreen(wxDC& dc, const PageContents& page, double 
     cairo_restore(cairo);
 }
 
-// The toolkit's printing makes the context's unit the printer's dot, and puts its origin into the
-// corner of the paper.
+// The toolkit's printing puts the context's origin into the corner of the paper, but on a paper
+// that lies it takes the margins for those of an upright one. The paper's corners tell: the device
+// begins at the first of them, turned or not.
+void startInCorner(cairo_t* cairo, const wxRect& paper) {
+    double left = 0;
+    double top = 0;
+    bool first = true;
+    for (double x : {paper.x, paper.x + paper.width}) {
+        for (double y : {paper.y, paper.y + paper.height}) {
+            double deviceX = x;
+            double deviceY = y;
+            cairo_user_to_device(cairo, &deviceX, &deviceY);
+            left = first ? deviceX : std::min(left, deviceX);
+            top = first ? deviceY : std::min(top, deviceY);
+            first = false;
+        }
+    }
+    cairo_matrix_t matrix;
+    cairo_get_matrix(cairo, &matrix);
+    matrix.x0 -= left;
+    matrix.y0 -= top;
+    cairo_set_matrix(cairo, &matrix);
+}
+
+// The toolkit's printing makes the context's unit the printer's dot.
 void PangoPagePainter::PaintOnPaper(const wxPrintout& printout, const PageContents& page) {
     auto* cairo = static_cast<cairo_t*>(printout.GetDC()->GetImpl()->GetCairoContext());
     cairo_save(cairo);
+    startInCorner(cairo, printout.GetPaperRectPixels());
     int across = 0;
     int down = 0;
     printout.GetPPIPrinter(&across, &down);

@@ -1,7 +1,9 @@
 // The print preview, used with real keys and the real mouse.
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/ToolBar.h"
+#include "platform/grid/preview/GridPreview.h"
 #include "platform/grid/preview/PreviewWindow.h"
+#include "platform/grid/preview/Printers.h"
 #include "tests/platform/grid/window/GridFixture.h"
 #include "tests/support/Boxes.h"
 #include "tests/support/Script.h"
@@ -37,7 +39,7 @@ class PreviewTest : public GridTest {
         script.waitFor("aperta", [] { return preview() && preview()->IsActive(); })
             .then("guarda", step)
             .then("Esc", [&] { robot_.press(WXK_ESCAPE); });
-        script.run([&] { grid_->PrintInfo().PrintPreview(); }, 60000);
+        script.run([&] { grid::showPreview(*grid_, grid_->PrintInfo()); }, 60000);
         EXPECT_EQ(preview(), nullptr);
     }
     void openPrinted(RowCount rows) {
@@ -254,7 +256,7 @@ TEST_F(PreviewTest, ItIsModalAndClosesByItsButtonToo) {
         EXPECT_FALSE(frame_->IsEnabled());
         clickBar("Chiudi");
     });
-    script.run([&] { grid_->PrintInfo().PrintPreview(); });
+    script.run([&] { grid::showPreview(*grid_, grid_->PrintInfo()); });
     EXPECT_EQ(preview(), nullptr);
     EXPECT_TRUE(frame_->IsEnabled());
     EXPECT_EQ(rows_->moves(), 0) << "the host's current record stays";
@@ -263,11 +265,27 @@ TEST_F(PreviewTest, ItIsModalAndClosesByItsButtonToo) {
 TEST_F(PreviewTest, WithoutARecordsetItRaisesAndOpensNothing) {
     openPrinted(10);
     grid_->SetDataSource(nullptr);
-    EXPECT_THROW(grid_->PrintInfo().PrintPreview(), Errore);
+    EXPECT_THROW(grid::showPreview(*grid_, grid_->PrintInfo()), Errore);
     grid_->SetDataSource(&source_);
     rows_->failClones(Errore(3251, "no"));
-    EXPECT_THROW(grid_->PrintInfo().PrintPreview(), Errore);
+    EXPECT_THROW(grid::showPreview(*grid_, grid_->PrintInfo()), Errore);
     EXPECT_EQ(preview(), nullptr);
+}
+
+TEST_F(PreviewTest, ItOpensWhereThereIsAPrinterAndNowhereElse) {
+    Boxes boxes;
+    openPrinted(10);
+    bool opened = false;
+    Script script;
+    if (grid::printerAvailable())
+        script.waitFor("aperta", [] { return preview() && preview()->IsActive(); })
+            .then("Esc", [&] {
+                opened = true;
+                robot_.press(WXK_ESCAPE);
+            });
+    script.run([&] { grid_->PrintInfo().PrintPreview(); });
+    EXPECT_EQ(opened, grid::printerAvailable());
+    EXPECT_TRUE(boxes.shown().empty());
 }
 
 } // namespace

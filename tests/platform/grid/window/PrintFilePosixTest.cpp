@@ -1,7 +1,9 @@
 // Printing for real, by GTK's printing to a file, read back by poppler's tools.
 #include "platform/grid/export/ExportRows.h"
+#include "platform/grid/preview/PrintProgress.h"
 #include "platform/grid/preview/PrintRun.h"
 #include "tests/platform/grid/window/GridFixture.h"
+#include "tests/support/Boxes.h"
 #include "tests/support/Script.h"
 
 #include <wx/gtk/print.h>
@@ -10,6 +12,7 @@
 #include <cstdio>
 #include <dlfcn.h>
 #include <filesystem>
+#include <functional>
 #include <random>
 
 namespace norvel::tests {
@@ -88,14 +91,16 @@ class PrintFileTest : public GridTest {
         printTo(data, file_);
         grid::Printout printout("Ricerca clienti", job, *painter_);
         grid::PrintOutcome outcome;
+        if (beforePrint_) beforePrint_();
         Script script;
         script.waitFor("il dialogo di sistema", [&] { return !frame_->IsActive(); })
             .pause(700) // it looks for printers
             .then("Stampa", [&] {
                 screenshotOfDisplay("stampa-dialogo");
-                robot_.press(WXK_RETURN);
+                robot_.press(answer_);
             });
-        script.run([&] { outcome = runPrint(*frame_, printout, data, true); });
+        if (meanwhile_) meanwhile_(script);
+        script.run([&] { outcome = runPrint(*frame_, printout, data, true); }, 60000);
         return outcome;
     }
     static grid::PrintSettings usual() {
@@ -110,6 +115,10 @@ class PrintFileTest : public GridTest {
                         "' -");
     }
 
+    void keepPictures(const char* name) const {
+        outputOf("pdftoppm -r 80 -png '" + file_.string() + "' '" +
+                 (outputFolder() / name).string() + "'");
+    }
     // Where the word begins on the first page, points.
     double leftOf(const std::string& word) const {
         const std::string all = outputOf("pdftotext -bbox -f 1 -l 1 '" + file_.string() + "' -");
@@ -122,6 +131,9 @@ class PrintFileTest : public GridTest {
     std::filesystem::path folder_, file_;
     std::unique_ptr<grid::PagePainter> painter_;
     RowCount pages_ = 0;
+    int answer_ = WXK_RETURN; // to the dialog
+    std::function<void()> beforePrint_;
+    std::function<void(Script&)> meanwhile_;
 };
 
 TEST_F(PrintFileTest, EveryPageOfThePreviewIsPrinted) {
@@ -140,9 +152,68 @@ TEST_F(PrintFileTest, EveryPageOfThePreviewIsPrinted) {
     EXPECT_NEAR(leftOf("Ricerca"), 42.5, 1.5) << "the margin of 15 mm, in points";
     EXPECT_NEAR(leftOf("Page:"), 297.6 - 15, 4) << "in the centre of the paper";
     EXPECT_NE(pageText(2).find("ragione_sociale"), std::string::npos) << "headings on every page";
-    system(("pdftoppm -r 80 -png '" + file_.string() + "' '" +
-            (outputFolder() / "stampa").string() + "'")
-               .c_str());
+    keepPictures("stampa");
+}
+
+TEST_F(PrintFileTest, LandscapePagesLie) {
+    openCustomers(40);
+    grid::PrintSettings settings = usual();
+    settings.Orientation = grid::PageOrientation::Landscape;
+    EXPECT_TRUE(print(settings).printed);
+    const std::string info = outputOf("pdfinfo '" + file_.string() + "'");
+    EXPECT_NE(info.find("Pages:           " + std::to_string(pages_)), std::string::npos) << info;
+    EXPECT_NE(info.find("841"), std::string::npos) << info;
+    EXPECT_NE(pageText(1).find("fatturato"), std::string::npos) << "seven columns fit across";
+    EXPECT_NEAR(leftOf("Ricerca"), 42.5, 1.5);
+    keepPictures("stampa-orizzontale");
+}
+
+// The pages come from GTK's loop without a pause, so there is no quiet moment in which the robot
+// could press a key: the button is pressed by its event.
+TEST_F(PrintFileTest, APrintThatTakesLongTellsHowFarItIsAndCanBeCancelled) {
+    openCustomers(1000000);
+    const auto progress = []() -> wxWindow* {
+        for (wxWindow* w : wxTopLevelWindows)
+            if (auto* p = dynamic_cast<grid::PrintProgress*>(w); p && p->IsShown()) return p;
+        return nullptr;
+    };
+    meanwhile_ = [&](Script& script) {
+        script
+            .waitFor(
+                "a che punto", [&] { return progress() != nullptr; }, 10000)
+            .pause(500)
+            .then("Annulla", [&] {
+                outputOf("import -window root '" +
+                         (outputFolder() / "stampa-avanzamento.png").string() + "'");
+                EXPECT_FALSE(frame_->IsEnabled());
+                wxCommandEvent pressed(wxEVT_BUTTON, wxID_CANCEL);
+                progress()->FindWindow(wxID_CANCEL)->ProcessWindowEvent(pressed);
+            });
+    };
+    const grid::PrintOutcome outcome = print(usual());
+    EXPECT_FALSE(outcome.printed);
+    EXPECT_EQ(outcome.reason, "") << "left by the operator";
+    EXPECT_LT(rows_->rowsRead(), 1000000);
+    EXPECT_TRUE(frame_->IsEnabled());
+}
+
+TEST_F(PrintFileTest, ThePrintDialogCanBeLeft) {
+    openCustomers(10);
+    answer_ = WXK_ESCAPE;
+    const grid::PrintOutcome outcome = print(usual());
+    EXPECT_FALSE(outcome.printed);
+    EXPECT_EQ(outcome.reason, "");
+    EXPECT_FALSE(std::filesystem::exists(file_));
+}
+
+TEST_F(PrintFileTest, RowsThatCannotBeReadEndThePrintWithTheirReason) {
+    Boxes boxes;
+    openCustomers(100);
+    beforePrint_ = [&] { rows_->failReads(Errore(3709, "La connessione \xC3\xA8 chiusa")); };
+    const grid::PrintOutcome outcome = print(usual());
+    EXPECT_FALSE(outcome.printed);
+    EXPECT_EQ(outcome.reason, "La connessione \xC3\xA8 chiusa");
+    EXPECT_TRUE(boxes.shown().empty()) << "whoever prints says it";
 }
 
 } // namespace
