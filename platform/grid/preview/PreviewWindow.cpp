@@ -9,6 +9,7 @@
 #include "platform/runtime/Twips.h"
 
 #include <wx/display.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -77,6 +78,7 @@ PreviewWindow::PreviewWindow(wxWindow* parent, PrintInfo& info, PrintJob job,
     : wxDialog(parent, wxID_ANY, controls::toWx(info.PreviewCaption), wxDefaultPosition,
                wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
       info_(info), painter_(std::move(painter)), job_(std::move(job)), printer_(printData(info)) {
+    SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     makeBar();
     PageField = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                                wxTE_PROCESS_ENTER | wxTE_RIGHT);
