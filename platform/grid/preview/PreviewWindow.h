@@ -38,6 +38,8 @@ class PreviewWindow : public wxDialog {
     controls::ToolBar* Bar = nullptr;
     controls::StatusBar* Counter = nullptr;
     wxTextCtrl* PageField = nullptr;
+    // What the print dialog begins with: what the operator left in it last.
+    wxPrintDialogData& Printer() { return printer_; }
 
   private:
     void makeBar();
@@ -56,7 +58,7 @@ class PreviewWindow : public wxDialog {
     PrintInfo& info_;
     std::unique_ptr<PagePainter> painter_;
     PrintJob job_;
-    wxPrintDialogData printer_; // as the operator left it last
+    wxPrintDialogData printer_;
     controls::ModalLoop loop_;
 };
 

@@ -25,7 +25,10 @@ class PrintJobTest : public testing::Test {
             column.Width = 3000;
             columns.Add(column);
         }
-        const ExportTable shown = exportTable(columns, {}, "");
+        GridStyle style;
+        style.DataView = group_.empty() ? 0 : groupView;
+        style.GroupColumns = group_;
+        const ExportTable shown = exportTable(columns, style, "");
         const auto read = std::make_shared<ExportRows>(*rows_, shown);
         PageTextSizes sizes;
         sizes.width = [](PageFont, std::string_view text) {
@@ -47,6 +50,7 @@ class PrintJobTest : public testing::Test {
     std::shared_ptr<tests::GeneratedRecordset> rows_;
     std::unique_ptr<PrintJob> job_;
     RowCount before_ = 0;
+    std::vector<std::string> group_;
 };
 
 TEST_F(PrintJobTest, AMillionRowsAreReadPageByPageAsTheyAreLookedAt) {
@@ -76,6 +80,12 @@ TEST_F(PrintJobTest, TheLastPageEndsWithTheLastRow) {
     open(1000);
     EXPECT_TRUE(shows(job_->PageCount(), "1000"));
     EXPECT_FALSE(shows(1, "1000"));
+}
+
+TEST_F(PrintJobTest, InTheGroupViewTheGroupColumnsComeFirst) {
+    group_ = {"citta"};
+    open(100);
+    EXPECT_EQ(job_->Page(1).texts[0].text, "citta");
 }
 
 TEST_F(PrintJobTest, TurningThePaperReadsNothingUntilAPageIsLookedAt) {

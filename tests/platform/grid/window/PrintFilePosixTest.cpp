@@ -1,5 +1,6 @@
 // Printing for real, by GTK's printing to a file, read back by poppler's tools.
 #include "platform/grid/export/ExportRows.h"
+#include "platform/grid/preview/PreviewWindow.h"
 #include "platform/grid/preview/PrintProgress.h"
 #include "platform/grid/preview/PrintRun.h"
 #include "tests/platform/grid/window/GridFixture.h"
@@ -195,6 +196,46 @@ TEST_F(PrintFileTest, APrintThatTakesLongTellsHowFarItIsAndCanBeCancelled) {
     EXPECT_EQ(outcome.reason, "") << "left by the operator";
     EXPECT_LT(rows_->rowsRead(), 1000000);
     EXPECT_TRUE(frame_->IsEnabled());
+}
+
+// From the preview: the dialog is left, and the second time a page cannot be read.
+TEST_F(PrintFileTest, ThePreviewPrintsStaysOpenAndSaysWhatFailed) {
+    Boxes boxes;
+    openCustomers(100);
+    const auto preview = []() -> grid::PreviewWindow* {
+        for (wxWindow* w : wxTopLevelWindows)
+            if (auto* p = dynamic_cast<grid::PreviewWindow*>(w); p && p->IsShown()) return p;
+        return nullptr;
+    };
+    const auto inPreview = [&] { return preview() && preview()->IsActive(); };
+    const auto inDialog = [&] { return preview() && !preview()->IsActive(); };
+    Script script;
+    script.waitFor("anteprima", inPreview)
+        .then("stampa",
+              [&] {
+                  printTo(preview()->Printer(), file_);
+                  robot_.press('P', wxMOD_CONTROL);
+              })
+        .waitFor("il dialogo", inDialog)
+        .pause(700)
+        .then("Esc", [&] { robot_.press(WXK_ESCAPE); })
+        .waitFor("ancora aperta", inPreview)
+        .then("stampa",
+              [&] {
+                  EXPECT_TRUE(boxes.shown().empty());
+                  rows_->failReads(Errore(3709, "La connessione \xC3\xA8 chiusa"));
+                  robot_.press('P', wxMOD_CONTROL);
+              })
+        .waitFor("il dialogo", inDialog)
+        .pause(700)
+        .then("Invio", [&] { robot_.press(WXK_RETURN); })
+        .waitFor("lo dice", [&] { return !boxes.shown().empty() && inPreview(); })
+        .then("Esc", [&] { robot_.press(WXK_ESCAPE); });
+    script.run([&] { grid_->PrintInfo().PrintPreview(); }, 60000);
+    ASSERT_EQ(boxes.shown().size(), 1U);
+    EXPECT_EQ(boxes.lastText(),
+              "La stampa non \xC3\xA8 riuscita.\r\nLa connessione \xC3\xA8 chiusa");
+    EXPECT_EQ(boxes.shown()[0].titolo, "Anteprima di stampa");
 }
 
 TEST_F(PrintFileTest, ThePrintDialogCanBeLeft) {
