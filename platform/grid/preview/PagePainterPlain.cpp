@@ -1,4 +1,4 @@
-// Pages painted by the toolkit's own drawing context, whose logical unit becomes the twip.
+// Pages painted by the toolkit's own drawing context; for texts its logical unit becomes the twip.
 #include "platform/controls/WxText.h"
 #include "platform/grid/preview/PagePainter.h"
 
@@ -17,11 +17,19 @@ int whole(double twips) {
     return static_cast<int>(std::lround(twips));
 }
 
-wxRect toRect(const Box& box) {
-    const int x = whole(box.x);
-    const int y = whole(box.y);
-    return {x, y, whole(box.Right()) - x, whole(box.Bottom()) - y};
-}
+// Where a page lies on a context, in the context's own pixels. Shapes are drawn in these, so that
+// their edges are whole pixels and no thin line falls between two; only texts are left to the
+// context's own scale.
+struct Placing {
+    double across, down; // pixels a twip
+    wxPoint origin;
+    int X(double twips) const { return origin.x + whole(twips * across); }
+    int Y(double twips) const { return origin.y + whole(twips * down); }
+    wxRect Rect(const Box& box) const {
+        return {X(box.x), Y(box.y), X(box.Right()) - X(box.x), Y(box.Bottom()) - Y(box.y)};
+    }
+    int Thickness(double twips) const { return std::max(1, whole(twips * across)); }
+};
 
 wxColour toColour(std::uint32_t colour) {
     return {static_cast<unsigned char>(colour & 0xFF),
@@ -49,7 +57,7 @@ class PlainPagePainter : public PagePainter {
 
   private:
     const wxFont& fontOf(PageFont font) const { return fonts_[static_cast<std::size_t>(font)]; }
-    void paint(wxDC& dc, const PageContents& page, double zoom, const wxRect& part);
+    void paint(wxDC& dc, const PageContents& page, const Placing& placing, const wxRect& part);
     void text(wxDC& dc, const PageText& shown);
 
     PageFontSet fonts_;
@@ -84,68 +92,69 @@ void PlainPagePainter::text(wxDC& dc, const PageText& shown) {
     dc.DrawText(text, whole(x), whole(shown.box.y + (shown.box.height - size.y) / 2));
 }
 
-void drawCheck(wxDC& dc, const PageCheck& shown, double pixel) {
+void drawCheck(wxDC& dc, const PageCheck& shown, const Placing& placing) {
     const Box& box = shown.box;
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    dc.SetPen(wxPen(toColour(pageInk), whole(std::max(box.width / 12, pixel))));
-    dc.DrawRectangle(toRect(box));
+    dc.SetPen(wxPen(toColour(pageInk), placing.Thickness(box.width / 12)));
+    dc.DrawRectangle(placing.Rect(box));
     if (!shown.checked) return;
-    dc.SetPen(wxPen(toColour(pageInk), whole(std::max(box.width / 7, pixel))));
+    dc.SetPen(wxPen(toColour(pageInk), placing.Thickness(box.width / 7)));
     std::array<wxPoint, checkMark.size()> corners;
     for (std::size_t i = 0; i < corners.size(); ++i)
-        corners[i] = {whole(box.x + checkMark[i][0] * box.width),
-                      whole(box.y + checkMark[i][1] * box.height)};
+        corners[i] = {placing.X(box.x + checkMark[i][0] * box.width),
+                      placing.Y(box.y + checkMark[i][1] * box.height)};
     dc.DrawLines(static_cast<int>(corners.size()), corners.data());
 }
 
-// zoom: pixels a twip; part: twips, empty for all.
-void PlainPagePainter::paint(wxDC& dc, const PageContents& page, double zoom, const wxRect& part) {
+void drawLine(wxDC& dc, const PageLine& thin, const Placing& placing) {
+    const int thick = placing.Thickness(pageLineWidth);
+    const int x = placing.X(thin.x);
+    const int y = placing.Y(thin.y);
+    if (thin.across)
+        dc.DrawRectangle(x, y, placing.X(thin.x + thin.length) - x + thick, thick);
+    else
+        dc.DrawRectangle(x, y, thick, placing.Y(thin.y + thin.length) - y + thick);
+}
+
+// part: pixels, empty for all.
+void PlainPagePainter::paint(wxDC& dc, const PageContents& page, const Placing& placing,
+                             const wxRect& part) {
     const auto reaches = [&](const Box& box) {
-        return part.IsEmpty() || part.Intersects(toRect(box));
+        return part.IsEmpty() || part.Intersects(placing.Rect(box));
     };
-    const double pixel = 1 / zoom;
     dc.SetPen(*wxTRANSPARENT_PEN);
     for (const PageFill& area : page.fills) {
         dc.SetBrush(toColour(area.colour));
-        if (reaches(area.box)) dc.DrawRectangle(toRect(area.box));
+        if (reaches(area.box)) dc.DrawRectangle(placing.Rect(area.box));
     }
     dc.SetBrush(toColour(pageLineColour));
-    const int thick = whole(std::ceil(std::max(pageLineWidth, pixel)));
-    for (const PageLine& thin : page.lines) {
-        const int length = whole(thin.length) + thick;
-        dc.DrawRectangle(whole(thin.x), whole(thin.y), thin.across ? length : thick,
-                         thin.across ? thick : length);
-    }
+    for (const PageLine& thin : page.lines)
+        drawLine(dc, thin, placing);
+    for (const PageCheck& shown : page.checks)
+        if (reaches(shown.box)) drawCheck(dc, shown, placing);
     dc.SetBackgroundMode(wxBRUSHSTYLE_TRANSPARENT);
     dc.SetTextForeground(toColour(pageInk));
+    dc.SetDeviceOrigin(placing.origin.x, placing.origin.y);
+    dc.SetUserScale(placing.across, placing.down);
     for (const PageText& shown : page.texts)
         if (reaches(shown.box)) text(dc, shown);
-    for (const PageCheck& shown : page.checks)
-        if (reaches(shown.box)) drawCheck(dc, shown, pixel);
+    dc.SetUserScale(1, 1);
+    dc.SetDeviceOrigin(0, 0);
 }
 
 void PlainPagePainter::PaintOnScreen(wxDC& dc, const PageContents& page, double zoom,
                                      wxPoint origin, const wxRect& part) {
     const wxDCClipper clip(dc, part);
-    dc.SetDeviceOrigin(origin.x, origin.y);
-    dc.SetUserScale(zoom, zoom);
-    wxRect twips(dc.DeviceToLogicalX(part.x), dc.DeviceToLogicalY(part.y),
-                 dc.DeviceToLogicalXRel(part.width) + 1, dc.DeviceToLogicalYRel(part.height) + 1);
-    paint(dc, page, zoom, twips);
-    dc.SetUserScale(1, 1);
-    dc.SetDeviceOrigin(0, 0);
+    paint(dc, page, {zoom, zoom, origin}, part);
 }
 
 // A printer's origin is the corner of what it can print on; pages begin in the paper's.
 void PlainPagePainter::PaintOnPaper(const wxPrintout& printout, const PageContents& page) {
-    wxDC& dc = *printout.GetDC();
     int across = 0;
     int down = 0;
     printout.GetPPIPrinter(&across, &down);
-    const wxRect paper = printout.GetPaperRectPixels();
-    dc.SetDeviceOrigin(paper.x, paper.y);
-    dc.SetUserScale(across / 1440.0, down / 1440.0);
-    paint(dc, page, across / 1440.0, {});
+    paint(*printout.GetDC(), page,
+          {across / 1440.0, down / 1440.0, printout.GetPaperRectPixels().GetTopLeft()}, {});
 }
 
 } // namespace

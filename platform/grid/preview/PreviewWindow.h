@@ -40,6 +40,7 @@ class PreviewWindow : public wxDialog {
     wxTextCtrl* PageField = nullptr;
     // What the print dialog begins with: what the operator left in it last.
     wxPrintDialogData& Printer() { return printer_; }
+    const PrintJob& Job() const { return job_; }
 
   private:
     void makeBar();

@@ -27,6 +27,21 @@ class PreviewTest : public GridTest {
         return nullptr;
     }
     static std::string counter() { return preview()->Counter->PanelText(1); }
+    // "Page 3 of 12": the page, and how many there are (the fonts of a system decide).
+    static std::string counterAt(RowCount page) {
+        return "Page " + std::to_string(page) + " of " + std::to_string(pages());
+    }
+    static RowCount pages() {
+        const std::string text = counter();
+        return std::stoll(text.substr(text.rfind(' ') + 1));
+    }
+    // Pages of so many rows, side by side.
+    static RowCount across(RowCount rows) {
+        RowCount most = 0;
+        for (RowCount page = 1; page <= pages(); ++page)
+            most = std::max(most, preview()->Job().Layout().PageAt(page).rows);
+        return pages() / ((rows + most - 1) / most);
+    }
     static std::string zoom() { return preview()->Counter->PanelText(2); }
     static RowCount page() { return preview()->Canvas->Page(); }
     static wxPoint middle() { return preview()->Canvas->Centre(); }
@@ -62,21 +77,22 @@ TEST_F(PreviewTest, KeysTurnThePagesAndTheCounterTellsWhere) {
     openPrinted(1000);
     look([&] {
         EXPECT_EQ(preview()->GetTitle(), "Anteprima di stampa");
-        EXPECT_EQ(counter(), "Page 1 of 69");
+        EXPECT_GT(pages(), 30);
+        EXPECT_EQ(counter(), counterAt(1));
         screenshot(*preview(), "anteprima");
         robot_.press(WXK_PAGEDOWN);
-        EXPECT_EQ(counter(), "Page 2 of 69");
+        EXPECT_EQ(counter(), counterAt(2));
         robot_.press(WXK_END);
-        EXPECT_EQ(counter(), "Page 69 of 69");
+        EXPECT_EQ(counter(), counterAt(pages()));
         screenshot(*preview(), "anteprima-ultima");
         robot_.press(WXK_PAGEDOWN);
-        EXPECT_EQ(counter(), "Page 69 of 69") << "nothing behind the last";
+        EXPECT_EQ(page(), pages()) << "nothing behind the last";
         robot_.press(WXK_PAGEUP);
-        EXPECT_EQ(counter(), "Page 68 of 69");
+        EXPECT_EQ(counter(), counterAt(pages() - 1));
         robot_.press(WXK_HOME);
-        EXPECT_EQ(counter(), "Page 1 of 69");
+        EXPECT_EQ(counter(), counterAt(1));
         robot_.press(WXK_PAGEUP);
-        EXPECT_EQ(counter(), "Page 1 of 69");
+        EXPECT_EQ(counter(), counterAt(1));
     });
     EXPECT_TRUE(robot_.waitUntil([&] { return grid_->HasFocus(); }));
 }
@@ -87,7 +103,7 @@ TEST_F(PreviewTest, ButtonsTurnThePagesAndAreOffAtTheEnds) {
         EXPECT_FALSE(preview()->Bar->Item("primo").Enabled);
         EXPECT_FALSE(preview()->Bar->Item("indietro").Enabled);
         clickBar("ultimo");
-        EXPECT_EQ(page(), 9);
+        EXPECT_EQ(page(), pages());
         EXPECT_FALSE(preview()->Bar->Item("avanti").Enabled);
         EXPECT_FALSE(preview()->Bar->Item("ultimo").Enabled);
         clickBar("indietro");
@@ -103,16 +119,16 @@ TEST_F(PreviewTest, APageIsReachedByItsNumber) {
     openPrinted(1000);
     look([&] {
         robot_.press('G', wxMOD_CONTROL);
-        robot_.type("42\n");
-        EXPECT_EQ(page(), 42);
+        robot_.type("22\n");
+        EXPECT_EQ(page(), 22);
         robot_.press(WXK_PAGEDOWN);
-        EXPECT_EQ(page(), 43);
+        EXPECT_EQ(page(), 23);
         robot_.press('G', wxMOD_CONTROL);
         robot_.type("99999\n");
-        EXPECT_EQ(page(), 69) << "beyond the end is the last";
+        EXPECT_EQ(page(), pages()) << "beyond the end is the last";
         robot_.press('G', wxMOD_CONTROL);
         robot_.type("due\n");
-        EXPECT_EQ(page(), 69);
+        EXPECT_EQ(page(), pages());
         EXPECT_TRUE(preview()->PageField->HasFocus()) << "to be put right";
     });
 }
@@ -186,10 +202,14 @@ TEST_F(PreviewTest, ThePaperTurnsAndTheNextPreviewKeepsIt) {
     openPrinted(1000);
     look([&] {
         robot_.pressTimes(2, WXK_PAGEDOWN);
+        const RowCount row = preview()->Job().Layout().PageAt(3).firstRow;
         clickBar("orientamento");
         const wxRect paper = preview()->Canvas->PaperRect();
         EXPECT_GT(paper.width, paper.height);
-        EXPECT_EQ(page(), 4) << "of 29 rows each: the row that stood on top stays on show";
+        const auto place = preview()->Job().Layout().PageAt(page());
+        EXPECT_LE(place.firstRow, row) << "the row that stood on top stays on show";
+        EXPECT_GT(place.firstRow + place.rows, row);
+        EXPECT_GT(page(), 3) << "fewer rows a page";
         screenshot(*preview(), "anteprima-orizzontale");
     });
     EXPECT_EQ(grid_->PrintInfo().Orientation, PageOrientation::Landscape);
@@ -208,7 +228,7 @@ TEST_F(PreviewTest, TheColumnsOnShowAreThoseOfTheGrid) {
     active.ValueItems = {true, grid::presentationCheckBox};
     grid_->SplitAt(0).AlternatingRowStyle = true;
     look([&] {
-        EXPECT_EQ(counter(), "Page 1 of 23") << "one page across";
+        EXPECT_EQ(across(1000), 1);
         robot_.press('1', wxMOD_CONTROL);
         screenshot(*preview(), "anteprima-caselle");
     });
@@ -218,18 +238,18 @@ TEST_F(PreviewTest, AMillionRowsAreReadAsTheyAreLookedAt) {
     openPrinted(1000000);
     const RowCount before = rows_->rowsRead();
     look([&] {
-        EXPECT_EQ(counter(), "Page 1 of 66669");
+        EXPECT_GT(pages(), 15000);
         robot_.press(WXK_END);
         robot_.press(WXK_HOME);
         screenshot(*preview(), "anteprima-milione");
     });
-    EXPECT_LT(rows_->rowsRead() - before, 45 * 5);
+    EXPECT_LT(rows_->rowsRead() - before, 80 * 5);
 }
 
 TEST_F(PreviewTest, WithoutRowsThereIsAPageOfHeadings) {
     openPrinted(0);
     look([&] {
-        EXPECT_EQ(counter(), "Page 1 of 3");
+        EXPECT_LE(pages(), 3) << "of headings alone, side by side";
         screenshot(*preview(), "anteprima-vuota");
     });
 }
