@@ -46,7 +46,9 @@ wxFont inTwips(const wxFont& font) {
 
 class PlainPagePainter : public PagePainter {
   public:
-    explicit PlainPagePainter(const PageFontSet& fonts) : bitmap_(1, 1), measuring_(bitmap_) {
+    explicit PlainPagePainter(const PageFontSet& fonts) {
+        bitmap_.Create(1, 1);
+        measuring_.SelectObject(bitmap_);
         for (std::size_t i = 0; i < pageFonts; ++i)
             fonts_[i] = inTwips(fonts[i]);
     }

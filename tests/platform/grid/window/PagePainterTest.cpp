@@ -26,7 +26,8 @@ class PagePainterTest : public testing::TestWithParam<bool> {
     }
     // The page at so many pixels a twip, on a picture of a tenth of an inch by one.
     wxImage paint(const PageContents& page, double zoom, wxSize size, wxPoint origin = {}) {
-        wxBitmap bitmap(size.x, size.y, 24);
+        wxBitmap bitmap;
+        bitmap.Create(size.x, size.y, 24);
         {
             wxMemoryDC dc(bitmap);
             dc.SetBackground(*wxWHITE_BRUSH);
@@ -131,7 +132,8 @@ TEST_P(PagePainterTest, ACheckBoxIsMarkedOrNot) {
 
 TEST_P(PagePainterTest, WhatLiesOutsideThePartIsNotPainted) {
     PageContents page = line("Fuori", Alignment::Left);
-    wxBitmap bitmap(200, 100, 24);
+    wxBitmap bitmap;
+    bitmap.Create(200, 100, 24);
     {
         wxMemoryDC dc(bitmap);
         dc.SetBackground(*wxWHITE_BRUSH);
