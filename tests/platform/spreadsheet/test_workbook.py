@@ -143,6 +143,19 @@ class WorkbookTest(unittest.TestCase):
         self.write([["n1", "tcittà", "b1"], ["n2.5", "", "t10 €"]])
         self.assertEqual(self.second_reader(), [["1", "città"], ["2.5", "", "10 €"]])
 
+    def test_a_file_is_as_expected_byte_for_byte(self):
+        """Every kind of cell. NR_SCRIVI_ATTESI=1 writes the expected file anew: look at it in a spreadsheet then."""
+        expected = os.path.join(os.path.dirname(os.path.abspath(__file__)), "attesi", "celle.xls")
+        self.write([["n1", "n-2.5", "b1", "d40617", "d40617.75", "h0.5", "tcittà", "t€", "tRoma"],
+                    ["", "", "", "d1", "ninf", "t", "tRoma", "n123456789012345"]])
+        with open(self.path, "rb") as file:
+            written = file.read()
+        if os.environ.get("NR_SCRIVI_ATTESI"):
+            with open(expected, "wb") as file:
+                file.write(written)
+        with open(expected, "rb") as file:
+            self.assertEqual(written, file.read())
+
     def converted(self, *command):
         """What a whole spreadsheet program makes of the file, as rows of texts. It says nothing of its own."""
         text = os.path.join(os.path.dirname(self.path), "export.csv")
