@@ -8,7 +8,7 @@ Messaggio messaggioNessunaArea() {
 
 Messaggio domandaInteroRecordset() {
     return {"Non è stata selezionata un area, esportare l'intero recordset?", "Selezione!",
-            BoxIcon::Question, BoxButtons::YesNo};
+            BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::No};
 }
 
 Messaggio messaggioEsportazioneFallita(const Errore& errore) {

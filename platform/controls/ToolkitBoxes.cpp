@@ -70,6 +70,7 @@ class Box : public wxDialog {
         : wxDialog(parent, wxID_ANY, toWx(box.titolo), wxDefaultPosition, wxDefaultSize,
                    wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU),
           question_(box.pulsanti == BoxButtons::YesNo),
+          preset_(question_ ? box.predefinita : BoxAnswer::Ok),
           answer_(question_ ? BoxAnswer::No : BoxAnswer::Ok) {
         auto* all = new wxBoxSizer(wxVERTICAL);
         auto* upper = new wxBoxSizer(wxHORIZONTAL);
@@ -114,12 +115,16 @@ class Box : public wxDialog {
             auto* button = new wxButton(this, wxID_ANY, label);
             button->Bind(wxEVT_BUTTON, [this, answer](wxCommandEvent&) { end(answer); });
             row->Add(button, 0, row->IsEmpty() ? 0 : wxLEFT, 8);
-            return button;
+            if (answer != preset_) return;
+            button->SetDefault();
+            button->SetFocus();
         };
-        wxButton* first = question_ ? add(toWx("&Sì"), BoxAnswer::Yes) : add("OK", BoxAnswer::Ok);
-        if (question_) add("&No", BoxAnswer::No);
-        first->SetDefault();
-        first->SetFocus();
+        if (question_) {
+            add(toWx("&Sì"), BoxAnswer::Yes);
+            add("&No", BoxAnswer::No);
+        } else {
+            add("OK", BoxAnswer::Ok);
+        }
         return row;
     }
 
@@ -143,6 +148,7 @@ class Box : public wxDialog {
     }
 
     bool question_;
+    BoxAnswer preset_; // what Enter means
     BoxAnswer answer_; // what leaving it means
     ModalLoop modal_;
 };
@@ -154,7 +160,8 @@ BoxAnswer showHere(const Messaggio& box) {
 #else
 
 long styleOf(const Messaggio& box) {
-    const long style = box.pulsanti == BoxButtons::YesNo ? wxYES_NO | wxYES_DEFAULT : wxOK;
+    const long preset = box.predefinita == BoxAnswer::No ? wxNO_DEFAULT : wxYES_DEFAULT;
+    const long style = box.pulsanti == BoxButtons::YesNo ? wxYES_NO | preset : wxOK;
     switch (box.icona) {
     case BoxIcon::Critical:
         return style | wxICON_ERROR;

@@ -21,6 +21,7 @@ struct Messaggio {
     std::string titolo = titoloPredefinito;
     BoxIcon icona = BoxIcon::None;
     BoxButtons pulsanti = BoxButtons::Ok;
+    BoxAnswer predefinita = BoxAnswer::Yes; // to a question: the button that Enter presses
     bool operator==(const Messaggio&) const = default;
 };
 

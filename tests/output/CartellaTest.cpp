@@ -26,7 +26,7 @@ TEST_F(CartellaTest, IsMadeAfterAQuestionAndSaid) {
     ASSERT_EQ(boxes.shown().size(), 2U);
     EXPECT_EQ(boxes.shown()[0],
               (Messaggio{"Non è stata selezionata un area, esportare l'intero recordset?",
-                         "Selezione!", BoxIcon::Question, BoxButtons::YesNo}));
+                         "Selezione!", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::No}));
     EXPECT_EQ(boxes.shown()[1],
               (Messaggio{"Esportazione effettuata con successo \r\rIl file è stato creato in " +
                              sessione.gPercorso.text() + "export\\export.xls",

@@ -71,6 +71,14 @@ TEST_F(MessageBoxTest, AQuestionAnsweredByItsMnemonicOrTheDefaultButton) {
     EXPECT_EQ(answerTo(question, [&] { robot.press('S', wxMOD_ALT); }), BoxAnswer::Yes);
 }
 
+TEST_F(MessageBoxTest, EnterMeansNoWhereNoIsTheDefault) {
+    EXPECT_EQ(answerTo({.testo = "Esportare tutto?",
+                        .pulsanti = BoxButtons::YesNo,
+                        .predefinita = BoxAnswer::No},
+                       [&] { robot.press(WXK_RETURN); }),
+              BoxAnswer::No);
+}
+
 TEST_F(MessageBoxTest, EscapeIsNoToAQuestion) {
     EXPECT_EQ(answerTo({.testo = "Procedo?", .pulsanti = BoxButtons::YesNo},
                        [&] { robot.press(WXK_ESCAPE); }),
