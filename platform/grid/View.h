@@ -200,12 +200,11 @@ class Grid::View : public controls::DataControl::Observer {
     void onScrollBar(wxScrollEvent& event, wxScrollBar* bar);
     ScrollAxis& axisOf(const wxScrollBar* bar);
     std::vector<Split> splitsAsUsed() const;
-    Geometry tryOut(const wxSize& area, adodb::RowCount rows) const;
-    void placeScrollBars(const wxSize& client);
+    void placeScrollBars();
     void onWheel(wxMouseEvent& event);
     void updateScrollBars();
     void placeEditor();
-    Measures measures(const wxSize& area) const;
+    Measures measures() const;
     int rowHeight() const;
     int fontRowHeight() const;
     int pixels(double twips) const;

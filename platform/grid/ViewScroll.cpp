@@ -47,10 +47,13 @@ void Grid::View::FontChanged() {
     Refresh();
 }
 
-Measures Grid::View::measures(const wxSize& area) const {
+Measures Grid::View::measures() const {
+    const wxSize client = grid_.GetClientSize();
     Measures m;
-    m.width = area.x;
-    m.height = area.y;
+    m.width = client.x;
+    m.height = client.y;
+    m.barWidth = vertical_->GetBestSize().x;
+    m.barHeight = horizontal_.front()->GetBestSize().y;
     m.scale = Scale();
     m.rowHeight = rowHeight();
     m.selectorWidth = pixels(300);
@@ -85,35 +88,17 @@ void Grid::View::makeScrollBars() {
     grid_.Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& e) { onWheel(e); });
 }
 
-// What would be where in an area of that size; scroll positions that fit no longer are moved in the
-// copy alone.
-Geometry Grid::View::tryOut(const wxSize& area, RowCount rows) const {
-    Geometry trial = geometry_;
-    trial.Update(columns_, measures(area), rows, splitsAsUsed());
-    return trial;
-}
-
-// Each bar takes room that may make the other one needed.
 void Grid::View::Layout() {
     if (!vertical_) return;
-    const wxSize client = grid_.GetClientSize();
-    const int across = vertical_->GetBestSize().x;
-    const int down = horizontal_.front()->GetBestSize().y;
-    const RowCount rows = readableRows();
-    wxSize area = client;
-    for (int bars = 0; bars < 2; ++bars) {
-        const Geometry trial = tryOut(area, rows);
-        if (trial.Vertical().Needed()) area.x = std::max(0, client.x - across);
-        if (trial.ScrollsSideways()) area.y = std::max(0, client.y - down);
-    }
-    geometry_.Update(columns_, measures(area), rows, splitsAsUsed());
+    geometry_.Update(columns_, measures(), readableRows(), splitsAsUsed());
     arrangeGroupBoxes();
-    placeScrollBars(client);
+    placeScrollBars();
     updateScrollBars();
     placeEditor();
 }
 
-void Grid::View::placeScrollBars(const wxSize& client) {
+void Grid::View::placeScrollBars() {
+    const wxSize client = grid_.GetClientSize();
     const int across = vertical_->GetBestSize().x;
     const int down = horizontal_.front()->GetBestSize().y;
     vertical_->SetSize(client.x - across, geometry_.DataTop(), across,

@@ -24,20 +24,41 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
         right += std::max(1, twipsToPixels(columns.Item(index).Width, sizes_.scale));
         edges_.push_back(right);
     }
+    makeRoomForBars(static_cast<int>(splits.size()));
+    placeRows();
+    if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
+    rowSizing_ = !splits.empty() && splits.front().AllowRowSizing;
+    placeSplits(splits);
+}
+
+// Each bar takes room that may make the other one needed. No scroll position is touched by trying.
+void Geometry::makeRoomForBars(int splits) {
+    const Measures all = sizes_;
+    for (int round = 0; round < 2; ++round) {
+        const bool vertical = rows_ * sizes_.rowHeight > DataHeight();
+        const bool horizontal = columnsWidth() > splitRoom(splits) / std::max(1, splits);
+        if (vertical) sizes_.width = std::max(0, all.width - all.barWidth);
+        if (horizontal) sizes_.height = std::max(0, all.height - all.barHeight);
+    }
+}
+
+void Geometry::placeRows() {
     const Pixels length = rows_ * sizes_.rowHeight;
     const int whole = DataHeight() / sizes_.rowHeight;
     const Pixels end = whole > 0 ? (rows_ - whole) * sizes_.rowHeight : length - DataHeight();
     vertical_.SetExtent(length, DataHeight(), end);
-    if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
-    rowSizing_ = !splits.empty() && splits.front().AllowRowSizing;
-    placeSplits(splits);
+}
+
+// What all splits together have.
+int Geometry::splitRoom(int splits) const {
+    return std::max(0, DataWidth() - (std::max(1, splits) - 1) * sizes_.splitLine);
 }
 
 // Side by side, in equal shares.
 void Geometry::placeSplits(const std::vector<Split>& splits) {
     splits_.resize(std::max<std::size_t>(1, splits.size()));
     const int count = SplitCount();
-    const int room = std::max(0, DataWidth() - (count - 1) * sizes_.splitLine);
+    const int room = splitRoom(count);
     for (int i = 0; i < count; ++i) {
         SplitPlaces& own = splits_[at(i)];
         own.left = sizes_.selectorWidth + room * i / count + i * sizes_.splitLine;

@@ -21,9 +21,10 @@ struct Rect {
 
 // The fixed sizes: from the font and the scale.
 struct Measures {
-    int width = 0, height = 0; // of the whole painted area, scroll bars excluded
-    int selectorWidth = 0;     // the record selectors; 0: none
-    int areaHeight = 0;        // the grouping area above the headings; 0: none
+    int width = 0, height = 0; // of the whole area; what is asked back has no scroll bars in it
+    int barWidth = 0, barHeight = 0; // what a scroll bar takes of it where it is needed
+    int selectorWidth = 0;           // the record selectors; 0: none
+    int areaHeight = 0;              // the grouping area above the headings; 0: none
     int headingHeight = 0;
     int filterHeight = 0; // 0: no filter bar
     int rowHeight = 1;
@@ -177,6 +178,9 @@ class NR_API Geometry {
         ScrollAxis axis;
     };
     static std::size_t at(int index) { return static_cast<std::size_t>(index); }
+    void placeRows();
+    void makeRoomForBars(int splits);
+    int splitRoom(int splits) const;
     void placeSplits(const std::vector<Split>& splits);
     int columnsWidth() const { return edges_.empty() ? 0 : edges_.back(); }
     int leftEdge(int position) const { return position == 0 ? 0 : edges_[at(position) - 1]; }

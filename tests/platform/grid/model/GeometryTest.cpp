@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace norvel::grid {
 namespace {
 
@@ -210,6 +212,40 @@ TEST_F(GeometryTest, WithoutColumnsOrRowsNothingIsHit) {
     EXPECT_EQ(hit(100, 10).spot, Spot::Outside);
     EXPECT_EQ(hit(100, 100).spot, Spot::Outside);
     EXPECT_TRUE(geometry.ColumnsInView().empty());
+}
+
+// An area of that size beside the selectors and below the filter bar, with bars of 15.
+Measures sizesWithBars(int width, int height) {
+    Measures m = sizes(20 + width, 50 + height);
+    m.barWidth = m.barHeight = 15;
+    return m;
+}
+
+TEST_F(GeometryTest, AScrollBarTakesItsRoomOnlyWhereItIsNeeded) {
+    const auto with = [&](int width, int height) {
+        geometry.Update(columns, sizesWithBars(width, height), 10); // 600 wide, 200 high
+        return std::pair{geometry.Sizes().width == 20 + width - 15,
+                         geometry.Sizes().height == 50 + height - 15};
+    };
+    EXPECT_EQ(with(600, 200), (std::pair{false, false}));
+    EXPECT_EQ(with(599, 300), (std::pair{false, true}));
+    EXPECT_EQ(with(700, 199), (std::pair{true, false}));
+    EXPECT_EQ(with(599, 200), (std::pair{true, true})) << "one makes the other needed";
+    EXPECT_EQ(with(600, 199), (std::pair{true, true}));
+    geometry.Update(columns, sizesWithBars(-10, -50), 10);
+    EXPECT_EQ(geometry.Sizes().width, 0) << "there is less than the bar takes";
+    EXPECT_EQ(geometry.Sizes().height, 0);
+}
+
+TEST_F(GeometryTest, ALayoutLeavesAViewThatStandsAtItsEnd) {
+    geometry.Update(columns, sizesWithBars(500, 200), 100);
+    geometry.Vertical().SetPosition(geometry.Vertical().End());
+    geometry.Horizontal().SetPosition(geometry.Horizontal().End());
+    const Pixels row = geometry.Vertical().Position();
+    const Pixels column = geometry.Horizontal().Position();
+    geometry.Update(columns, sizesWithBars(500, 200), 100);
+    EXPECT_EQ(geometry.Vertical().Position(), row);
+    EXPECT_EQ(geometry.Horizontal().Position(), column);
 }
 
 TEST_F(GeometryTest, AnotherRowHeightKeepsTheFirstRow) {
