@@ -177,6 +177,7 @@ class Grid::View : public controls::DataControl::Observer {
     void groupBy(int column, int place);
     void ungroup(int column);
     bool onGroup() const;
+    bool isClosedGroupSelected(adodb::RowCount row) const;
     void toggle(adodb::RowCount row);
     void reveal(adodb::RowCount record);
     void linesChanged();

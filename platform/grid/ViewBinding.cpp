@@ -377,6 +377,7 @@ void Grid::View::rowsArrived(bool atOnce) {
 // A row of a sorted selection is found by its bookmark, which a broken connection may refuse.
 bool Grid::View::isSelected(RowCount row) const {
     try {
+        if (IsGroup(row)) return isClosedGroupSelected(row);
         return selection_.Contains(recordOn(row));
     } catch (const Errore&) { // said in the rows' place by the next read
         return false;

@@ -142,6 +142,13 @@ bool Grid::View::onGroup() const {
     return IsGroup(current_);
 }
 
+// A closed group looks as its rows would: selected where all of them are.
+bool Grid::View::isClosedGroupSelected(RowCount row) const {
+    const GroupId group = lines_.At(row).group;
+    const Lines::Span rows = lines_.RowsOf(group);
+    return !lines_.IsOpen(group) && selection_.ContainsAll(rows.first, rows.first + rows.count - 1);
+}
+
 void Grid::View::SetOpen(RowCount row, bool open) {
     const Line line = lines_.At(row);
     if (!line.IsGroup() || lines_.IsOpen(line.group) == open) return;

@@ -64,6 +64,21 @@ bool SelBookmarks::Contains(RowCount row) const {
     return place && holds(*place);
 }
 
+bool SelBookmarks::ContainsAll(RowCount first, RowCount last) const {
+    constexpr RowCount screen = 64;
+    const RowCount rows = last - first + 1;
+    if (count_ < rows || rows < 1) return false;
+    if (source_ == view_) {
+        const auto after = intervals_.upper_bound(first);
+        return after != intervals_.begin() && std::prev(after)->second >= last;
+    }
+    if (count_ == view_->Rows()) return true;
+    if (rows > screen) return false;
+    while (first <= last && Contains(first))
+        ++first;
+    return first > last;
+}
+
 // Where places mean another view than the one on show each row is looked for.
 std::vector<std::pair<RowCount, RowCount>> SelBookmarks::Ranges() const {
     if (!view_ || source_ == view_) return {intervals_.begin(), intervals_.end()};

@@ -40,6 +40,9 @@ class NR_API SelBookmarks {
 
     // --- by row of the view on show ---
     bool Contains(adodb::RowCount row) const;
+    // All of them, both ends included. After a new order each row would have to be looked for: more
+    // than a screen of them count as selected only where all rows are.
+    bool ContainsAll(adodb::RowCount first, adodb::RowCount last) const;
     // The selected rows as ranges [first, second], from the top.
     std::vector<std::pair<adodb::RowCount, adodb::RowCount>> Ranges() const;
     // Both ends included, in the direction from first to last.

@@ -204,6 +204,25 @@ TEST_F(SelBookmarksTest, ANewOrderKeepsTheSelectedRowsAndTheirOrder) {
     EXPECT_EQ(items(), (Rows{8, 4, 6, 1000, 999}));
 }
 
+TEST_F(SelBookmarksTest, TellsWhetherAllRowsOfARangeAreSelected) {
+    show(1000);
+    EXPECT_FALSE(selected.ContainsAll(0, 0));
+    selected.AddRows(10, 19);
+    selected.AddRows(29, 20);
+    EXPECT_TRUE(selected.ContainsAll(10, 29));
+    EXPECT_TRUE(selected.ContainsAll(15, 15));
+    EXPECT_FALSE(selected.ContainsAll(9, 12));
+    EXPECT_FALSE(selected.ContainsAll(12, 30));
+    selected.RemoveRow(21);
+    EXPECT_FALSE(selected.ContainsAll(20, 22));
+    host->SetSort("desc"); // row 10 is row 989 by now
+    look(true);
+    EXPECT_TRUE(selected.ContainsAll(980, 989));
+    EXPECT_FALSE(selected.ContainsAll(980, 990));
+    selected.AddRows(0, 999);
+    EXPECT_TRUE(selected.ContainsAll(0, 999));
+}
+
 TEST_F(SelBookmarksTest, AfterANewOrderAllRowsOfAFreshSelectionAreInTheNewOrder) {
     show(tenMillion);
     selected.AddRows(0, 5);

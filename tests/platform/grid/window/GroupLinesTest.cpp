@@ -167,6 +167,7 @@ TEST_F(GroupTest, SelectingOverAClosedGroupSelectsItsRows) {
     EXPECT_EQ(currentCode(), 2);
     robot_.press('A', wxMOD_CONTROL);
     EXPECT_EQ(grid_->SelBookmarks().Count(), 60);
+    robot_.pump();
     screenshot(*frame_, "groups_selected");
     robot_.click(*grid_, centre(grid_->RecordSelectorRect(0)));
     EXPECT_EQ(grid_->SelBookmarks().Count(), 10);
