@@ -58,8 +58,9 @@ Variant integerOf(const IntegerType& type, std::string_view text) {
     if (number < least || number > greatest) refuse(text, range);
     const std::uint64_t magnitude = number.rounded(0).low();
     if (type.type == adUnsignedBigInt) return Variant(magnitude);
-    const auto whole = static_cast<std::int64_t>(magnitude);
-    return integerVariant(number.negative() ? -whole : whole, type.type);
+    // Negated without a sign: the least number has no positive counterpart.
+    const std::uint64_t bits = number.negative() ? 0 - magnitude : magnitude;
+    return integerVariant(static_cast<std::int64_t>(bits), type.type);
 }
 
 Variant numberOf(DataTypeEnum type, std::string_view text) {
