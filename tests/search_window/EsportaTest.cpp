@@ -3,9 +3,8 @@
 #include "platform/runtime/RandomNumbers.h"
 #include "platform/runtime/WholeFile.h"
 #include "tests/search_window/BancoQuery.h"
+#include "tests/support/Clipboard.h"
 
-#include <wx/clipbrd.h>
-#include <wx/dataobj.h>
 #include <wx/dialog.h>
 
 #include <random>
@@ -38,13 +37,6 @@ class EsportaTest : public BancoQuery {
     }
 
     void premi(std::string_view chiave) { robot.click(*finestra().BarraBase, pulsante(chiave)); }
-    static std::string appunti() {
-        wxTextDataObject testo;
-        if (!wxTheClipboard->Open()) return "(occupati)";
-        wxTheClipboard->GetData(testo);
-        wxTheClipboard->Close();
-        return testo.GetText().utf8_string();
-    }
     std::string file(const std::string& nome) const {
         return fs::exists(cartella / nome) ? readWholeFile(cartella / nome, 1 << 24)
                                            : std::string();
@@ -69,10 +61,11 @@ TEST_F(EsportaTest, TheSelectedRowsGoToTheClipboardWithTheColumnsThatAreHidden) 
         robot.click(griglia(), cella(2, Codice), wxMOD_CONTROL);
         robot.click(griglia(), cella(0, Codice), wxMOD_CONTROL);
         premi("copiaclip");
-        EXPECT_EQ(appunti(), "\r\nd'Amico Pia 15/03/2011 \r\nRossi Anna 15/03/2011 \r\n");
+        EXPECT_EQ(tests::clipboardText(),
+                  "\r\nd'Amico Pia 15/03/2011 \r\nRossi Anna 15/03/2011 \r\n");
         premi("copia");
-        EXPECT_EQ(appunti(), "nome\tdata\t\r\nd'Amico Pia\t15/03/2011\t\r\nRossi "
-                             "Anna\t15/03/2011\t\r\n");
+        EXPECT_EQ(tests::clipboardText(), "nome\tdata\t\r\nd'Amico Pia\t15/03/2011\t\r\nRossi "
+                                          "Anna\t15/03/2011\t\r\n");
         EXPECT_TRUE(boxes.lastText().starts_with("La selezione di 2 x 2 celle è stata copiata"));
         EXPECT_EQ(righe().AbsolutePosition(), 1) << "the current record stays";
     });

@@ -3,12 +3,14 @@
 #include "views/Salvataggio.h"
 
 #include "platform/grid/layout/LayoutFile.h"
+#include "platform/runtime/Text.h"
 #include "tests/support/Boxes.h"
 #include "tests/views/ListaProva.h"
 #include "views/Disposizioni.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -178,7 +180,11 @@ TEST_F(SalvataggioTest, ANameThatDiffersInCaseOnlyRewritesRowAndFile) {
     salva("mIA");
     EXPECT_EQ(tabella(), "ROSSI/CLI/mIA ROSSI/CLI/Altra ROSSI/ART/Articoli* BIANCHI/CLI/Sua*");
     EXPECT_NE(contenuto("ROSSIMia.grx"), "vecchio");
-    EXPECT_FALSE(esiste("ROSSImIA.grx")) << "one file, not two that differ in case";
+    const auto suo = [](const fs::directory_entry& file) {
+        return equalsText(file.path().filename().string(), "ROSSIMia.grx");
+    };
+    EXPECT_EQ(std::count_if(fs::directory_iterator(cartella), {}, suo), 1)
+        << "one file, not two that differ in case";
     EXPECT_EQ(boxes.lastText(), "Salvataggio Completato");
 }
 

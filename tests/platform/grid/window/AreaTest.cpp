@@ -1,16 +1,9 @@
 // Selected areas: rows, whole or the cells of some columns.
 #include "tests/platform/grid/window/GridFixture.h"
-
-#include <wx/clipbrd.h>
+#include "tests/support/Clipboard.h"
 
 namespace norvel::tests {
 namespace {
-
-std::string clipboard() {
-    const wxClipboardLocker open;
-    wxTextDataObject data;
-    return wxTheClipboard->GetData(data) ? data.GetText().utf8_string() : std::string();
-}
 
 class AreaTest : public GridTest {
   protected:
@@ -116,8 +109,8 @@ TEST_F(AreaTest, ControlCCopiesTheSelectedCellsAsTheyAreShown) {
     robot_.drag(*grid_, cellCentre(1, 3), cellCentre(2, 1));
     robot_.press('C', wxMOD_CONTROL);
     const auto cell = [&](int row, int column) { return grid_->CellText(row, column); };
-    EXPECT_EQ(clipboard(), cell(1, 3) + "\t" + cell(1, 0) + "\t" + cell(1, 1) + "\r\n" +
-                               cell(2, 3) + "\t" + cell(2, 0) + "\t" + cell(2, 1));
+    EXPECT_EQ(clipboardText(), cell(1, 3) + "\t" + cell(1, 0) + "\t" + cell(1, 1) + "\r\n" +
+                                   cell(2, 3) + "\t" + cell(2, 0) + "\t" + cell(2, 1));
 }
 
 TEST_F(AreaTest, ControlCCopiesRowsFromTheTopAndNoHiddenColumn) {
@@ -128,17 +121,17 @@ TEST_F(AreaTest, ControlCCopiesRowsFromTheTopAndNoHiddenColumn) {
     robot_.click(*grid_, cellCentre(4, 0), wxMOD_CONTROL);
     robot_.click(*grid_, cellCentre(1, 0), wxMOD_CONTROL);
     robot_.press('C', wxMOD_CONTROL);
-    EXPECT_EQ(clipboard(), "2\t" + grid_->CellText(1, 1) + "\r\n5\t" + grid_->CellText(4, 1));
+    EXPECT_EQ(clipboardText(), "2\t" + grid_->CellText(1, 1) + "\r\n5\t" + grid_->CellText(4, 1));
 }
 
 TEST_F(AreaTest, ControlCCopiesTheCurrentCellWhereNothingIsSelectedAndNothingOfAnEmptyResult) {
     openCustomers(100);
     robot_.click(*grid_, cellCentre(3, 0));
     robot_.press(WXK_INSERT, wxMOD_CONTROL);
-    EXPECT_EQ(clipboard(), "4");
+    EXPECT_EQ(clipboardText(), "4");
     source_.SetRecordset(GeneratedRecordset::make(customerColumns(), 0));
     robot_.press('C', wxMOD_CONTROL);
-    EXPECT_EQ(clipboard(), "4") << "what was copied before stays";
+    EXPECT_EQ(clipboardText(), "4") << "what was copied before stays";
 }
 
 } // namespace
