@@ -13,7 +13,7 @@
 namespace norvel::search_window {
 
 // The keys in the order in which they are tried; the first that matches wins, any other does
-// nothing. A button whose key is here is enabled. «Taglia» is designed without an action.
+// nothing, as «Taglia», which is designed without an action.
 FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
     static constexpr std::pair<const char*, Comando> comandi[] = {
         {"Apri", &FrmRicerca::suApri},

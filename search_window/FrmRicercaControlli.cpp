@@ -66,7 +66,6 @@ void FrmRicerca::creaBarra() {
         pulsante.Shortcut = testoScorciatoie(p.chiave);
         pulsante.Style = stile(p.tipo);
         pulsante.Visible = p.visibile;
-        pulsante.Enabled = !p.comando || comandoDi(p.chiave) != nullptr;
         BarraBase->Add(std::move(pulsante));
     }
 }

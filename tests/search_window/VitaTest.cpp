@@ -188,8 +188,11 @@ TEST_F(VitaTest, TheToolbarsChiudiClearsAnOlderAnswer) {
 TEST_F(VitaTest, TheToolbarHasItsSeventeenButtonsInTheirOrder) {
     aperta().then("controlla", [&] {
         ASSERT_EQ(finestra().BarraBase->Count(), pulsantiBarra.size());
-        for (std::size_t i = 0; i < pulsantiBarra.size(); ++i)
-            EXPECT_EQ(finestra().BarraBase->Item(i).Key, pulsantiBarra[i].chiave);
+        for (std::size_t i = 0; i < pulsantiBarra.size(); ++i) {
+            const controls::Button& pulsante = finestra().BarraBase->Item(i);
+            EXPECT_EQ(pulsante.Key, pulsantiBarra[i].chiave);
+            EXPECT_EQ(pulsante.Enabled, pulsante.Key != "ultimo") << pulsante.Key;
+        }
         EXPECT_FALSE(finestra().BarraBase->Item("Modifica").Visible);
         EXPECT_TRUE(finestra().BarraBase->Item("apri").Enabled) << "keys are case-blind";
     });

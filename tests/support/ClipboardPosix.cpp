@@ -8,7 +8,8 @@ namespace norvel::tests {
 std::string clipboardText() {
     const wxClipboardLocker open;
     wxTextDataObject data;
-    return open && wxTheClipboard->GetData(data) ? data.GetText().utf8_string() : std::string();
+    if (!open) return {};
+    return wxTheClipboard->GetData(data) ? data.GetText().utf8_string() : std::string();
 }
 
 } // namespace norvel::tests
