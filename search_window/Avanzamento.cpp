@@ -28,6 +28,24 @@ constexpr milliseconds turno{40}; // of work between the window's own events
 constexpr int respiro = 5;        // milliseconds left to them
 constexpr int passiBarra = 1000;
 
+// The ordinary pointer, while it lives, whoever has made it the busy one.
+class PuntatoreLibero {
+  public:
+    PuntatoreLibero() {
+        for (; wxIsBusy(); ++volte_)
+            wxEndBusyCursor();
+    }
+    ~PuntatoreLibero() {
+        for (; volte_ > 0; --volte_)
+            wxBeginBusyCursor();
+    }
+    PuntatoreLibero(const PuntatoreLibero&) = delete;
+    PuntatoreLibero& operator=(const PuntatoreLibero&) = delete;
+
+  private:
+    int volte_ = 0;
+};
+
 enum class Esito { InCorso, Finito };
 
 Esito lavora(output::Lavoro& lavoro, milliseconds tempo) {
@@ -64,7 +82,7 @@ class DialogoAvanzamento : public wxDialog {
 
     // False when the operator took "Annulla".
     bool esegui() {
-        const wxBusyCursorSuspender puntatore; // it is a window to click in
+        const PuntatoreLibero puntatore; // it is a window to click in
         orologio_.StartOnce(respiro);
         ciclo_.Run(*this);
         orologio_.Stop();
