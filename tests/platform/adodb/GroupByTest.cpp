@@ -227,6 +227,27 @@ TEST_F(GroupByTest, ARowThatIsAddedIsInTheNextGrouping) {
     expectGrouped(*rs, {"citta"});
 }
 
+TEST_F(GroupByTest, ManyRowsOfFewTextsAreGroupedOnAllProcessors) {
+    const auto rs = openOn("Provider=SQLite;Data Source=:memory:",
+                           "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i "
+                           "< 199999) SELECT i AS codice, 'Comune ' || (i * 7919 % 400) AS comune, "
+                           "'Zona ' || (i % 3) AS zona FROM n");
+    const auto clone = twin(*rs);
+    const Grouping groups = clone->GroupBy({"comune", "zona"});
+    ASSERT_EQ(groups.starts[0].size(), 400);
+    EXPECT_EQ(groups.starts[1].size(), 1200);
+    for (std::size_t g = 0; g < 400; ++g)
+        EXPECT_EQ(groups.starts[0][g], static_cast<RowCount>(g) * 500);
+    const Codes found = codes(*clone);
+    for (std::size_t i = 0; i + 1 < found.size(); ++i) {
+        const auto next = static_cast<RowCount>(i) + 1;
+        if (std::ranges::binary_search(groups.starts[1], next)) continue;
+        ASSERT_LT(found[i], found[i + 1]) << "rows keep their order";
+        ASSERT_EQ(found[i] * 7919 % 400, found[i + 1] * 7919 % 400);
+    }
+    expectGrouped(*rs, {"zona"});
+}
+
 class GroupedFetchTest : public testing::Test {
   protected:
     std::shared_ptr<Script> script = std::make_shared<Script>();
