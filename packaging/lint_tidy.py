@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the project's sources: lint_tidy.py BUILD_FOLDER JOBS
 
-A source that passed is not checked again until it, a header of the project, .clang-tidy or the compile
+A source that passed is not checked again until it, a header of the project, a .clang-tidy or the compile
 commands change: what passed is kept as a hash in BUILD_FOLDER/tidy-passed.
 """
 import concurrent.futures
@@ -29,7 +29,7 @@ def digest(*paths):
     return total
 
 
-common = digest(root / ".clang-tidy", *tracked("*.h")).hexdigest()
+common = digest(*tracked("*.clang-tidy", "*.h")).hexdigest()
 commands = {entry["file"]: entry["command"]
             for entry in json.loads((build / "compile_commands.json").read_text())}
 passed_file = build / "tidy-passed"

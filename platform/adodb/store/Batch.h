@@ -25,13 +25,14 @@ enum class RawKind : std::uint8_t {
 };
 
 struct RawValue {
+    struct Place {
+        std::uint32_t offset;
+        std::uint32_t length;
+    };
     union {
         std::int64_t integer;
         double real;
-        struct {
-            std::uint32_t offset;
-            std::uint32_t length;
-        } place;
+        Place place;
         std::string* longValue;
     };
 };
