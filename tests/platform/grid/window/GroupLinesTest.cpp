@@ -143,6 +143,22 @@ TEST_F(GroupTest, AFilterKeepsGroupsOpenByTheirValuesAndOpensNone) {
     EXPECT_FALSE(grid_->IsGroupOpen(0));
 }
 
+TEST_F(GroupTest, ARequeryKeepsGroupsOpenAndOpensNone) {
+    const auto rows = makeClientRecordset();
+    rows->Open("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 99) "
+               "SELECT i AS codice, 'Zona ' || (i % 4) AS zona FROM n",
+               "Provider=SQLite;Data Source=:memory:", adOpenStatic, adLockReadOnly, -1);
+    openOver(rows);
+    groupBy({"zona"});
+    grid_->SetGroupOpen(2, true);
+    rows->Requery(-1);
+    robot_.pump();
+    EXPECT_EQ(grid_->LineCount(), 4 + 25);
+    EXPECT_TRUE(grid_->IsGroupOpen(2));
+    EXPECT_FALSE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->CellText(3, 0), "2");
+}
+
 TEST_F(GroupTest, EditsAndDeletesChangeGroupsAndCounts) {
     openGroups({"citta"});
     customers_->Fields()("citta").SetValue("Aosta");
