@@ -61,7 +61,8 @@ OdbcSession::~OdbcSession() {
 }
 
 OdbcSession::Use OdbcSession::own(const std::atomic<bool>* cancelled) {
-    Use use = links_->own(cancelled, !transaction_);
+    // A question in between would change what statements left on the connection.
+    Use use = links_->own(cancelled, !transaction_ && !particular_);
     if (!use->replaced()) return use;
     particular_ = false;
     if (transaction_.exchange(false))
