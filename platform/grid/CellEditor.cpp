@@ -20,10 +20,13 @@ void CellEditor::make(Field& field, long style) {
     field.frame->Hide();
     field.text = new wxTextCtrl(field.frame, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                                 wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB | style);
+    const std::weak_ptr<int> life = life_;
     if (field.frame == lines_.frame)
-        field.frame->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paintFrame(); });
-    field.text->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
-        focusLost();
+        field.frame->Bind(wxEVT_PAINT, [this, life](wxPaintEvent&) {
+            if (!life.expired()) paintFrame();
+        });
+    field.text->Bind(wxEVT_KILL_FOCUS, [this, life](wxFocusEvent& e) {
+        if (!life.expired()) focusLost();
         e.Skip();
     });
 }

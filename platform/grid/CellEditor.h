@@ -4,6 +4,7 @@
 #include <wx/textctrl.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace norvel::grid {
@@ -59,6 +60,9 @@ class CellEditor {
     void focusLost();
 
     wxWindow& grid_;
+    // The fields go with the grid's window, which is later than this: their last events find no
+    // one.
+    std::shared_ptr<int> life_ = std::make_shared<int>();
     Field line_, lines_;
     Field* open_ = nullptr;
     wxColour frameColour_;

@@ -191,6 +191,30 @@ TEST_F(ModificaTest, RowsThatNobodyCanChangeSayWhyAndTheButtonComesUp) {
     cerca(clientiModificabili(adLockReadOnly));
 }
 
+TEST_F(ModificaTest, ARowIsSavedOnceTheRowsStillArrivingHaveCome) {
+    esegui(
+        "WITH RECURSIVE n(i) AS (SELECT 31 UNION ALL SELECT i+1 FROM n LIMIT 300000) INSERT INTO "
+        "clienti SELECT i, 'Cliente ' || i, 1, 0 FROM n");
+    pronta()
+        .then("modifica mentre arrivano",
+              [&] {
+                  premi("Modifica");
+                  scrivi(2, 1, "!");
+                  robot.press(WXK_RETURN);
+              })
+        .waitFor(
+            "salvata", [&] { return !inCella() && scritto(3, "nome") == "Cliente 3!"; }, 20000)
+        .then("chiude", [&] {
+            EXPECT_TRUE(finestra().DBRicerca.Recordset()->WaitFetch(0));
+            chiudi();
+        });
+    auto righe = makeClientRecordset();
+    righe->Open("SELECT codice, nome, sconto, attivo FROM clienti ORDER BY codice", connessione(),
+                adOpenStatic, adLockOptimistic, adCmdText | adAsyncFetch);
+    cerca(righe);
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
 TEST_F(ModificaTest, OfTwoOperatorsTheSecondOneIsToldAndNothingIsOverwritten) {
     pronta().then("insieme", [&] {
         premi("Modifica");

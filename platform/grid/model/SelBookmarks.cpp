@@ -79,22 +79,51 @@ bool SelBookmarks::ContainsAll(RowCount first, RowCount last) const {
     return first > last;
 }
 
-// Where places mean another view than the one on show each row is looked for.
 std::vector<std::pair<RowCount, RowCount>> SelBookmarks::Ranges() const {
     if (!view_ || source_ == view_) return {intervals_.begin(), intervals_.end()};
-    std::vector<RowCount> rows;
-    for (const auto& [low, high] : intervals_)
-        for (RowCount place = low; place <= high; ++place)
-            if (const auto row = view_->RowOf(source_->BookmarkAt(place))) rows.push_back(*row);
-    std::ranges::sort(rows);
+    if (count_ == view_->Rows()) return {{0, count_ - 1}}; // all of them, in whatever order
     std::vector<std::pair<RowCount, RowCount>> ranges;
-    for (const RowCount row : rows) {
+    for (const RowCount row : rowsOnShow()) {
         if (!ranges.empty() && ranges.back().second + 1 == row)
             ranges.back().second = row;
         else
             ranges.emplace_back(row, row);
     }
     return ranges;
+}
+
+// The selected rows, ascending, where places mean another view than the one on show. A few are
+// looked for one by one; of many it is quicker to go through the bookmarks of both views, as long
+// as those can be compared.
+std::vector<RowCount> SelBookmarks::rowsOnShow() const {
+    constexpr RowCount few = 256;
+    std::vector<RowCount> rows;
+    if (count_ > few) {
+        if (const auto bookmarks = numericBookmarks()) {
+            for (RowCount row = 0; row < view_->Rows(); ++row)
+                if (bookmarks->contains(view_->BookmarkAt(row).toDouble())) rows.push_back(row);
+            return rows;
+        }
+    }
+    for (const auto& [low, high] : intervals_)
+        for (RowCount place = low; place <= high; ++place)
+            if (const auto row = view_->RowOf(source_->BookmarkAt(place))) rows.push_back(*row);
+    std::ranges::sort(rows);
+    return rows;
+}
+
+// The bookmarks of the selected rows, where they are numbers that a double tells apart.
+std::optional<std::unordered_set<double>> SelBookmarks::numericBookmarks() const {
+    std::unordered_set<double> bookmarks;
+    bookmarks.reserve(static_cast<std::size_t>(count_));
+    for (const auto& [low, high] : intervals_)
+        for (RowCount place = low; place <= high; ++place) {
+            const Variant bookmark = source_->BookmarkAt(place);
+            if (bookmark.type() != VarType::R8 && bookmark.type() != VarType::I4)
+                return std::nullopt;
+            bookmarks.insert(bookmark.toDouble());
+        }
+    return bookmarks;
 }
 
 // --- reading ---

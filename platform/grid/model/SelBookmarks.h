@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -70,6 +71,8 @@ class NR_API SelBookmarks {
     void startSource();
     std::optional<adodb::RowCount> toSource(adodb::RowCount row) const;
     bool holds(adodb::RowCount place) const;
+    std::vector<adodb::RowCount> rowsOnShow() const;
+    std::optional<std::unordered_set<double>> numericBookmarks() const;
     void addPlaces(adodb::RowCount first, adodb::RowCount last);
     void append(Span span);
     void removePlace(adodb::RowCount place);

@@ -82,6 +82,18 @@ TEST_F(SelBookmarksTest, RangesRunFromTheTopWhateverTheOrderOfSelectionAndOfTheR
     EXPECT_EQ(selected.Ranges(), (Ranges{{91, 93}, {97, 97}}));
 }
 
+TEST_F(SelBookmarksTest, RangesOfThousandsOfRowsAreFoundInAnotherOrderToo) {
+    using Ranges = std::vector<std::pair<RowCount, RowCount>>;
+    show(10'000);
+    selected.AddRows(0, 2999);
+    selected.AddRows(5000, 5000);
+    host->SetSort("codice desc");
+    look(true);
+    EXPECT_EQ(selected.Ranges(), (Ranges{{4999, 4999}, {7000, 9999}}));
+    selected.AddRows(0, 9999);
+    EXPECT_EQ(selected.Ranges(), (Ranges{{0, 9999}}));
+}
+
 TEST_F(SelBookmarksTest, RowsOutsideTheViewAreNotSelected) {
     show(10);
     selected.AddRows(-5, 3);

@@ -361,6 +361,17 @@ TEST_F(EditTest, AHostThatIsNotReadyYetLeavesTheRowAsItIs) {
     EXPECT_TRUE(boxes_.shown().empty());
 }
 
+TEST_F(EditTest, TheWindowMayGoWhileACellIsEdited) {
+    openClients();
+    enter(2, Nome);
+    robot_.type("x");
+    frame_->Destroy();
+    frame_ = nullptr;
+    robot_.pumpFor(100);
+    EXPECT_EQ(stored(3, "nome"), "Cliente 3");
+    EXPECT_TRUE(boxes_.shown().empty());
+}
+
 TEST_F(EditTest, ClosingTheRecordsetUnderACellEndsItsEditing) {
     openClients();
     enter(2, Nome);
