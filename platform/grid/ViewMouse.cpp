@@ -133,7 +133,11 @@ void Grid::View::onDoubleClick(wxMouseEvent& event) {
 void Grid::View::onLeftUp(wxMouseEvent& event) {
     if (!pressed_) return event.Skip();
     pressed_ = false;
-    const Hit hit = hitAt(event.GetPosition());
+    // Where it is let go counts, whether or not the last way there was told as a motion.
+    pointer_ = event.GetPosition();
+    if (drag_ == Drag::Heading) dragHeadingTo(pointer_);
+    if (drag_ == Drag::Sizing && pointer_.x != dragStart_) sizeColumn(pointer_.x);
+    const Hit hit = hitAt(pointer_);
     const int column = columnDrag_.Column();
     const bool head = drag_ == Drag::Heading && hit.column == column && !columnDrag_.Moving() &&
                       (hit.spot == Spot::Heading || hit.spot == Spot::HeadingEdge);
