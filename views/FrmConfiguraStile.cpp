@@ -48,10 +48,8 @@ void mostraColore(wxTextCtrl& testo, const std::string& numero, std::uint32_t va
 } // namespace
 
 output::ParteStile FrmConfigura::stile() {
-    return {Griglia->Columns(), Griglia->SplitAt(0), Griglia->Style(), [this](int colonna) {
-                const bool siNo = Griglia->Columns().Item(colonna).DataType == adodb::adBoolean;
-                return siNo ? output::codiceSiNo : 0;
-            }};
+    return {Griglia->Columns(), Griglia->SplitAt(0), Griglia->Style(),
+            [this](int colonna) { return Griglia->DataTypeCode(colonna); }};
 }
 
 void FrmConfigura::collegaStile() {

@@ -74,6 +74,22 @@ TEST_F(StileTest, CheckBoxesAreForYesNoColumnsAlone) {
     });
 }
 
+TEST_F(StileTest, NumbersThatAreZeroOrMinusOneCountAsYesAndNo) {
+    apriViste();
+    pronta();
+    apreConfigura();
+    intero("prova", [&] {
+        vai("STILE");
+        premi(configura().ChkChekBox);
+        EXPECT_FALSE(valori(0).Translate);
+        EXPECT_TRUE(valori(1).Translate);
+        EXPECT_EQ(valori(1).Presentation, 4);
+    });
+    chiudeConfigura();
+    chiude(script);
+    cerca(tabella("SELECT codice, CAST(-attivo AS INTEGER) AS segno FROM clienti"));
+}
+
 TEST_F(StileTest, WithoutAYesNoColumnTheBoxForThemChangesNothing) {
     apriViste();
     pronta();
