@@ -268,5 +268,19 @@ TEST(Forma, OgniCompositoreCheMetteUnFiltroInUnaQueryPuoFarlaControllare) {
     EXPECT_THROW(queryControllata(esporta, "nome = '\\'' OR 1=1", "MySQL"), Errore);
 }
 
+TEST(FormaNonResa, AQueryThatRunsAsItIsComposedIsLookedAtToo) {
+    const ComponiQuery componi = [](const std::string& filtro) {
+        return "SELECT * FROM t ; where " + filtro;
+    };
+    EXPECT_EQ(queryControllataNonResa(componi, "a = 'x''y'", "Provider=SQLite;Data Source=x"),
+              "SELECT * FROM t ; where a = 'x''y'")
+        << "nothing is rendered";
+    EXPECT_THROW(
+        queryControllataNonResa(componi, "a = 'x\\'", "Driver={MySQL ODBC 8.0 Driver};Server=x"),
+        Errore);
+    EXPECT_THROW(queryControllataNonResa(componi, "a = 'x", "Provider=SQLite;Data Source=x"),
+                 Errore);
+}
+
 } // namespace
 } // namespace norvel::query
