@@ -119,10 +119,10 @@ TEST_P(OdbcNotation, ValueListsOfEveryTypeRun) {
         connection_ = makeConnection();
         connection_->Open(text);
         for (const auto& [field, expected] : cases) {
-            const std::string f = field;
-            Variant query = "SELECT myTR." + f +
-                            " FROM (SELECT * FROM fatture) myTR WHERE RTRIM(myTR." + f +
-                            ")<>'' GROUP BY myTR." + f + " ORDER BY myTR." + f;
+            Variant query = replaceText("SELECT myTR.campo FROM (SELECT * FROM fatture) myTR WHERE "
+                                        "RTRIM(myTR.campo)<>'' GROUP BY myTR.campo ORDER BY "
+                                        "myTR.campo",
+                                        "campo", field);
             EXPECT_EQ(list(query::ElaboraQuery(query, connection_->ConnectionString())), expected);
         }
     }

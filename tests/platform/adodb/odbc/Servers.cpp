@@ -82,6 +82,7 @@ void TestServer::settle(const char* systemUser) {
 
 pid_t TestServer::spawn(const std::vector<std::string>& command, const std::string& output) const {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& word : command)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);

@@ -170,9 +170,9 @@ bool TdsServer::readPacket(int socket, Packet& packet) const {
         const auto* bytes = reinterpret_cast<const unsigned char*>(header);
         std::string data((std::size_t{bytes[2]} << 8U | bytes[3]) - headerSize, '\0');
         if (!readAll(socket, data.data(), data.size())) return false;
-        packet.type = header[0];
+        packet.type = bytes[0];
         packet.data += data;
-        if ((header[1] & 1) != 0) return true;
+        if ((bytes[1] & 1U) != 0) return true;
     }
 }
 
