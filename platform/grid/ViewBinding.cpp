@@ -204,7 +204,7 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
     for (RowCount line = std::max<RowCount>(0, first); line < end;) {
         const RowCount from = recordOn(line);
         RowCount run = 1;
-        while (line + run < end && recordOn(line + run) == from + run)
+        while (from >= 0 && line + run < end && recordOn(line + run) == from + run)
             ++run;
         if (from >= 0) reader->Fill(cache_, from, run, fields);
         line += run;

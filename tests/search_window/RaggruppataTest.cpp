@@ -64,6 +64,28 @@ TEST_F(RaggruppataTest, GroupingByTheKeyboardSortsByTheGroupsThatThereAreThen) {
     EXPECT_TRUE(boxes.shown().empty());
 }
 
+TEST_F(RaggruppataTest, AGroupedViewAtTheStartShowsTheRowsOfAGroupThatIsOpened) {
+    salvaRaggruppata("Prima", {"gruppo", "sotto"});
+    esegui("UPDATE ricerchepers SET preferito = 1 WHERE NomeVista = 'Prima'");
+    ricerca.SetRecordsetOperatori(tabella("SELECT * FROM operatori"));
+    ricerca.SetRecordsetViste(tabella("SELECT * FROM ricerchepers"));
+    const auto passo = [&] {
+        robot.press(WXK_HOME, wxMOD_CONTROL);
+        robot.press(WXK_RIGHT);
+        robot.press(WXK_DOWN);
+        robot.press(WXK_RIGHT);
+        robot.press(WXK_DOWN);
+        ASSERT_FALSE(griglia().IsGroupRow(griglia().CurrentRow()));
+        const wxRect cella = griglia().CellRect(griglia().CurrentRow() + 1, 1);
+        const wxImage vista = tests::imageOf(griglia(), cella);
+        EXPECT_LT(tests::brightnessOf(vista), 250) << "the texts are there";
+        foto("raggruppata-aperta");
+    };
+    prova(passo, tabella("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT "
+                         "3000) SELECT i AS codice, 'Cliente ' || i AS nome, i * 7 % 100 AS "
+                         "gruppo, i % 3 AS sotto FROM n"));
+}
+
 TEST_F(RaggruppataTest, EnterOpensAGroupAndChoosesARow) {
     ricerca.SetRecordsetOperatori(tabella("SELECT * FROM operatori"));
     ricerca.SetRecordsetViste(tabella("SELECT * FROM ricerchepers"));
