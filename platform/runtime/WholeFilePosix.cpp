@@ -59,7 +59,7 @@ mode_t rightsFor(const std::filesystem::path& path) {
 struct NewFile::Open {
     std::filesystem::path asked; // as it was named: failures say so
     std::filesystem::path path;  // behind links
-    std::string temporary; // "": the file is written itself
+    std::string temporary;       // "": the file is written itself
     int descriptor = -1;
     std::int64_t size = 0;
 

@@ -151,7 +151,8 @@ TEST(Icons, ASheetOfAllForPeopleToLookAt) {
     int y = 0;
     for (const auto& [face, text] :
          {std::pair{lightFace, darkText}, std::pair{darkFace, lightText}}) {
-        sheet.SetRGB(wxRect(0, y, sheet.GetWidth(), 4 * cell), face.Red(), face.Green(), face.Blue());
+        sheet.SetRGB(wxRect(0, y, sheet.GetWidth(), 4 * cell), face.Red(), face.Green(),
+                     face.Blue());
         for (const int row : {0, 1, 2, 3}) { // the toolbar's at 100, 150, 200 %; disabled
             const int side = row == 3 ? 20 : 20 + row * 10;
             for (std::size_t i = 0; i < keys.size(); ++i)
