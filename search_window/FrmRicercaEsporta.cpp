@@ -1,6 +1,7 @@
 // The commands that take the rows elsewhere: clipboard, workbook, files.
 #include "component/VariabiliGlobali.h"
 #include "output/Esportazioni.h"
+#include "platform/controls/Clipboard.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
@@ -8,43 +9,10 @@
 #include "search_window/FrmRicerca.h"
 #include "search_window/RecordsetPrivato.h"
 
-#include <wx/clipbrd.h>
-#include <wx/dataobj.h>
 #include <wx/frame.h>
 #include <wx/utils.h>
 
 namespace norvel::search_window {
-
-namespace {
-
-constexpr int appuntiOccupati = 521;
-
-// The clipboard, open while this lives. Raises 521 where another program keeps it.
-class Appunti {
-  public:
-    Appunti() {
-        if (!wxTheClipboard->Open())
-            throw Errore(appuntiOccupati, "Impossibile aprire gli Appunti");
-    }
-    ~Appunti() { wxTheClipboard->Close(); }
-    Appunti(const Appunti&) = delete;
-    Appunti& operator=(const Appunti&) = delete;
-};
-
-void svuotaAppunti() {
-    const Appunti aperti;
-    wxTheClipboard->Clear();
-}
-
-// The text outlives this program, where the system has somebody to keep it.
-void scriviAppunti(const std::string& testo) {
-    const Appunti aperti;
-    if (!wxTheClipboard->SetData(new wxTextDataObject(controls::toWx(testo))))
-        throw Errore(appuntiOccupati, "Impossibile scrivere negli Appunti");
-    wxTheClipboard->Flush();
-}
-
-} // namespace
 
 output::AreaSelezionata FrmRicerca::areaSelezionata() {
     output::AreaSelezionata area;
@@ -69,8 +37,8 @@ void FrmRicerca::esporta(void (*comando)(const output::ParteEsportazione&)) {
         return eseguiConAvanzamento(*Finestra, lavoro);
     };
     parte.clessidra = [](bool accesa) { accesa ? wxBeginBusyCursor() : wxEndBusyCursor(); };
-    parte.svuotaAppunti = svuotaAppunti;
-    parte.scriviAppunti = scriviAppunti;
+    parte.svuotaAppunti = [] { controls::setClipboardText({}); };
+    parte.scriviAppunti = controls::setClipboardText;
     parte.recordsetEsportazione = [this, &recordset](int& opzioni) {
         if (!esportazione_.recordset) esportazione_ = creaRecordsetPrivato(*recordset);
         opzioni = esportazione_.opzioni;

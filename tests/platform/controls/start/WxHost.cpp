@@ -15,6 +15,8 @@ void say(const char* what, bool value) {
     std::fflush(stdout);
 }
 
+} // namespace
+
 class Host : public wxApp {
   public:
     bool OnInit() override {
@@ -52,7 +54,5 @@ class Host : public wxApp {
     wxTimer end_;
     bool endedItself_ = false;
 };
-
-} // namespace
 
 wxIMPLEMENT_APP(Host); // NOLINT: the toolkit's own macro

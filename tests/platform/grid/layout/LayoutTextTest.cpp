@@ -175,8 +175,11 @@ TEST(LayoutText, FiveHundredRandomLayoutsComeBackAsTheyWere) {
                 layout.Style.GroupColumns.push_back(randomText(chance));
             for (unsigned n = chance() % 30, k = 0; k < n; ++k)
                 layout.Columns.push_back({std::to_string(k) + randomText(chance),
-                                          randomText(chance), real(1000000, 3), static_cast<int>(k),
-                                          flag(), flag(), static_cast<int>(chance() % 6)});
+                                          randomText(chance),
+                                          real(1000000, 3),
+                                          static_cast<int>(k),
+                                          flag(),
+                                          {flag(), static_cast<int>(chance() % 6)}});
         }
         const std::string text = layoutText(layouts);
         ASSERT_EQ(readLayoutText(text), layouts) << text;
