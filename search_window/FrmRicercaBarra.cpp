@@ -66,12 +66,14 @@ void FrmRicerca::suNaviga(const controls::Button&) {
 }
 
 // The configuration window, modal, over the rows and with the layout that are on show; then this
-// window's abilitaCombo.
+// window's abilitaCombo. The keyboard is in the grid afterwards, wherever it was.
 void FrmRicerca::suConfigura(const controls::Button&) {
     const adodb::RecordsetRef recordset = DBRicerca.Recordset();
     if (!recordset) throw erroreOggettoNonImpostato();
     views::apriFrmConfigura(recordset, Griglia->Layouts().Present());
-    if (!scaricata_) invertiCombo(*this);
+    if (scaricata_) return;
+    invertiCombo(*this);
+    Griglia->SetFocus();
 }
 
 void FrmRicerca::suFacilitata(const controls::Button& pulsante) {
@@ -79,10 +81,12 @@ void FrmRicerca::suFacilitata(const controls::Button& pulsante) {
     Griglia->Changed();
 }
 
-// The entries of "Apri". A grouped grid is sorted by its groups before the view is changed.
+// The entries of "Apri". A grouped grid is sorted by its groups before the view is changed. The
+// keyboard is in the rows afterwards: the filter cell that had it may not be in the new view.
 void FrmRicerca::suMenuViste(const controls::ButtonMenu& voce) {
     try {
         if (!Griglia->EndEdit()) return;
+        Griglia->SetFocus();
         if (raggruppata()) RiordinaGriglia();
         views::ApplicaVista(Griglia->Layouts(), variabiliGlobali(), voce.Key);
         riapplicaStile();

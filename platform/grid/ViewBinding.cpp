@@ -203,10 +203,14 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
     const RowCount end = std::min(first + count, lines_.Count());
     for (RowCount line = std::max<RowCount>(0, first); line < end;) {
         const RowCount from = recordOn(line);
+        if (from < 0) { // a group's own line; the run of its rows begins below it
+            ++line;
+            continue;
+        }
         RowCount run = 1;
         while (from >= 0 && line + run < end && recordOn(line + run) == from + run)
             ++run;
-        if (from >= 0) reader->Fill(cache_, from, run, fields);
+        reader->Fill(cache_, from, run, fields);
         line += run;
     }
 }

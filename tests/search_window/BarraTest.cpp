@@ -239,6 +239,22 @@ TEST_F(BarraTest, ControlOOpensTheMenuOfViews) {
     });
 }
 
+// The view hides the column in whose cell the operator was typing.
+TEST_F(BarraTest, AViewChosenWhileAFilterIsTypedLeavesTheKeyboardInTheGrid) {
+    salva("ROSSIMia.grx", "ROSSIMia", "La mia città");
+    vista("Mia", false);
+    apriConViste([&] {
+        scrivi(Nome, "e");
+        tests::Script menu;
+        menu.then("apre il menu", [&] { robot.press('O', wxMOD_CONTROL); });
+        menu.then("la prima voce", [&] { robot.press(WXK_DOWN); });
+        menu.then("sceglie", [&] { robot.press(WXK_RETURN); });
+        menu.run([&] { EXPECT_TRUE(robot.waitUntil([&] { return titolo() == "La mia città"; })); });
+        EXPECT_EQ(griglia().FilterColumn(), -1);
+        EXPECT_TRUE(robot.waitUntil([&] { return griglia().HasFocus(); }));
+    });
+}
+
 TEST_F(BarraTest, ControlEnterHandsTheSelectedRowsBack) {
     ricerca.SetSelezioneMultipla(true);
     pronta().then("sceglie", [&] {

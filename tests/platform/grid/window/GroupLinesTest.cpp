@@ -39,6 +39,17 @@ TEST_F(GroupTest, InnerGroupsStandInTheirOuterOnesAndRowsInTheOrderOfTheSort) {
     screenshot(*frame_, "groups_nested");
 }
 
+// What is painted is what was read for the picture: no text is asked for beforehand.
+TEST_F(GroupTest, TheFirstGroupsRowsShowTheirTextsWhenItIsOpened) {
+    openGroups({"citta"});
+    grid_->SetGroupOpen(0, true);
+    robot_.pump();
+    for (RowCount row : {1, 2, 10}) {
+        const wxImage cell = imageOf(*grid_, grid_->CellRect(row, Nome).Deflate(4));
+        EXPECT_GT(cell.CountColours(), 1U) << "row " << row;
+    }
+}
+
 TEST_F(GroupTest, ArrowsWalkOverGroupsAndTheRecordsetStaysUntilARowIsReached) {
     openGroups({"citta"});
     grid_->SetGroupOpen(3, true);
