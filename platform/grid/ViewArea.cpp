@@ -27,7 +27,8 @@ CellArea::Range Grid::View::AreaColumns() {
 void Grid::View::selectTo(RowCount row, bool add) {
     const CellArea kept = add ? CellArea{} : area_;
     if (!add) selection_.Clear();
-    if (const auto records = lines_.RowsBetween(anchor_ >= 0 ? anchor_ : row, row))
+    const bool begun = anchor_ >= 0 && anchor_ < lines_.Count();
+    if (const auto records = lines_.RowsBetween(begun ? anchor_ : row, row))
         selection_.AddRows(records->first, records->last);
     area_ = kept;
     Refresh();
@@ -84,9 +85,9 @@ void Grid::View::shiftClick(const Hit& hit, int fromColumn, bool add) {
     const bool cells = selection_.Count() > 0 && !area_.WholeRows(geometry_);
     const int begin = cells ? area_.Begin() : fromColumn;
     if (hit.spot == Spot::Cell && !add && (cells || hit.column != begin))
-        return selectCells(hit.row, begin, hit.column);
+        return selectCells(current_, begin, hit.column);
     area_.Clear();
-    selectTo(hit.row, add);
+    selectTo(current_, add);
 }
 
 // Only a mouse that leaves the pressed cell selects, and takes the mouse's events for the grid.

@@ -92,6 +92,7 @@ void Grid::View::rowsChanged() {
     Reader();
     Layout();
     syncCurrent(Sync::Anew);
+    anchor_ = current_; // where it was, another row may stand now, or none
     Refresh();
 }
 
@@ -230,12 +231,15 @@ const std::string* Grid::View::cellAt(RowCount row, int column) const {
     return cache_.Text(record, field);
 }
 
-// Reads what the view shows and is not at hand. A failure takes the place of the rows.
+// Reads what the view shows and is not at hand. A failure takes the place of the rows: what cannot
+// be read is met here, not while painting.
 void Grid::View::prepareRows() {
     readError_.clear();
     try {
         Fill(geometry_.FirstRow(), geometry_.RowsInView(), geometry_.ColumnsInView());
         fillGroupLines(geometry_.FirstRow(), geometry_.RowsInView());
+        for (int i = 0; i < geometry_.RowsInView(); ++i)
+            if (IsGroup(geometry_.FirstRow() + i)) groupLineText(geometry_.FirstRow() + i);
     } catch (const Errore& error) {
         readError_ = unreadable(error);
     }

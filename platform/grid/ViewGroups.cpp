@@ -158,8 +158,7 @@ void Grid::View::SetOpen(RowCount row, bool open) {
 }
 
 void Grid::View::toggle(RowCount row) {
-    const Line line = lines_.At(row);
-    if (line.IsGroup()) SetOpen(row, !lines_.IsOpen(line.group));
+    if (IsGroup(row)) SetOpen(row, !IsGroupOpen(row));
 }
 
 void Grid::View::SetAllOpen(bool open) {
@@ -185,6 +184,7 @@ void Grid::View::linesChanged() {
     clickedRow_ = -1;
     Layout();
     syncCurrent(Sync::Anew);
+    anchor_ = current_;
     if (current_ >= 0) ShowCell(current_, -1);
     Refresh();
 }

@@ -79,15 +79,16 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
         currentSplit_ = hit.split;
         SetCurrentColumn(hit.column);
     }
-    if (!MoveTo(hit.row)) return;
+    // The row that was hit may stand on another line by now: saving the one before moved it.
+    if (!MoveTo(hit.row) || current_ < 0) return;
     if (event.ShiftDown()) {
         anchor_ = from;
         shiftClick(hit, fromColumn, add);
     } else if (add) {
-        toggleRow(hit.row);
+        toggleRow(current_);
     } else {
         if (hit.spot == Spot::RecordSelector)
-            selectRow(hit.row);
+            selectRow(current_);
         else
             selection_.Clear();
         if (hit.spot == Spot::Cell) pressedColumn_ = hit.column;

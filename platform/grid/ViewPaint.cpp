@@ -29,7 +29,7 @@ Grid::View::View(Grid& grid) : grid_(grid), painter_(makeTextPainter()), cellEdi
         FontChanged();
         e.Skip();
     });
-    arrivals_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { rowsArrived(true); });
+    arrivals_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { guarded([&] { rowsArrived(true); }); });
     selection_.OnChange = [this] {
         if (selection_.Count() == 0) area_.Clear();
         Refresh();

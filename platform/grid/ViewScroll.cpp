@@ -63,6 +63,9 @@ Measures Grid::View::measures() const {
     m.filterButtonWidth = pixels(270);
     m.edgeReach = pixels(75);
     m.splitLine = pixels(75);
+    // One row at least is seen whole, however high a layout wants them, unless the window is tiny.
+    const int room = m.height - m.areaHeight - m.headingHeight - m.filterHeight - m.barHeight;
+    m.rowHeight = std::min(m.rowHeight, std::max(room, fontRowHeight()));
     return m;
 }
 

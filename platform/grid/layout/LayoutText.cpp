@@ -319,9 +319,10 @@ class Reader {
     static void groups(std::vector<std::string>& fields, Rest& rest) {
         fields.clear();
         if (rest.atEnd()) return;
-        do
+        do {
+            if (fields.size() >= mostColumns) damaged("raggruppa per troppe colonne");
             fields.push_back(rest.text());
-        while (rest.take(","));
+        } while (rest.take(","));
         if (!rest.atEnd()) damaged("resta qualcosa dopo un valore");
     }
 

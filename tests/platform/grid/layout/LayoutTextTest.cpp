@@ -130,6 +130,10 @@ TEST(LayoutText, ForeignLaterAndSenselessFilesAreRefused) {
     for (int i = 0; i < 40000; ++i)
         columns += "[column \"c" + std::to_string(i) + "\"]\n";
     EXPECT_EQ(errorOf(columns + "[end]\n"), 321) << "more columns than a grid has";
+    std::string groups = head + "GroupColumns = \"a\"";
+    for (int i = 0; i < 40000; ++i)
+        groups += ",\"a\"";
+    EXPECT_EQ(errorOf(groups + "\n[end]\n"), 321) << "more groups than a grid has columns";
 }
 
 TEST(LayoutText, BytesThatAreNoTextAreRepairedNotKept) {

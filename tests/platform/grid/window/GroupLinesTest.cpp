@@ -72,6 +72,41 @@ TEST_F(GroupTest, ArrowsWalkOverGroupsAndTheRecordsetStaysUntilARowIsReached) {
     EXPECT_EQ(currentCode(), 5);
 }
 
+TEST_F(GroupTest, ASelectionThatBeganInAGroupNowClosedBeginsAtTheCurrentRow) {
+    openGroups({"citta"});
+    grid_->SetGroupOpen(0, true);  // ten rows
+    grid_->SetGroupOpen(13, true); // twenty rows, the last lines but one
+    ASSERT_EQ(grid_->LineCount(), 35);
+    robot_.press(WXK_END, wxMOD_CONTROL);
+    robot_.click(*grid_, centre(grid_->RecordSelectorRect(32 - grid_->FirstRow())));
+    ASSERT_EQ(grid_->CurrentRow(), 32);
+    grid_->SetFirstRow(0);
+    robot_.click(*grid_, centre(grid_->RecordSelectorRect(3)), wxMOD_SHIFT);
+    ASSERT_EQ(grid_->CurrentRow(), 3);
+    grid_->SetGroupOpen(13, false);
+    ASSERT_EQ(grid_->LineCount(), 15);
+    robot_.click(*grid_, centre(grid_->RecordSelectorRect(5)), wxMOD_SHIFT);
+    EXPECT_EQ(grid_->SelBookmarks().Count(), 3);
+    EXPECT_EQ(grid_->CurrentRow(), 5);
+}
+
+// A connection that is lost tells nobody: what was read stays, what was not is missing.
+TEST_F(GroupTest, AGroupWithoutAValueOnALostConnectionIsNoCrash) {
+    const ConnectionRef database = makeConnection();
+    database->Open("Provider=SQLite;Data Source=:memory:");
+    customers_ = makeClientRecordset();
+    customers_->Open("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 9) "
+                     "SELECT i AS codice, NULL AS citta FROM n",
+                     ObjectRef(database), adOpenStatic, adLockReadOnly, adCmdText);
+    openOver(customers_);
+    groupBy({"citta"});
+    ASSERT_EQ(lines(), (Texts{"citta: (nessun valore) (9)"}));
+    database->Close();
+    grid_->Refresh();
+    robot_.pump();
+    EXPECT_EQ(grid_->LineCount(), 0);
+}
+
 TEST_F(GroupTest, EnterOnAGroupOpensAndClosesItAndIsNoChoice) {
     openGroups({"citta"});
     int asked = 0;

@@ -59,6 +59,40 @@ TEST_F(SizingTest, RowsNeverGetLowerThanTheirTextNorHigherThanTheView) {
     EXPECT_LE(grid_->RowsInView(), 2);
 }
 
+TEST_F(SizingTest, ALayoutOfExtremesLeavesAGridThatCanBeRead) {
+    openSizable();
+    grid::Layout layout = grid_->Layouts().Present();
+    layout.Split.FrozenColumns = 1 << 24;
+    layout.Style.RowHeight = 1'000'000;
+    layout.Style.MarqueeStyle = 1 << 24;
+    layout.Style.DataView = 7;
+    layout.Style.GroupColumns = {"citta", "CITTA", "nulla", ""};
+    for (grid::LayoutColumn& column : layout.Columns)
+        column.Order = 1 << 24;
+    layout.Columns[2].Width = 0;
+    layout.Columns[3].Width = 1'000'000;
+    grid_->Layouts().Apply(layout);
+    robot_.pump();
+    screenshot(*frame_, "grid_extreme_layout");
+    const wxRect cell = grid_->CellRect(0, 0);
+    EXPECT_FALSE(cell.IsEmpty());
+    EXPECT_EQ(cell.height, rowHeight()) << "the text in its middle is in view";
+    EXPECT_LT(cell.GetBottom(), grid_->GetClientSize().y);
+    EXPECT_EQ(grid_->LineCount(), rows_->RecordCount());
+    grid_->Style().DataView = grid::dataViewGroups;
+    grid_->Changed();
+    robot_.press(WXK_END, wxMOD_CONTROL);
+    EXPECT_EQ(grid_->GroupAreaRect().IsEmpty(), false);
+    layout.Style.Font.Size = 1000;
+    layout.Style.DataView = grid::dataViewGroups;
+    grid_->Layouts().Apply(layout);
+    robot_.pump();
+    layout.Style.Font.Size = 1e-9;
+    grid_->Layouts().Apply(layout);
+    robot_.pump();
+    EXPECT_FALSE(grid_->CellRect(0, 0).IsEmpty());
+}
+
 TEST_F(SizingTest, WithoutLeaveTheEdgeIsAnyPlaceOfTheSelector) {
     openCustomers(1000);
     const int before = rowHeight();
