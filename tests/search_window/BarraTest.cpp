@@ -239,6 +239,26 @@ TEST_F(BarraTest, ControlOOpensTheMenuOfViews) {
     });
 }
 
+TEST_F(BarraTest, TheMenuOfViewsLeftWithEscGivesTheKeyboardBackToTheFilterCell) {
+    apriConViste([&] {
+        scrivi(Nome, "e");
+        bool lasciato = false;
+        tests::Script menu;
+        menu.then("apre il menu", [&] { robot.press('O', wxMOD_CONTROL); });
+        menu.then("lo lascia", [&] {
+            robot.press(WXK_ESCAPE);
+            lasciato = true;
+        });
+        menu.run([&] {
+            EXPECT_TRUE(robot.waitUntil([&] { return lasciato; }));
+            EXPECT_TRUE(
+                robot.waitUntil([&] { return griglia().focusArea() == grid::Area::FilterCell; }));
+        });
+        EXPECT_EQ(griglia().FilterColumn(), Nome);
+        EXPECT_EQ(cellaDi(Nome), "e");
+    });
+}
+
 // The view hides the column in whose cell the operator was typing.
 TEST_F(BarraTest, AViewChosenWhileAFilterIsTypedLeavesTheKeyboardInTheGrid) {
     salva("ROSSIMia.grx", "ROSSIMia", "La mia città");
