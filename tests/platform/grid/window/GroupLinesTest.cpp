@@ -90,8 +90,16 @@ TEST_F(GroupTest, ASelectionThatBeganInAGroupNowClosedBeginsAtTheCurrentRow) {
     EXPECT_EQ(grid_->CurrentRow(), 5);
 }
 
-// A connection that is lost tells nobody: what was read stays, what was not is missing.
-TEST_F(GroupTest, AGroupWithoutAValueOnALostConnectionIsNoCrash) {
+TEST_F(GroupTest, RowsOfAnyHeightAreSeenWhole) {
+    openGroups({"citta"});
+    grid_->Style().RowHeight = 1'000'000;
+    grid_->Changed();
+    const wxRect first = grid_->GroupRect(0);
+    EXPECT_GT(first.height, grid_->GetClientSize().y / 2);
+    EXPECT_LT(first.GetBottom(), grid_->GetClientSize().y);
+}
+
+TEST_F(GroupTest, ClosingTheConnectionUnderAGroupWithoutAValueEmptiesTheGrid) {
     const ConnectionRef database = makeConnection();
     database->Open("Provider=SQLite;Data Source=:memory:");
     customers_ = makeClientRecordset();

@@ -76,7 +76,6 @@ TEST_F(SizingTest, ALayoutOfExtremesLeavesAGridThatCanBeRead) {
     screenshot(*frame_, "grid_extreme_layout");
     const wxRect cell = grid_->CellRect(0, 0);
     EXPECT_FALSE(cell.IsEmpty());
-    EXPECT_EQ(cell.height, rowHeight()) << "the text in its middle is in view";
     EXPECT_LT(cell.GetBottom(), grid_->GetClientSize().y);
     EXPECT_EQ(grid_->LineCount(), rows_->RecordCount());
     grid_->Style().DataView = grid::dataViewGroups;
