@@ -43,7 +43,8 @@ void esportaExcel(const ParteEsportazione& parte);
 enum class FormatoFile { Html, Csv };
 
 // "Html" and "excel": the grid's rows as a file of a numbered name, which its application opens.
-// Every error is ignored; a file that did not become whole is neither left nor opened.
+// Every error is ignored but that of a fetch that broke off, which is raised; a file that did not
+// become whole is neither left nor opened.
 void esportaFile(const ParteEsportazione& parte, FormatoFile formato);
 
 } // namespace norvel::output

@@ -57,7 +57,8 @@ void esportaFile(const ParteEsportazione& parte, FormatoFile formato) {
         const std::string nome = nomeFile(parte.sessione, formato);
         if (scrivi(parte, formato, nome)) openDocument(percorsoSistema(nome), parte.finestra);
     } catch (const Errore&) { // by design: the command ends without a word
-        return;
+        // But for rows that never came: who waits for them says so, and nobody else does.
+        if (const auto interrotta = parte.recordset.FetchError()) throw *interrotta;
     }
 }
 

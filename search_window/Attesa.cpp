@@ -1,6 +1,7 @@
 #include "search_window/Attesa.h"
 
 #include "platform/controls/Toolkit.h"
+#include "platform/runtime/Errore.h"
 
 #include <wx/button.h>
 #include <wx/dialog.h>
@@ -9,6 +10,7 @@
 #include <wx/stattext.h>
 #include <wx/timer.h>
 
+#include <optional>
 #include <string>
 
 namespace norvel::search_window {
@@ -48,14 +50,20 @@ class DialogoAttesa : public wxDialog {
         orologio_.Start(battito);
         ciclo_.Run(*this);
         orologio_.Stop();
+        if (errore_) throw Errore(*errore_);
         return !annullato_;
     }
 
   private:
     void guarda() {
-        lette_->SetLabel(testoLette(recordset_.RecordCount()));
-        barra_->Pulse();
-        if (recordset_.WaitFetch(0)) chiudi(false);
+        try {
+            lette_->SetLabel(testoLette(recordset_.RecordCount()));
+            barra_->Pulse();
+            if (recordset_.WaitFetch(0)) chiudi(false);
+        } catch (const Errore& errore) { // it must not pass through the toolkit
+            errore_ = errore;
+            chiudi(false);
+        }
     }
     void chiudi(bool annullato) {
         annullato_ = annullato;
@@ -67,7 +75,14 @@ class DialogoAttesa : public wxDialog {
     wxGauge* barra_ = nullptr;
     wxTimer orologio_;
     controls::ModalLoop ciclo_;
+    std::optional<Errore> errore_;
     bool annullato_ = false;
+};
+
+// Destroys the window however the wait ends.
+struct Chiusura {
+    wxDialog* dialogo;
+    ~Chiusura() { dialogo->Destroy(); }
 };
 
 } // namespace
@@ -75,9 +90,8 @@ class DialogoAttesa : public wxDialog {
 bool attendiLettura(wxWindow& parent, adodb::Recordset& recordset) {
     if (recordset.WaitFetch(primaDelDialogo)) return true;
     auto* dialogo = new DialogoAttesa(parent, recordset);
-    const bool tutte = dialogo->attendi();
-    dialogo->Destroy();
-    return tutte;
+    const Chiusura chiusura{dialogo};
+    return dialogo->attendi();
 }
 
 } // namespace norvel::search_window

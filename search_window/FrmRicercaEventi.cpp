@@ -101,10 +101,17 @@ Scelta FrmRicerca::scelta() {
 }
 
 bool FrmRicerca::attendiRighe() {
-    inAttesa_ = true;
-    const bool tutte = attendiLettura(*Finestra, *DBRicerca.Recordset());
-    inAttesa_ = false;
-    return tutte;
+    struct Attesa { // however it ends
+        explicit Attesa(bool& inCorso) : inCorso_(inCorso) { inCorso_ = true; }
+        ~Attesa() { inCorso_ = false; }
+        Attesa(const Attesa&) = delete;
+        Attesa& operator=(const Attesa&) = delete;
+
+      private:
+        bool& inCorso_;
+    };
+    const Attesa attesa(inAttesa_);
+    return attendiLettura(*Finestra, *DBRicerca.Recordset());
 }
 
 // --- status line ---

@@ -95,7 +95,7 @@ TEST_F(FileTest, AFailedExportLeavesNoFileAndOpensNothing) {
     EXPECT_EQ(fatti.size() % 2, 0U) << "the pointer is the ordinary one again";
 }
 
-TEST_F(FileTest, AFetchThatBrokeOffLeavesNoFileAndSaysNothing) {
+TEST_F(FileTest, AFetchThatBrokeOffEndsTheCommandWithItsErrorAndLeavesNoFile) {
     recordset = adodb::makeClientRecordset();
     recordset->Open("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
                     "SELECT CASE WHEN i = 2000 THEN abs(-9223372036854775807 - 1) ELSE i END AS "
@@ -103,7 +103,7 @@ TEST_F(FileTest, AFetchThatBrokeOffLeavesNoFileAndSaysNothing) {
                     Variant(std::static_pointer_cast<Object>(connessione)), adodb::adOpenStatic,
                     adodb::adLockReadOnly, adodb::adCmdText | adodb::adAsyncFetch);
     colonneDa(*recordset, true);
-    esportaFile(parte(), FormatoFile::Html);
+    EXPECT_THROW(esportaFile(parte(), FormatoFile::Html), Errore);
     EXPECT_TRUE(boxes.shown().empty());
     EXPECT_TRUE(aperti.empty());
     EXPECT_EQ(quantiFile(), 0);
