@@ -221,12 +221,13 @@ CREATE TABLE clienti (
     attivo BOOLEAN,
     note TEXT
 );
-CREATE TABLE operatori (codiceutente TEXT, ricerchepers BOOLEAN);
+CREATE TABLE operatori (codiceutente TEXT PRIMARY KEY, ricerchepers BOOLEAN);
 CREATE TABLE ricerchepers (
     codiceoperatore TEXT,
     codicericerca TEXT,
     NomeVista TEXT,
-    preferito BOOLEAN
+    preferito BOOLEAN,
+    PRIMARY KEY (codiceoperatore, codicericerca, NomeVista)
 );
 INSERT INTO operatori VALUES ('mario', 1), ('anna', 1), ('nicolò', 1), ('ospite', 0);
 INSERT INTO ricerchepers VALUES
