@@ -11,6 +11,8 @@ bool pressCharacter(char32_t character);
 
 // Puts the mouse at a place of the display, in device pixels.
 bool moveMouse(int x, int y);
+// Whether the mouse is there, as the system sees it: a busy Windows may still tell an older place.
+bool mouseIsAt(int x, int y);
 
 // Turns the wheel of the mouse by so many notches, towards the operator or away.
 bool turnWheel(bool towards, int notches);

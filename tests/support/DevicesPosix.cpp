@@ -149,6 +149,11 @@ bool moveMouse(int x, int y) {
     return devices().moveMouse(x, y);
 }
 
+// The X server keeps the order of what was sent to it.
+bool mouseIsAt(int, int) {
+    return true;
+}
+
 bool turnWheel(bool towards, int notches) {
     return devices().turnWheel(towards, notches);
 }

@@ -59,6 +59,11 @@ bool moveMouse(int x, int y) {
                        share(y, SM_CYSCREEN), 0)});
 }
 
+bool mouseIsAt(int x, int y) {
+    POINT at{};
+    return GetCursorPos(&at) != 0 && at.x == x && at.y == y;
+}
+
 bool turnWheel(bool towards, int notches) {
     for (int i = 0; i < notches; ++i)
         if (!send({mouse(MOUSEEVENTF_WHEEL, 0, 0, towards ? -WHEEL_DELTA : WHEEL_DELTA)}))

@@ -174,8 +174,22 @@ void Robot::separatePresses() {
 // In two moves, as a hand does: the first may only tell the window that the mouse came in.
 void Robot::moveTo(const wxWindow& window, wxPoint at) {
     putMouse(window, at + wxPoint(1, 0));
-    putMouse(window, at);
+    settleMouse(window, at);
     pump();
+}
+
+// Until the mouse stays there: the system may answer with an older place meanwhile.
+void Robot::settleMouse(const wxWindow& window, wxPoint at) {
+    const wxPoint place = devicePixels(window, at);
+    putMouse(window, at);
+    int steady = 0;
+    const auto there = [&] {
+        if (mouseIsAt(place.x, place.y)) return ++steady == 3;
+        steady = 0;
+        moveMouse(place.x, place.y);
+        return false;
+    };
+    waitUntil(there, 1000);
 }
 
 void Robot::click(const wxWindow& window, wxPoint at, int modifiers) {
@@ -219,6 +233,7 @@ void Robot::dragFree(const wxWindow& window, wxPoint from, wxPoint to) {
         putMouse(window, between(from, to, i));
         pump();
     }
+    settleMouse(window, to);
     simulator_.MouseUp();
 }
 

@@ -66,6 +66,7 @@ class Robot {
   private:
     void separatePresses();
     void holdModifiers(int modifiers, bool down);
+    void settleMouse(const wxWindow& window, wxPoint at);
     void dragFree(const wxWindow& window, wxPoint from, wxPoint to);
     void dragHeld(const wxWindow& window, wxPoint from, wxPoint to);
     wxUIActionSimulator simulator_;
