@@ -73,10 +73,11 @@ void FrmConfigura::collegaStile() {
     CmbSize->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
         event.Skip();
         const std::string testo = controls::fromWx(CmbSize->GetValue());
-        if (testo != dimensione_)
-            Finestra->CallAfter([this] { // no box while the focus is on its way
-                if (controls::fromWx(CmbSize->GetValue()) != dimensione_) CmbSize_Click();
-            });
+        if (testo == dimensione_ || scaricata_) return;
+        Finestra->CallAfter([this] { // no box while the focus is on its way
+            if (!scaricata_ && controls::fromWx(CmbSize->GetValue()) != dimensione_)
+                CmbSize_Click();
+        });
     });
     CmdCarattere->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { CmdCarattere_Click(); });
     Command1->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {

@@ -273,8 +273,10 @@ class Reader {
         std::string_view line = nextLine();
         if (!line.starts_with(heading)) damaged("non è una disposizione di griglia");
         line.remove_prefix(heading.size());
-        if (numberIn<int>(line, largestNumber) != version)
-            damaged("è di un'altra versione del programma");
+        const int written = numberIn<int>(line, largestNumber);
+        if (written > version)
+            throw Errore(laterLayoutVersion, "Il file è di una versione successiva del programma");
+        if (written != version) damaged("la versione è errata");
     }
 
     void section(Rest& rest) {

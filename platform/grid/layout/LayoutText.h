@@ -35,8 +35,9 @@ struct NamedLayout {
 
 NR_API std::string layoutText(const std::vector<NamedLayout>& layouts);
 
-// Raises Errore 321 ("Formato di file non valido") where the text is no layout file, is of a later
-// version, breaks off, or holds a value that makes no sense.
+// Raises Errore 321 ("Formato di file non valido") where the text is no layout file, breaks off, or
+// holds a value that makes no sense; laterLayoutVersion where a later version wrote it.
+inline constexpr int laterLayoutVersion = 325;
 NR_API std::vector<NamedLayout> readLayoutText(std::string_view text);
 
 } // namespace norvel::grid

@@ -123,7 +123,8 @@ TEST_F(StileTest, GroupingTicksColumnMovingAndClearingItLeavesTheBoxTickedAndMov
 
 TEST_F(StileTest, OnlyTheFirstSplitIsTouched) {
     provaStile([&] {
-        ASSERT_GE(anteprima().SplitCount(), 1);
+        anteprima().AddSplit();
+        ASSERT_EQ(anteprima().SplitCount(), 2);
         std::vector<grid::Split> altri;
         for (int i = 1; i < anteprima().SplitCount(); ++i)
             altri.push_back(anteprima().SplitAt(i));
@@ -167,6 +168,17 @@ TEST_F(StileTest, ASizeThatIsNoNumberShowsTheErrorAndLeavesTheFont) {
         robot.focus(*configura().CmdCarattere);
         EXPECT_EQ(boxes.shown().size(), 1U) << "told once, not again when the focus leaves";
     });
+}
+
+TEST_F(StileTest, AWindowThatClosesOverAHalfTypedSizeSaysNothing) {
+    provaStile([&] {
+        robot.focus(*configura().CmbSize);
+        robot.type("grande");
+        configura().Finestra->Close();
+        robot.pump();
+        EXPECT_TRUE(boxes.shown().empty());
+    });
+    EXPECT_TRUE(boxes.shown().empty());
 }
 
 TEST_F(StileTest, ATypedSizeHoldsWhenTheFocusLeaves) {

@@ -1,6 +1,7 @@
 // Layout files on disk.
 #include "platform/grid/layout/LayoutFile.h"
 
+#include "platform/grid/layout/LayoutText.h"
 #include "platform/runtime/Errore.h"
 
 #include <gtest/gtest.h>
@@ -96,6 +97,14 @@ TEST_F(LayoutFileTest, AFileThatIsNoLayoutFileIsWrittenOver) {
     write("altro.grx", "qualcos'altro");
     saveLayout(path("altro.grx"), "x", withColumns(2));
     EXPECT_EQ(loadLayout(path("altro.grx"), "x"), withColumns(2));
+}
+
+TEST_F(LayoutFileTest, AFileOfALaterVersionIsNotWrittenOver) {
+    const std::string later = "NorvelRicerca grid layout 2\n[layout \"Clienti\"]\n[end]\n";
+    write("nuovo.grx", later);
+    EXPECT_EQ(errorOf([&] { saveLayout(path("nuovo.grx"), "x", withColumns(2)); }),
+              laterLayoutVersion);
+    EXPECT_EQ(fs::file_size(folder / "nuovo.grx"), later.size());
 }
 
 TEST_F(LayoutFileTest, AFileThatCannotBeReadIsNotWrittenOver) {
