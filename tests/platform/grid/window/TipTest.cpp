@@ -56,7 +56,8 @@ TEST_F(TipTest, ScrollingAKeyOrAClickHidesTheTip) {
     grid_->SetFirstRow(200);
     EXPECT_EQ(tip(), "");
     robot_.pump();
-    EXPECT_NE(tipAt(cellCentre(3, 1)), "");
+    grid_->Update(); // a busy system paints late, and what is cut is known from there
+    EXPECT_NE(tipAt(cellCentre(4, 1)), "");
     robot_.press(WXK_RIGHT);
     EXPECT_EQ(tip(), "");
     EXPECT_NE(tipAt(cellCentre(5, 1)), "") << "the next move of the mouse brings it back";

@@ -76,7 +76,7 @@ class WalkTest : public GroupTest, public testing::WithParamInterface<unsigned> 
         wxKeyEvent event(wxEVT_CHAR);
         event.SetEventObject(grid_);
         event.m_keyCode = std::array<int, 3>{'7', 'a', '/'}[static_cast<std::size_t>(below(3))];
-        event.m_uniChar = event.m_keyCode;
+        event.m_uniChar = static_cast<wxChar>(event.m_keyCode);
         grid_->ProcessWindowEvent(event);
     }
 
