@@ -3,7 +3,8 @@
 
 namespace norvel::controls {
 
-wxDataObject* clipboardData(std::string text) {
+// By value, as where the text itself is kept.
+wxDataObject* clipboardData(std::string text) { // NOLINT(performance-unnecessary-value-param)
     return new wxTextDataObject(toWx(text));
 }
 
