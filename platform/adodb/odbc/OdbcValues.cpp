@@ -16,13 +16,19 @@ namespace {
 
 constexpr SQLULEN longestVarchar = 4000;
 
+constexpr long long dayMicroseconds = 86400LL * 1000000;
+
 // "yyyy-mm-dd", "hh:mm:ss", or both with as many decimals of a second as there are.
 std::string momentText(double days, DataTypeEnum type) {
-    const double day = std::trunc(days);
-    auto microseconds = std::llround(std::abs(days - day) * 86400e6);
+    double day = std::trunc(days);
+    auto microseconds = std::llround(std::abs(days - day) * static_cast<double>(dayMicroseconds));
     // A Double's moment of today has a few microseconds of noise.
     if (microseconds % 1000 < 20 || microseconds % 1000 > 980)
         microseconds = (microseconds + 500) / 1000 * 1000;
+    if (microseconds == dayMicroseconds) {
+        microseconds = 0;
+        day += 1;
+    }
     const CivilDate date = civilDate(Date{day});
     const long long seconds = microseconds / 1000000;
     std::array<char, 64> text{};
