@@ -3,11 +3,11 @@
 #include "component/NorvelRicercaC.h"
 
 #include "component/DatiHost.h"
-#include "component/ErroreInCorso.h"
 #include "component/Maniglie.h"
 #include "component/Ricerca.h"
 #include "component/TabellaMembri.h"
 #include "component/Versione.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/Text.h"
 
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // The method that opens the search window: prepares it from the session's values, shows it and
 // returns once it has been unloaded.
-#include "component/ErroreInCorso.h"
 #include "component/Ricerca.h"
 #include "component/SessioneInCorso.h"
 #include "component/VariabiliGlobali.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "search_window/FinestraRicerca.h"
 

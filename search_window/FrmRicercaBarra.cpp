@@ -3,6 +3,7 @@
 #include "output/StileGriglia.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "search_window/FrmRicerca.h"
 #include "search_window/Navigazione.h"
 #include "search_window/RiordinaGriglia.h"
@@ -44,8 +45,8 @@ void FrmRicerca::suClicBarra(const controls::Button& pulsante) {
         if (!fineModifica(pulsante)) return;
         filtraInSospeso();
         if (const Comando comando = comandoDi(pulsante.Key)) (this->*comando)(pulsante);
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioToolbar(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioToolbar(erroreInCorso()));
     }
 }
 
@@ -90,8 +91,8 @@ void FrmRicerca::suMenuViste(const controls::ButtonMenu& voce) {
         if (raggruppata()) RiordinaGriglia();
         views::ApplicaVista(Griglia->Layouts(), variabiliGlobali(), voce.Key);
         riapplicaStile();
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioToolbar(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioToolbar(erroreInCorso()));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/ValueList.h"
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "search_window/Attesa.h"
 #include "search_window/FrmRicerca.h"
 #include "search_window/Misure.h"
@@ -43,8 +44,8 @@ bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
             restituisciSelezione(variabiliGlobali(), scelta());
         else
             suDoppioClic();
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
     return true;
 }

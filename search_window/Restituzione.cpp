@@ -1,5 +1,6 @@
 #include "search_window/Restituzione.h"
 
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "search_window/Testi.h"
 
@@ -50,8 +51,8 @@ void restituisciRiga(VariabiliGlobali& sessione, const Scelta& scelta) {
     try {
         if (!scelta.recordset) throw erroreOggettoNonImpostato();
         scegliere = scelta.recordset->RecordCount() > 0 && !sessione.gSoloRicerca;
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioDblClick(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioDblClick(erroreInCorso()));
         return;
     }
     if (!scegliere) return;
@@ -64,8 +65,8 @@ void restituisciRiga(VariabiliGlobali& sessione, const Scelta& scelta) {
             sessione.gRisposta = std::move(valore);
         }
         scelta.scarica();
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
 }
 

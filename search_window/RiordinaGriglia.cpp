@@ -1,5 +1,6 @@
 #include "search_window/RiordinaGriglia.h"
 
+#include "platform/runtime/ErroreInCorso.h"
 #include "search_window/Testi.h"
 
 namespace norvel::search_window {
@@ -43,8 +44,8 @@ bool riordinaGriglia(const PartiRiordino& parti) {
         if (!parti.recordset) throw erroreOggettoNonImpostato();
         imposta(*parti.recordset, ordine);
         return true;
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioRiordino(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioRiordino(erroreInCorso()));
         return false;
     }
 }

@@ -1,5 +1,6 @@
 // The column editor's page.
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "views/EditorColonne.h"
 #include "views/FrmConfigura.h"
@@ -36,8 +37,8 @@ void FrmConfigura::spostaColonne(void (*come)(ListaVoci&, ListaVoci&, grid::Colu
         ListaVoci& a = visibile ? *visibili_ : *nascoste_;
         come(da, a, Griglia->Columns(), visibile);
         Griglia->Changed();
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
     aggiornaPulsantiColonne();
 }

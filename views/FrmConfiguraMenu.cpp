@@ -3,6 +3,7 @@
 #include "platform/controls/ExplorerBar.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "views/FrmConfigura.h"
 #include "views/VociExplorer.h"
@@ -35,8 +36,8 @@ void FrmConfigura::suTimer1() {
     try {
         CreaMenu();
         CaricaElencoViste(variabiliGlobali(), *viste_);
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
     if (!scaricata_) aggiornaPulsantiViste();
 }
@@ -58,8 +59,8 @@ void FrmConfigura::suVoce(const std::string& chiave) {
         if (*pagina == paginaSalvataggio && txtNome->IsEmpty())
             txtNome->ChangeValue(controls::toWx(nomeProposto(variabiliGlobali())));
         mostraPagina(*pagina);
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
 }
 

@@ -2,6 +2,7 @@
 #include "platform/controls/Icons.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "views/DialoghiSistema.h"
 #include "views/FrmConfigura.h"
@@ -28,8 +29,8 @@ void inSilenzio(const std::function<void()>& passi) {
 void conScatola(const std::function<void()>& passi) {
     try {
         passi();
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "views/Salvataggio.h"
 
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "platform/runtime/Text.h"
 #include "views/ArchivioViste.h"
@@ -145,8 +146,8 @@ void scriviBase(const VariabiliGlobali& sessione, const PartiSalvataggio& parti)
 void protetto(const std::function<void()>& comando) {
     try {
         comando();
-    } catch (const Errore& errore) {
-        mostraErroreModulo(errore);
+    } catch (...) {
+        mostraErroreModulo(erroreInCorso());
     }
 }
 

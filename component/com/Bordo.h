@@ -1,8 +1,8 @@
 // The edge between this system's failures, which are thrown, and COM's, which are codes.
 #pragma once
 
-#include "component/ErroreInCorso.h"
 #include "platform/runtime/Errore.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 #include <windows.h>
 

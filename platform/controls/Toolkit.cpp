@@ -4,7 +4,7 @@
 #include "platform/controls/ToolkitBoxes.h"
 #include "platform/controls/ToolkitThread.h"
 #include "platform/controls/WxText.h"
-#include "platform/runtime/Errore.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "platform/runtime/MessageBox.h"
 #include "platform/runtime/OwnerQueue.h"
 
@@ -25,7 +25,6 @@ namespace norvel::controls {
 namespace {
 
 constexpr int erroreAutomazione = 430;
-constexpr int erroreInterno = 51;
 
 // The application object of a host that knows nothing of the toolkit.
 class HostedApp : public wxApp {
@@ -35,13 +34,7 @@ class HostedApp : public wxApp {
 
     // A failure that an event handler let escape: shown, and the window lives on.
     bool OnExceptionInMainLoop() override {
-        try {
-            throw;
-        } catch (const Errore& errore) {
-            mostraErroreModulo(errore);
-        } catch (const std::exception& other) {
-            mostraErroreModulo(Errore(erroreInterno, other.what()));
-        }
+        mostraErroreModulo(erroreInCorso());
         return true;
     }
 

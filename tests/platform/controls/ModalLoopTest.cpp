@@ -284,6 +284,25 @@ TEST_F(ModalLoopTest, AnErrorThatAHandlerLetsEscapeIsShownAndTheWindowLives) {
     EXPECT_NE(boxes.lastText().find("BOF o EOF è True"), std::string::npos);
 }
 
+// More than any address space holds.
+constexpr std::size_t tooMuch = std::size_t{1} << (sizeof(void*) * 8 - 2);
+
+TEST_F(ModalLoopTest, MemoryThatRunsOutInAHandlerIsShownAndTheWindowLives) {
+    Boxes boxes;
+    auto* form = new Form("Modale");
+    form->button->Bind(wxEVT_BUTTON, [](wxCommandEvent&) { std::string().reserve(tooMuch); });
+    script.waitFor("active", [&] { return form->IsActive(); });
+    script.then("clicks", [&] { robot.click(*form->button, middle(*form->button)); });
+    script.then("still open", [&] {
+        EXPECT_TRUE(form->IsShown());
+        form->unload();
+    });
+    script.run([&] { form->modal.Run(*form); });
+    ASSERT_EQ(boxes.shown().size(), 1U);
+    EXPECT_EQ(boxes.lastText(), "Errore nel modulo di ricerca, rivolgersi all'assistenza\r\n"
+                                "Memoria esaurita");
+}
+
 TEST_F(ModalLoopTest, ABoxOfAnotherThreadOpensOverTheWindowAndThatThreadDoesNotWait) {
     auto* form = new Form("Modale");
     BoxAnswer answer = BoxAnswer::Ok;

@@ -1,4 +1,4 @@
-#include "component/ErroreInCorso.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 #include <exception>
 #include <new>
