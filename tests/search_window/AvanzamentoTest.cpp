@@ -17,6 +17,7 @@ class Lungo : public output::Lavoro {
     bool passo() override {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         if (cade) throw Errore(61, "Disco pieno");
+        if (ingordo) std::string().reserve(std::size_t{1} << (sizeof(void*) * 8 - 2));
         ++passi;
         return !finito;
     }
@@ -24,7 +25,7 @@ class Lungo : public output::Lavoro {
 
     int passi = 0;
     double quanto = 0.25;
-    bool finito = false, cade = false;
+    bool finito = false, cade = false, ingordo = false;
 };
 
 class AvanzamentoTest : public Banco {
@@ -87,6 +88,15 @@ TEST_F(AvanzamentoTest, AnErrorEndsItAndIsRaised) {
     });
     cerca(clienti(3));
     EXPECT_EQ(caduto, 61);
+}
+
+TEST_F(AvanzamentoTest, MemoryThatRunsOutEndsItAndIsRaised) {
+    comincia().waitFor("si vede", [] { return dialogo() != nullptr; }).then("ingordo", [&] {
+        lungo.ingordo = true;
+    });
+    cerca(clienti(3));
+    EXPECT_EQ(caduto, 7);
+    EXPECT_TRUE(boxes.shown().empty());
 }
 
 TEST_F(AvanzamentoTest, ShortWorkShowsNothing) {
