@@ -7,6 +7,7 @@
 
 #include <wx/dialog.h>
 
+#include <functional>
 #include <random>
 
 namespace norvel::search_window {
@@ -45,6 +46,30 @@ class EsportaTest : public BancoQuery {
         for (wxWindow* w : wxTopLevelWindows)
             if (auto* d = dynamic_cast<wxDialog*>(w); d && d->IsShown()) return d;
         return nullptr;
+    }
+
+    // Rows that take long, in the background.
+    static adodb::RecordsetRef lente(const std::string& codice = "i") {
+        return apri(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 20000), m(j) AS "
+            "(SELECT 1 UNION ALL SELECT j + 1 FROM m LIMIT 20000) SELECT " +
+                codice + " AS codice, (SELECT count(*) FROM m WHERE j > i) AS nome FROM n",
+            adodb::adCmdText | adodb::adAsyncFetch | adodb::adAsyncFetchNonBlocking);
+    }
+    tests::Script& esportaEAspetta() {
+        return pronta().then("esporta", [&] { premi("excel"); }).waitFor("aspetta", [] {
+            return dialogo() != nullptr;
+        });
+    }
+    // The wait is over, and nothing was written or opened.
+    void finita(const std::function<void()>& controlla) {
+        script.waitFor("non aspetta più", [] { return dialogo() == nullptr; })
+            .then("controlla", [this, controlla] {
+                controlla();
+                EXPECT_TRUE(aperti.empty());
+                EXPECT_TRUE(fs::is_empty(cartella / "Export"));
+                finestra().Scarica(ModoScarico::Codice);
+            });
     }
 
     fs::path cartella;
@@ -120,73 +145,32 @@ TEST_F(EsportaTest, FilesAreWrittenAsTheGridShowsTheRowsAndOpened) {
 }
 
 TEST_F(EsportaTest, AnExportWaitsForTheRowsThatAreStillComingAndAnnullaEndsIt) {
-    auto lente =
-        apri("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 20000), "
-             "m(j) AS (SELECT 1 UNION ALL SELECT j + 1 FROM m LIMIT 20000) SELECT i AS "
-             "codice, (SELECT count(*) FROM m WHERE j > i) AS nome FROM n",
-             adodb::adCmdText | adodb::adAsyncFetch | adodb::adAsyncFetchNonBlocking);
-    pronta()
-        .then("esporta", [&] { premi("excel"); })
-        .waitFor("aspetta", [] { return dialogo() != nullptr; })
-        .then("annulla", [&] { robot.press(WXK_ESCAPE); })
-        .waitFor("non aspetta più", [] { return dialogo() == nullptr; })
-        .then("controlla", [&] {
-            EXPECT_TRUE(aperti.empty());
-            EXPECT_TRUE(fs::is_empty(cartella / "Export"));
-            EXPECT_TRUE(boxes.shown().empty());
-            finestra().Scarica(ModoScarico::Codice);
-        });
-    cerca(lente);
+    esportaEAspetta().then("annulla", [&] { robot.press(WXK_ESCAPE); });
+    finita([&] { EXPECT_TRUE(boxes.shown().empty()); });
+    cerca(lente());
 }
 
 // The window leaves a fetch that breaks off meanwhile to the command that waits for it.
 TEST_F(EsportaTest, AFetchThatBreaksOffWhileAnExportWaitsForItIsSaidOnce) {
-    auto interrotta =
-        apri("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 20000), "
-             "m(j) AS (SELECT 1 UNION ALL SELECT j + 1 FROM m LIMIT 20000) SELECT i AS codice, "
-             "CASE WHEN i = 1200 THEN abs(-9223372036854775807 - 1) ELSE (SELECT count(*) FROM m "
-             "WHERE j > i) END AS nome FROM n",
-             adodb::adCmdText | adodb::adAsyncFetch | adodb::adAsyncFetchNonBlocking);
-    pronta()
-        .then("esporta", [&] { premi("excel"); })
-        .waitFor("aspetta", [] { return dialogo() != nullptr; })
-        .waitFor(
-            "lo dice", [&] { return !boxes.shown().empty(); }, 15000)
-        .then("controlla", [&] {
-            ASSERT_EQ(boxes.shown().size(), 1U);
-            EXPECT_TRUE(boxes.lastText().starts_with(
-                "Si \xC3\xA8 verificato un errore nel modulo DllRicercaNorvel.Toolbar1\r"))
-                << boxes.lastText();
-            EXPECT_EQ(dialogo(), nullptr);
-            EXPECT_TRUE(aperti.empty());
-            EXPECT_TRUE(fs::is_empty(cartella / "Export"));
-            finestra().Scarica(ModoScarico::Codice);
-        });
-    cerca(interrotta);
+    esportaEAspetta().waitFor(
+        "lo dice", [&] { return !boxes.shown().empty(); }, 15000);
+    finita([&] {
+        ASSERT_EQ(boxes.shown().size(), 1U);
+        EXPECT_TRUE(boxes.lastText().starts_with(
+            "Si \xC3\xA8 verificato un errore nel modulo DllRicercaNorvel.Toolbar1\r"))
+            << boxes.lastText();
+    });
+    cerca(lente("CASE WHEN i = 1200 THEN abs(-9223372036854775807 - 1) ELSE i END"));
 }
 
 TEST_F(EsportaTest, AHostThatClosesTheRowsWhileAnExportWaitsForThemEndsIt) {
-    auto lente =
-        apri("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 20000), "
-             "m(j) AS (SELECT 1 UNION ALL SELECT j + 1 FROM m LIMIT 20000) SELECT i AS "
-             "codice, (SELECT count(*) FROM m WHERE j > i) AS nome FROM n",
-             adodb::adCmdText | adodb::adAsyncFetch | adodb::adAsyncFetchNonBlocking);
-    pronta()
-        .then("esporta", [&] { premi("excel"); })
-        .waitFor("aspetta", [] { return dialogo() != nullptr; })
-        .then("chiude",
-              [&] {
-                  lente->Cancel();
-                  lente->Close();
-              })
-        .waitFor("non aspetta più", [] { return dialogo() == nullptr; })
-        .then("controlla", [&] {
-            EXPECT_TRUE(aperti.empty());
-            EXPECT_TRUE(fs::is_empty(cartella / "Export"));
-            EXPECT_TRUE(boxes.shown().empty());
-            finestra().Scarica(ModoScarico::Codice);
-        });
-    cerca(lente);
+    const adodb::RecordsetRef righe = lente();
+    esportaEAspetta().then("chiude", [&] {
+        righe->Cancel();
+        righe->Close();
+    });
+    finita([&] { EXPECT_TRUE(boxes.shown().empty()); });
+    cerca(righe);
 }
 
 } // namespace
