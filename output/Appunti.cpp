@@ -3,6 +3,7 @@
 #include "output/Esportazioni.h"
 #include "output/Messaggi.h"
 #include "output/Righe.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 namespace norvel::output {
 
@@ -11,7 +12,7 @@ namespace {
 // nullptr where the operator stopped it.
 std::unique_ptr<TestoArea> testoArea(const ParteEsportazione& parte, FormaTesto forma) {
     if (!tutteLeRighe(parte)) return nullptr;
-    auto testo = std::make_unique<TestoArea>(parte.colonne, parte.area, parte.recordset, forma);
+    auto testo = std::make_unique<TestoArea>(parte.colonne, parte.area, recordsetDi(parte), forma);
     if (!parte.esegui(*testo)) return nullptr;
     parte.svuotaAppunti();
     parte.scriviAppunti(testo->testo());
@@ -31,8 +32,8 @@ void copiaAppunti(const ParteEsportazione& parte) {
             testoArea(parte, FormaTesto::Semplice);
         else
             mostraMessaggio(messaggioNessunaArea());
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioEsportazioneFallita(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioEsportazioneFallita(erroreInCorso()));
     }
 }
 
@@ -42,8 +43,8 @@ void esportaExcel(const ParteEsportazione& parte) {
             esportaArea(parte);
         else if (mostraMessaggio(domandaInteroRecordset()) == BoxAnswer::Yes)
             esportaCartella(parte);
-    } catch (const Errore& errore) {
-        mostraMessaggio(messaggioEsportazioneFallita(errore));
+    } catch (...) {
+        mostraMessaggio(messaggioEsportazioneFallita(erroreInCorso()));
     }
 }
 

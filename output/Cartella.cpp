@@ -75,8 +75,9 @@ class Righe {
 
     // False where the operator stopped it.
     bool apri(const ParteEsportazione& parte) {
-        recordset_->Open(queryEsportazione(parte.recordset), parte.recordset.ActiveConnection(),
-                         adOpenUnspecified, adLockUnspecified, opzioni_);
+        const Recordset& griglia = recordsetDi(parte);
+        recordset_->Open(queryEsportazione(griglia), griglia.ActiveConnection(), adOpenUnspecified,
+                         adLockUnspecified, opzioni_);
         Lettura lettura(*recordset_, opzioni_);
         return parte.esegui(lettura);
     }

@@ -17,8 +17,8 @@ struct ParteEsportazione {
     const VariabiliGlobali& sessione;
     const grid::Columns& colonne;
     const grid::GridStyle& stile;
-    adodb::Recordset& recordset; // the grid's
-    std::string titolo{};        // the window's caption
+    adodb::RecordsetRef recordset{}; // the grid's; null where there is none
+    std::string titolo{};            // the window's caption
     AreaSelezionata area{};
     void* finestra = nullptr; // its handle, as the system has it
 

@@ -42,8 +42,9 @@ grid::ExportSpec forma(const ParteEsportazione& parte, FormatoFile formato) {
 bool scrivi(const ParteEsportazione& parte, FormatoFile formato, const std::string& nome) {
     if (!tutteLeRighe(parte)) return false;
     const Clessidra clessidra(parte);
-    grid::ExportFile file(parte.recordset,
-                          grid::exportTable(parte.colonne, parte.stile, parte.recordset.Sort()),
+    adodb::Recordset& recordset = recordsetDi(parte);
+    grid::ExportFile file(recordset,
+                          grid::exportTable(parte.colonne, parte.stile, recordset.Sort()),
                           forma(parte, formato), percorsoSistema(nome));
     Scrittura lavoro(file);
     return parte.esegui(lavoro);
@@ -58,7 +59,8 @@ void esportaFile(const ParteEsportazione& parte, FormatoFile formato) {
         if (scrivi(parte, formato, nome)) openDocument(percorsoSistema(nome), parte.finestra);
     } catch (const Errore&) { // by design: the command ends without a word
         // But for rows that never came: who waits for them says so, and nobody else does.
-        if (const auto interrotta = parte.recordset.FetchError()) throw *interrotta;
+        if (!parte.recordset) return;
+        if (const auto interrotta = parte.recordset->FetchError()) throw *interrotta;
     }
 }
 

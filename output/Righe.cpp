@@ -6,9 +6,15 @@
 
 namespace norvel::output {
 
+adodb::Recordset& recordsetDi(const ParteEsportazione& parte) {
+    if (!parte.recordset) throw erroreOggettoNonImpostato();
+    return *parte.recordset;
+}
+
 bool tutteLeRighe(const ParteEsportazione& parte) {
+    const adodb::Recordset& recordset = recordsetDi(parte);
     if (!parte.attendiRighe()) return false;
-    if (const auto interrotta = parte.recordset.FetchError()) throw *interrotta;
+    if (const auto interrotta = recordset.FetchError()) throw *interrotta;
     return true;
 }
 

@@ -7,6 +7,9 @@
 
 namespace norvel::output {
 
+// The grid's recordset; 91 where there is none.
+adodb::Recordset& recordsetDi(const ParteEsportazione& parte);
+
 // Waits for the rows. False where the operator did not; raises the error of a fetch that broke off.
 bool tutteLeRighe(const ParteEsportazione& parte);
 

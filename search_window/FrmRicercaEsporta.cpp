@@ -26,9 +26,8 @@ output::AreaSelezionata FrmRicerca::areaSelezionata() {
 
 void FrmRicerca::esporta(void (*comando)(const output::ParteEsportazione&)) {
     const adodb::RecordsetRef recordset = DBRicerca.Recordset();
-    if (!recordset) throw erroreOggettoNonImpostato();
     output::ParteEsportazione parte{variabiliGlobali(), Griglia->Columns(), Griglia->Style(),
-                                    *recordset};
+                                    recordset};
     parte.titolo = controls::fromWx(Finestra->GetTitle());
     parte.area = areaSelezionata();
     parte.finestra = Finestra->GetHandle();

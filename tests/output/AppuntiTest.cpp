@@ -1,6 +1,8 @@
 // The commands «copiaclip» and «copia» over a selected area.
 #include "tests/output/Parte.h"
 
+#include <new>
+
 namespace norvel::output {
 namespace {
 
@@ -103,6 +105,37 @@ TEST_F(AppuntiTest, AClipboardThatIsBusyIsAnErrorAndStaysCleared) {
     EXPECT_EQ(appunti, "");
 }
 
+TEST_F(AppuntiTest, MemoryThatRunsOutIsAnErrorLikeAnyOther) {
+    seleziona({1}, Codice, Nome);
+    ParteEsportazione p = parte();
+    p.esegui = [](Lavoro&) -> bool { throw std::bad_alloc(); };
+    copiaAppunti(p);
+    EXPECT_EQ(
+        boxes.lastText(),
+        "Si è verificato un errore durante l'operazione di esportazione\r7 - Memoria esaurita");
+    EXPECT_EQ(appunti, "quello di prima");
+}
+
+TEST_F(AppuntiTest, WithoutARecordsetTheCommandsSayWhatTheyWouldSayFirst) {
+    const std::string fallita =
+        "Si è verificato un errore durante l'operazione di esportazione\r91 - Variabile oggetto o "
+        "variabile del blocco With non impostata";
+    recordset = nullptr;
+    copiaAppunti(parte());
+    EXPECT_EQ(boxes.lastText(), "Non è stata selezionata un area?");
+    boxes.answer(BoxAnswer::Yes);
+    esportaExcel(parte());
+    ASSERT_EQ(boxes.shown().size(), 3U);
+    EXPECT_EQ(boxes.shown()[1].testo,
+              "Non è stata selezionata un area, esportare l'intero recordset?");
+    EXPECT_EQ(boxes.lastText(), fallita);
+    area.presente = true;
+    copiaAppunti(parte());
+    ASSERT_EQ(boxes.shown().size(), 4U);
+    EXPECT_EQ(boxes.lastText(), fallita);
+    EXPECT_EQ(appunti, "quello di prima");
+}
+
 TEST_F(AppuntiTest, AFieldThatTheRecordsetDoesNotHaveIsAnError) {
     colonne.Item(Nome).DataField = "manca";
     seleziona({1}, Codice, Nome);
@@ -161,12 +194,7 @@ TEST_F(AppuntiTest, AnOperatorWhoDoesNotWaitKeepsTheClipboard) {
 }
 
 TEST_F(AppuntiTest, AFetchThatBrokeOffEndsTheCommandWithItsError) {
-    recordset = adodb::makeClientRecordset();
-    recordset->Open("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
-                    "SELECT CASE WHEN i = 2000 THEN abs(-9223372036854775807 - 1) ELSE i END AS "
-                    "codice FROM n",
-                    Variant(std::static_pointer_cast<Object>(connessione)), adodb::adOpenStatic,
-                    adodb::adLockReadOnly, adodb::adCmdText | adodb::adAsyncFetch);
+    recordset = tabellaInterrotta();
     colonneDa(*recordset, false);
     seleziona({1}, 0, 0);
     copiaAppunti(parte());

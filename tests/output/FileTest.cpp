@@ -86,6 +86,14 @@ TEST_F(FileTest, AFolderThatCannotBeMadeEndsTheCommandWithoutAWord) {
     EXPECT_EQ(quantiFile(), 0);
 }
 
+TEST_F(FileTest, WithoutARecordsetNothingIsSaidAndTheFolderIsThere) {
+    recordset = nullptr;
+    esportaFile(parte(), FormatoFile::Csv);
+    EXPECT_TRUE(boxes.shown().empty());
+    EXPECT_TRUE(aperti.empty());
+    EXPECT_TRUE(fs::is_empty(cartella / "Export"));
+}
+
 TEST_F(FileTest, AFailedExportLeavesNoFileAndOpensNothing) {
     recordset->Close();
     esportaFile(parte(), FormatoFile::Csv);
@@ -96,12 +104,7 @@ TEST_F(FileTest, AFailedExportLeavesNoFileAndOpensNothing) {
 }
 
 TEST_F(FileTest, AFetchThatBrokeOffEndsTheCommandWithItsErrorAndLeavesNoFile) {
-    recordset = adodb::makeClientRecordset();
-    recordset->Open("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
-                    "SELECT CASE WHEN i = 2000 THEN abs(-9223372036854775807 - 1) ELSE i END AS "
-                    "codice FROM n",
-                    Variant(std::static_pointer_cast<Object>(connessione)), adodb::adOpenStatic,
-                    adodb::adLockReadOnly, adodb::adCmdText | adodb::adAsyncFetch);
+    recordset = tabellaInterrotta();
     colonneDa(*recordset, true);
     EXPECT_THROW(esportaFile(parte(), FormatoFile::Html), Errore);
     EXPECT_TRUE(boxes.shown().empty());

@@ -36,11 +36,22 @@ void BancoEsporta::TearDown() {
     fs::remove_all(cartella);
 }
 
-RecordsetRef BancoEsporta::tabella(const std::string& sql) {
+RecordsetRef BancoEsporta::aperta(const std::string& sql, int opzioni) {
     auto aperto = makeClientRecordset();
     aperto->Open(sql, Variant(std::static_pointer_cast<Object>(connessione)), adOpenStatic,
-                 adLockReadOnly, adCmdText);
+                 adLockReadOnly, opzioni);
     return aperto;
+}
+
+RecordsetRef BancoEsporta::tabella(const std::string& sql) {
+    return aperta(sql, adCmdText);
+}
+
+RecordsetRef BancoEsporta::tabellaInterrotta() {
+    return aperta("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
+                  "SELECT CASE WHEN i = 2000 THEN abs(-9223372036854775807 - 1) ELSE i END AS "
+                  "codice FROM n",
+                  adCmdText | adAsyncFetch);
 }
 
 void BancoEsporta::colonneDa(Recordset& da, bool visibili) {
@@ -70,7 +81,7 @@ void BancoEsporta::seleziona(const std::vector<RowCount>& righe, int prima, int 
 }
 
 ParteEsportazione BancoEsporta::parte() {
-    ParteEsportazione p{sessione, colonne, stile, *recordset};
+    ParteEsportazione p{sessione, colonne, stile, recordset};
     p.titolo = "Ricerca clienti";
     p.area = area;
     p.attendiRighe = [this] { return attende && recordset->WaitFetch(10000); };

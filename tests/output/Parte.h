@@ -23,6 +23,8 @@ class BancoEsporta : public ::testing::Test {
 
     // A table «clienti» in memory: codice, nome, citta, importo, data, attivo, foto (a BLOB).
     adodb::RecordsetRef tabella(const std::string& sql = "SELECT * FROM clienti");
+    // Rows whose fetch, in the background, breaks off at the 2000th: one field, codice.
+    adodb::RecordsetRef tabellaInterrotta();
     // A column for each field, shown or not.
     void colonneDa(adodb::Recordset& recordset, bool visibili);
     // Rows by their places, columns by their indexes.
@@ -48,6 +50,8 @@ class BancoEsporta : public ::testing::Test {
     tests::Boxes boxes;
 
   private:
+    adodb::RecordsetRef aperta(const std::string& sql, int opzioni);
+
     DocumentOpener prima_;
     adodb::RecordsetRef esportazione_;
 };

@@ -156,7 +156,7 @@ class ExcelTest : public testing::Test {
     void TearDown() override { std::filesystem::remove_all("nr_excel"); }
 
     void esporta() {
-        ParteEsportazione parte{sessione, colonne, stile, *host};
+        ParteEsportazione parte{sessione, colonne, stile, host};
         parte.attendiRighe = [] { return true; };
         parte.esegui = eseguiTutto;
         parte.clessidra = [](bool) {};
