@@ -10,20 +10,29 @@ namespace norvel {
 
 namespace {
 
+constexpr DWORD diskQuotaExceeded = 1295; // which not every header names
+
 [[noreturn]] void fail(DWORD code, const std::filesystem::path& path) {
     const auto utf8 = path.u8string();
     const std::string name = " «" + std::string(utf8.begin(), utf8.end()) + "»";
     switch (code) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
+    case diskQuotaExceeded:
         throw Errore(61, "Disco pieno:" + name);
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_USER_MAPPED_FILE:
     case ERROR_WRITE_PROTECT:
         throw Errore(70, "Autorizzazione negata:" + name);
     case ERROR_PATH_NOT_FOUND:
     case ERROR_FILE_NOT_FOUND:
     case ERROR_INVALID_NAME:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_NOT_READY: // a drive without a medium
         throw Errore(76, "Impossibile trovare il percorso:" + name);
     default:
         throw Errore(75, "Errore di accesso al file:" + name);
@@ -34,6 +43,28 @@ std::wstring temporaryName(const std::filesystem::path& path) {
     static volatile LONG count = 0;
     return path.wstring() + L"." + std::to_wstring(GetCurrentProcessId()) + L"." +
            std::to_wstring(InterlockedIncrement(&count)) + L".tmp";
+}
+
+bool has(const std::filesystem::path& path, DWORD attribute) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
+// Another program may hold the file for a moment only: one that looks for viruses, an indexer. A
+// folder stays one.
+bool heldForAMoment(DWORD code, const std::filesystem::path& path) {
+    if (code == ERROR_SHARING_VIOLATION || code == ERROR_USER_MAPPED_FILE) return true;
+    return code == ERROR_ACCESS_DENIED && !has(path, FILE_ATTRIBUTE_DIRECTORY);
+}
+
+void replace(const std::wstring& temporary, const std::filesystem::path& path, DWORD how) {
+    constexpr int attempts = 10;
+    constexpr DWORD pause = 50; // milliseconds
+    for (int i = 1; !MoveFileExW(temporary.c_str(), path.c_str(), how); ++i) {
+        const DWORD code = GetLastError();
+        if (i == attempts || !heldForAMoment(code, path)) fail(code, path);
+        Sleep(pause);
+    }
 }
 
 } // namespace
@@ -49,6 +80,21 @@ struct NewFile::Open {
     ~Open() {
         close();
         if (!temporary.empty()) DeleteFileW(temporary.c_str());
+    }
+    // A name that is taken is another machine's in the same folder, or was left by a kill.
+    void createBeside() {
+        constexpr int attempts = 100;
+        for (int i = 1;; ++i) {
+            const std::wstring name = temporaryName(path);
+            file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
+            if (file != INVALID_HANDLE_VALUE) {
+                temporary = name;
+                return;
+            }
+            const DWORD code = GetLastError();
+            if (code != ERROR_FILE_EXISTS || i == attempts) fail(code, path);
+        }
     }
     void close() {
         if (file != INVALID_HANDLE_VALUE) CloseHandle(std::exchange(file, INVALID_HANDLE_VALUE));
@@ -71,11 +117,8 @@ struct NewFile::Open {
 
 NewFile::NewFile(const std::filesystem::path& path) : open_(std::make_unique<Open>()) {
     open_->path = path;
-    const std::wstring name = temporaryName(path);
-    open_->file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (open_->file == INVALID_HANDLE_VALUE) fail(GetLastError(), path);
-    open_->temporary = name;
+    if (has(path, FILE_ATTRIBUTE_READONLY)) fail(ERROR_ACCESS_DENIED, path);
+    open_->createBeside();
 }
 
 NewFile::NewFile(NewFile&&) noexcept = default;
@@ -97,8 +140,7 @@ void NewFile::commit(bool durable) {
     if (durable && !FlushFileBuffers(file.file)) fail(GetLastError(), file.path);
     file.close();
     const DWORD how = MOVEFILE_REPLACE_EXISTING | (durable ? MOVEFILE_WRITE_THROUGH : 0);
-    if (!MoveFileExW(file.temporary.c_str(), file.path.c_str(), how))
-        fail(GetLastError(), file.path);
+    replace(file.temporary, file.path, how);
     file.temporary.clear();
 }
 
