@@ -2,8 +2,10 @@
 #include "platform/runtime/WholeFile.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
+#include <mutex>
+#include <optional>
+#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -45,21 +47,34 @@ bool isWrittenItself(const std::filesystem::path& path) {
            !S_ISDIR(status.st_mode);
 }
 
-// The rights of a file that is replaced go on; a new one gets those of new files.
-mode_t rightsFor(const std::filesystem::path& path) {
+// The rights of the file that is there, which go on in the one that takes its place.
+std::optional<mode_t> rightsOf(const std::filesystem::path& path) {
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0) return status.st_mode & 07777U;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666U & ~mask;
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+    return status.st_mode & 07777U;
+}
+
+// A file of this name may be there and protected: it is as if it were opened to be written.
+void mayBeReplaced(const std::filesystem::path& path) {
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT)
+        fail(errno, path);
+}
+
+// A number that another process, on another machine of the same folder, hardly has as well.
+std::string temporaryName(const std::filesystem::path& path) {
+    static std::random_device random;
+    static std::mutex mutex;
+    const std::scoped_lock lock(mutex);
+    return path.string() + "." + std::to_string(random()) + ".tmp";
 }
 
 } // namespace
 
 struct NewFile::Open {
-    std::filesystem::path asked; // as it was named: failures say so
-    std::filesystem::path path;  // behind links
-    std::string temporary;       // "": the file is written itself
+    std::filesystem::path asked;  // as it was named: failures say so
+    std::filesystem::path path;   // behind links
+    std::string temporary;        // "": the file is written itself
+    std::optional<mode_t> rights; // of the file that it replaces
     int descriptor = -1;
     std::int64_t size = 0;
 
@@ -69,6 +84,27 @@ struct NewFile::Open {
     ~Open() {
         if (descriptor >= 0) ::close(descriptor);
         if (!temporary.empty()) ::unlink(temporary.c_str());
+    }
+
+    // With no more rights than what it replaces; a new file's are the system's business.
+    void createBeside() {
+        rights = rightsOf(path);
+        constexpr int attempts = 100;
+        for (int i = 0; i < attempts && descriptor < 0; ++i) {
+            temporary = temporaryName(path);
+            descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                rights ? *rights & 0777U : 0666U);
+            if (descriptor < 0 && errno != EEXIST) break;
+        }
+        if (descriptor < 0) temporary.clear(); // another's
+    }
+    // A file system that keeps no rights, or not these, gives every file its own: so it is with the
+    // file that is replaced.
+    void keepRights() const {
+        struct stat status {};
+        if (!rights || ::fstat(descriptor, &status) != 0) return;
+        if ((status.st_mode & 07777U) == *rights || ::fchmod(descriptor, *rights) == 0) return;
+        if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) fail(errno, asked);
     }
 
     // A device takes what comes; it has no places.
@@ -98,13 +134,11 @@ struct NewFile::Open {
 NewFile::NewFile(const std::filesystem::path& path) : open_(std::make_unique<Open>()) {
     open_->asked = path;
     open_->path = behindLinks(path);
-    if (isWrittenItself(open_->path)) {
+    mayBeReplaced(open_->path);
+    if (isWrittenItself(open_->path))
         open_->descriptor = ::open(open_->path.c_str(), O_WRONLY | O_CLOEXEC);
-    } else {
-        std::string name = open_->path.string() + ".XXXXXX.tmp";
-        open_->descriptor = ::mkostemps(name.data(), 4, O_CLOEXEC);
-        if (open_->descriptor >= 0) open_->temporary = name;
-    }
+    else
+        open_->createBeside();
     if (open_->descriptor < 0) fail(errno, path);
 }
 
@@ -124,7 +158,7 @@ void NewFile::overwrite(std::int64_t offset, std::string_view bytes) {
 void NewFile::commit(bool durable) {
     Open& file = *open_;
     const bool temporary = !file.temporary.empty();
-    if (temporary && ::fchmod(file.descriptor, rightsFor(file.path)) != 0) fail(errno, file.asked);
+    if (temporary) file.keepRights();
     if (temporary && durable && ::fsync(file.descriptor) != 0) fail(errno, file.asked);
     // What was written may fail as late as here.
     if (::close(std::exchange(file.descriptor, -1)) != 0) fail(errno, file.asked);
