@@ -38,6 +38,8 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
-  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE})
+  # What was compiled in one checkout serves in another: paths inside the checkout count as relative ones.
+  set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
+  set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
 endif()
