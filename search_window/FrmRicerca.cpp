@@ -50,6 +50,7 @@ FrmRicerca::~FrmRicerca() {
     Timer1.reset();
     attesaFiltro_.reset();
     letturaValori_.reset();
+    avvisoLettura_.reset();
     delete Finestra;
 }
 
@@ -181,6 +182,7 @@ void FrmRicerca::Scarica(ModoScarico modo) {
     if (modo == ModoScarico::MenuDiControllo) variabiliGlobali().gRisposta = "";
     Timer1->Stop();
     attesaFiltro_->Stop();
+    avvisoLettura_->Stop();
     List1->CloseUp();
     Griglia->SetDataSource(nullptr);
     DBRicerca.SetRecordset(nullptr);

@@ -6,6 +6,7 @@
 #include "search_window/FinestraRicerca.h"
 #include "search_window/RecordsetPrivato.h"
 #include "search_window/Restituzione.h"
+#include "search_window/StatoLettura.h"
 
 #include <chrono>
 #include <functional>
@@ -144,6 +145,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void suFacilitata(const controls::Button& pulsante);
     template <void (*passo)(adodb::Recordset&)>
     void suNaviga(const controls::Button& pulsante);
+    void suAggiorna(const controls::Button& pulsante);
 
     // FrmRicercaEsporta.cpp: clipboard, workbook, files
     output::AreaSelezionata areaSelezionata();
@@ -186,6 +188,13 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void aggiungiVoce(std::string_view voce);
     wxRect cellaFiltro(int colonna) const;
 
+    // FrmRicercaLettura.cpp: rows that are coming
+    void collegaLettura();
+    void scriviLettura();
+    void mostraLettura(const std::string& testo);
+    bool interrompiLettura();
+    void diciFine(const Errore& errore, const adodb::Recordset& recordset, bool chiesta);
+
     // FrmRicercaStampa.cpp: the print preview
     void suStampa(const controls::Button& pulsante);
 
@@ -194,6 +203,9 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     void togliFrecce();
 
     // DataControl::Observer
+    void RecordsetReplaced() override;
+    void RecordsetChangeComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
+                                 adodb::Recordset&) override;
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
                       adodb::Recordset&) override;
     void FetchProgress(adodb::RowCount, adodb::RowCount, adodb::EventStatusEnum,
@@ -214,6 +226,11 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     RecordsetPrivato esportazione_; // what a workbook is filled from; made on first use
     bool inAttesa_ = false;         // a hand-back waits for rows still coming
     std::string separatore_;        // between the values of a multiple choice
+
+    std::unique_ptr<wxTimer> avvisoLettura_; // until what runs is told
+    bool lavoroDetto_ = false;               // and it has been
+    bool interruzione_ = false;              // Esc has asked to end what runs
+    Aggiornamento aggiornamento_ = Aggiornamento::Fatto;
 
     wxRadioButton* nessunaOpzione_ = nullptr; // never shown: on while the three are off
     bool opzioniPronte_ = false;              // the three are not being set by code

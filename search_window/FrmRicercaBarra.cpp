@@ -32,7 +32,7 @@ FrmRicerca::Comando FrmRicerca::comandoDi(std::string_view chiave) {
         {"Modifica", &FrmRicerca::suModifica},
         {"copiaclip", &FrmRicerca::suCopiaAppunti},
         {"copia", &FrmRicerca::suEsportaExcel},
-        {"Aggiorna", &FrmRicerca::suNaviga<aggiornaElenco>},
+        {"Aggiorna", &FrmRicerca::suAggiorna},
     };
     for (const auto& [nome, comando] : comandi)
         if (equalsText(chiave, nome)) return comando;
@@ -64,6 +64,14 @@ void FrmRicerca::suNaviga(const controls::Button&) {
     const adodb::RecordsetRef recordset = DBRicerca.Recordset();
     if (!recordset) throw erroreOggettoNonImpostato();
     passo(*recordset);
+}
+
+// What the last refresh came to is told no more once another one is asked for.
+void FrmRicerca::suAggiorna(const controls::Button& pulsante) {
+    interruzione_ = false;
+    aggiornamento_ = Aggiornamento::Fatto;
+    suNaviga<aggiornaElenco>(pulsante);
+    scriviLettura();
 }
 
 // The configuration window, modal, over the rows and with the layout that are on show; then this

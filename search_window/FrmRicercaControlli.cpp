@@ -48,12 +48,13 @@ void FrmRicerca::creaControlli() {
         new wxButton(Finestra, wxID_ANY, "Chiudi", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     CmdChiudi->SetWindowVariant(wxWINDOW_VARIANT_SMALL);
     Griglia = new grid::Grid(Finestra);
-    StatusBar = new controls::StatusBar(Finestra, 1);
+    StatusBar = new controls::StatusBar(Finestra, 2);
     creaPannello();
     List1 = new controls::ValueList(Finestra);
     Timer1 = std::make_unique<wxTimer>();
     attesaFiltro_ = std::make_unique<wxTimer>();
     letturaValori_ = std::make_unique<wxTimer>();
+    avvisoLettura_ = std::make_unique<wxTimer>();
     controls::travelByTab(*Finestra);
 }
 
@@ -93,6 +94,7 @@ void FrmRicerca::collegaEventi() {
     };
     collegaFiltri();
     collegaLista();
+    collegaLettura();
     collegaModifica();
     Griglia->OnHeadClick = [this](int colonna) { suClicIntestazione(colonna); };
     Griglia->OnGroupColumnsChanged = [this] { RiordinaGriglia(); };

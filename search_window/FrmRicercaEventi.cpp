@@ -7,7 +7,6 @@
 #include "platform/runtime/ErroreInCorso.h"
 #include "search_window/Attesa.h"
 #include "search_window/FrmRicerca.h"
-#include "search_window/Misure.h"
 #include "search_window/Scorciatoie.h"
 #include "search_window/Testi.h"
 
@@ -53,6 +52,7 @@ bool FrmRicerca::suTasto(int codice, int modificatori, bool suiDati) {
 // Keys that no part of the window has taken. Enter chooses, with Ctrl as well: too early it does
 // nothing.
 bool FrmRicerca::suScorciatoia(int codice, int modificatori) {
+    if (codice == WXK_ESCAPE && modificatori == wxMOD_NONE) return interrompiLettura();
     const Scorciatoia* const voce = scorciatoiaDi(codice, modificatori);
     if (!voce) return false;
     if (voce->codice == WXK_RETURN && !variabiliGlobali().gFinestraPronta) return true;
@@ -153,25 +153,12 @@ void FrmRicerca::MoveComplete(EventReasonEnum, const Errore*, EventStatusEnum, R
     aggiornaContatore();
 }
 
-void FrmRicerca::FetchProgress(RowCount, RowCount, EventStatusEnum, Recordset&) {
-    riscriviConteggio();
-}
-
-void FrmRicerca::FetchComplete(const Errore* error, EventStatusEnum, Recordset& recordset) {
-    misureFinestra().fineLettura = std::chrono::steady_clock::now();
-    misureFinestra().righeLette = recordset.RecordCount();
-    riscriviConteggio();
-    if (!error || inAttesa_) return; // whoever waits for the rows shows the error itself
-    mostraMessaggio(messaggioLetturaInterrotta(*error, recordset.RecordCount()));
-    // The box may have come before the window had settled its focus: the rows get it, or Enter
-    // would press whatever button the window system took instead.
-    if (!scaricata_ && Griglia->focusArea() == grid::Area::Data) Griglia->SetFocus();
-}
-
 // A new order leaves the current record where it is, at another place among the rows. A recordset
 // that closes changes nothing here.
 void FrmRicerca::ViewChanged(Recordset& recordset) {
-    if ((recordset.State() & adStateOpen) != 0) riscriviConteggio();
+    if ((recordset.State() & adStateOpen) == 0) return;
+    riscriviConteggio();
+    scriviLettura();
 }
 
 } // namespace norvel::search_window

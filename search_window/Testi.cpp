@@ -58,4 +58,12 @@ Messaggio messaggioLetturaInterrotta(const Errore& errore, adodb::RowCount lette
             titoloPredefinito, BoxIcon::Exclamation, BoxButtons::Ok};
 }
 
+Messaggio messaggioAggiornamento(const Errore& errore, Aggiornamento esito) {
+    StatoLettura stato;
+    stato.aggiornamento = esito;
+    return {testoLettura(stato) + ".\r\n" + std::to_string(errore.numero()) + " - " +
+                errore.descrizione(),
+            titoloPredefinito, BoxIcon::Exclamation, BoxButtons::Ok};
+}
+
 } // namespace norvel::search_window

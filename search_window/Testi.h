@@ -5,6 +5,7 @@
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/MessageBox.h"
 #include "query/FiltroColonne.h"
+#include "search_window/StatoLettura.h"
 
 #include <string>
 
@@ -34,5 +35,7 @@ Messaggio domandaTuttiRecord();
 Messaggio messaggioRifiuto(const std::string& rifiuto);
 // A fetch that broke off; lette: the rows that came and stay.
 Messaggio messaggioLetturaInterrotta(const Errore& errore, adodb::RowCount lette);
+// A refresh that came to nothing: the rows that were there stay.
+Messaggio messaggioAggiornamento(const Errore& errore, Aggiornamento esito);
 
 } // namespace norvel::search_window

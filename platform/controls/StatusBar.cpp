@@ -41,12 +41,13 @@ const std::string& StatusBar::PanelText(int panel) const {
     return texts_[indexOf(panel)];
 }
 
-// Only the first panel's text changes nothing but itself; another's width follows its text.
+// The first panel's text alone may change no more than itself; another's width follows its text.
 void StatusBar::SetPanelText(int panel, const std::string& text) {
     std::string& own = texts_[indexOf(panel)];
     if (own == text) return;
+    const int width = panelWidth(0);
     own = text;
-    if (panel == 1)
+    if (panel == 1 && panelWidth(0) == width)
         RefreshRect(PanelRect(1), false);
     else
         Refresh();
@@ -68,9 +69,20 @@ wxSize StatusBar::DoGetBestClientSize() const {
     return {FromDIP(100), heightPixels()};
 }
 
+int StatusBar::textWidth(std::size_t index) const {
+    if (texts_[index].empty()) return 0;
+    return GetTextExtent(toWx(texts_[index])).x + 2 * FromDIP(sidePadding);
+}
+
 int StatusBar::panelWidth(std::size_t index) const {
-    if (index > 0) return GetTextExtent(toWx(texts_[index])).x + 2 * FromDIP(sidePadding);
-    int room = GetClientSize().x;
+    const int whole = GetClientSize().x;
+    int others = whole - std::min(textWidth(0), whole / 2); // what they have at most
+    for (std::size_t other = 1; other < texts_.size(); ++other) {
+        const int width = std::min(textWidth(other), std::max(others, 0));
+        if (other == index) return width;
+        others -= width;
+    }
+    int room = whole;
     for (std::size_t other = 1; other < texts_.size(); ++other)
         room -= panelWidth(other);
     return std::max(room, 0);
@@ -98,6 +110,7 @@ void StatusBar::paint() {
     dc.SetTextForeground(text);
     for (int panel = 1; panel <= static_cast<int>(texts_.size()); ++panel) {
         const wxRect area = PanelRect(panel);
+        if (area.width == 0) continue;
         if (panel > 1) dc.DrawRectangle(area.x, size.y / 5, 1, size.y - 2 * (size.y / 5));
         const wxDCClipper clip(dc, area);
         const wxRect inner = area.Deflate(FromDIP(sidePadding), 0);

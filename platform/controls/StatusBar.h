@@ -10,8 +10,10 @@
 
 namespace norvel::controls {
 
-// The first panel takes the room that the others leave; they are as wide as their texts. The height
-// follows from the font: give the bar HeightTwips() and no text is clipped, at any scale and font.
+// The first panel takes the room that the others leave; they are as wide as their texts, and not
+// there while they have none. Where all do not fit, the others give way to the first one's text,
+// up to half of the bar. The height follows from the font: give the bar HeightTwips() and no text
+// is clipped, at any scale and font.
 class NR_API StatusBar : public wxControl {
   public:
     explicit StatusBar(wxWindow* parent, int panels = 1);
@@ -32,6 +34,7 @@ class NR_API StatusBar : public wxControl {
     std::size_t indexOf(int panel) const;
     double scale() const;
     int heightPixels() const;
+    int textWidth(std::size_t index) const;
     int panelWidth(std::size_t index) const;
     void paint();
     std::vector<std::string> texts_;

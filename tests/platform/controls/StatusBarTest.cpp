@@ -78,6 +78,25 @@ TEST_F(StatusBarTest, ATextThatIsTooLongEndsInDotsAndLeavesTheOtherPanelsAlone) 
     EXPECT_GE(window->status->PanelRect(1).width, 0);
 }
 
+TEST_F(StatusBarTest, ALongOtherPanelGivesWayToTheFirstOnesText) {
+    open(300);
+    window->status->SetPanelText(1, "Record 3 di 120");
+    window->status->SetPanelText(2, std::string(200, 'm'));
+    screenshot(*window, "status-gives-way");
+    const int text = window->status->GetTextExtent("Record 3 di 120").x;
+    EXPECT_GT(window->status->PanelRect(1).width, text);
+    EXPECT_EQ(window->status->PanelRect(2).GetRight() + 1, window->status->GetClientSize().x);
+    window->status->SetPanelText(1, std::string(200, 'm'));
+    EXPECT_EQ(window->status->PanelRect(1).width, window->status->GetClientSize().x / 2);
+}
+
+TEST_F(StatusBarTest, APanelWithoutATextIsNotThere) {
+    open();
+    window->status->SetPanelText(1, "Record 3 di 120");
+    EXPECT_EQ(window->status->PanelRect(2).width, 0);
+    EXPECT_EQ(window->status->PanelRect(1).width, window->status->GetClientSize().x);
+}
+
 TEST_F(StatusBarTest, ItTakesNoFocusFromTheKeyboardOrTheMouse) {
     open();
     robot.click(*window->status, {20, 8});
