@@ -11,6 +11,7 @@
 #include "platform/grid/Grid.h"
 #include "platform/runtime/Twips.h"
 #include "query/PausaDigitazione.h"
+#include "search_window/Attesa.h"
 #include "search_window/Disposizione.h"
 #include "search_window/Misure.h"
 #include "search_window/Testi.h"
@@ -102,6 +103,7 @@ void FrmRicerca::centraForm() {
 
 void FrmRicerca::SetRecordset(adodb::RecordsetRef recordset) {
     if (!recordset) throw erroreOggettoNonImpostato();
+    attendiApertura(*Finestra, *recordset);
     DBRicerca.SetRecordset(std::move(recordset));
 }
 

@@ -4,6 +4,7 @@
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/WxText.h"
 #include "platform/grid/Grid.h"
+#include "platform/runtime/ErroreInCorso.h"
 #include "search_window/FrmRicerca.h"
 #include "search_window/Misure.h"
 #include "search_window/Testi.h"
@@ -74,9 +75,9 @@ bool FrmRicerca::interrompiLettura() {
     interruzione_ = true;
     try {
         recordset->Cancel();
-    } catch (const Errore& errore) { // it runs on
+    } catch (...) { // it runs on
         interruzione_ = false;
-        mostraErroreModulo(errore);
+        mostraErroreModulo(erroreInCorso());
     }
     scriviLettura();
     return true;

@@ -47,6 +47,11 @@ class InterruzioneTest : public Banco {
                     "SELECT i AS codice, (SELECT count(*) FROM m WHERE j > i) AS nome FROM n",
                     inSottofondo);
     }
+    static wxDialog* dialogo() {
+        for (wxWindow* w : wxTopLevelWindows)
+            if (auto* d = dynamic_cast<wxDialog*>(w); d && d->IsShown()) return d;
+        return nullptr;
+    }
     static std::string lettura() { return finestra().StatusBar->PanelText(2); }
     static bool inCorso(const adodb::RecordsetRef& rs) { return inLavoro(*rs); }
     void chiudi() { finestra().Scarica(ModoScarico::Codice); }
@@ -133,6 +138,47 @@ TEST_F(InterruzioneTest, EscEndsTheComingOfRowsAndThoseThatCameStay) {
     cerca(rs);
     EXPECT_EQ(ricerca.Risposta(), "2");
     EXPECT_TRUE(boxes.shown().empty());
+}
+
+// The host has begun its statement with adAsyncExecute: there are no columns yet to show.
+TEST_F(InterruzioneTest, AStatementWithoutRowsYetIsAwaitedAndEscEndsIt) {
+    senzaFine(true);
+    auto rs = elenco(inSottofondo | adodb::adAsyncExecute);
+    script.waitFor("attende", [] { return dialogo() && dialogo()->IsActive(); }).then("Esc", [&] {
+        tests::screenshotOfDisplay("attesa-apertura");
+        robot.press(WXK_ESCAPE);
+    });
+    cerca(rs);
+    EXPECT_EQ(boxes.lastText(),
+              "Errore nella funzione NorvelRicerca.Ricerca\r3712 - Operazione annullata. "
+              "L'interrogazione è stata interrotta prima dei primi record.");
+    EXPECT_EQ(rs->State(), adodb::adStateClosed);
+    chiudi();
+    robot.pump();
+}
+
+TEST_F(InterruzioneTest, AStatementThatEndsWhileItIsAwaitedOpensTheWindow) {
+    connessione->Execute("UPDATE passi SET fino = 3000000");
+    auto rs = elenco(inSottofondo | adodb::adAsyncExecute);
+    pronta().then("sceglie", [&] {
+        EXPECT_EQ(stato(), "Totale record 3");
+        robot.press(WXK_DOWN);
+        robot.press(WXK_RETURN);
+    });
+    cerca(rs);
+    EXPECT_EQ(ricerca.Risposta(), "2");
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST_F(InterruzioneTest, AStatementRefusedWhileItIsAwaitedIsSaid) {
+    auto rs = adodb::makeClientRecordset();
+    rs->Open("SELECT * FROM manca", Variant(std::static_pointer_cast<Object>(connessione)),
+             adodb::adOpenStatic, adodb::adLockReadOnly, inSottofondo | adodb::adAsyncExecute);
+    cerca(rs);
+    EXPECT_TRUE(boxes.lastText().starts_with("Errore nella funzione NorvelRicerca.Ricerca\r"));
+    EXPECT_NE(boxes.lastText().find("manca"), std::string::npos) << boxes.lastText();
+    chiudi();
+    robot.pump();
 }
 
 // The nearest thing first: a list, a filter cell, a selection; then what runs.
