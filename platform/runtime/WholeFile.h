@@ -15,10 +15,9 @@ namespace norvel {
 // Puts contents into the file, in the place of what it held. Whatever happens meanwhile, the
 // process killed included, the file holds either what it held or the new contents; a failure leaves
 // no other file behind, a kill may leave one whose name begins with the file's and ends in ".tmp".
-// A file that is protected is refused, and on Windows one that another program keeps open. The rights
-// of the file that is replaced go on where the file system has any.
-// Raises Errore by the numbers that hosts know: 61 disk full, 70 permission denied, 76 no such
-// folder, 75 anything else.
+// A file that is protected is refused, and on Windows one that another program keeps open. The
+// rights of the file that is replaced go on where the file system has any. Raises Errore by the
+// numbers that hosts know: 61 disk full, 70 permission denied, 76 no such folder, 75 anything else.
 NR_API void writeWholeFile(const std::filesystem::path& path, std::string_view contents);
 
 // The same for contents that come bit by bit: they go to a file beside the one that is meant, which
