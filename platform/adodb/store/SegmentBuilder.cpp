@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace norvel::adodb {
@@ -182,7 +183,9 @@ void SegmentBuilder::appendMixed(const Batch& batch, int column, std::uint32_t f
 
 void SegmentBuilder::setDays(std::uint32_t row, double days) {
     doubles_[row] = days;
-    if (days != std::trunc(days)) wholeDays_ = false;
+    const bool fits = days >= std::numeric_limits<std::int32_t>::min() &&
+                      days <= std::numeric_limits<std::int32_t>::max();
+    if (!fits || days != std::trunc(days)) wholeDays_ = false;
 }
 
 void SegmentBuilder::appendRuns(const Batch& batch, int column, std::uint32_t from,

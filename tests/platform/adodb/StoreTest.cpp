@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <limits>
 #include <string>
 #include <thread>
 
@@ -277,6 +278,16 @@ TEST(Store, DaysAndSmallDecimalsTakeFourBytes) {
     EXPECT_EQ(store->value(2, 0), Variant(*Decimal::fromText("12.34")));
     EXPECT_EQ(store->value(3, 0), Variant(*Decimal::fromText("123456789012.34")));
     EXPECT_EQ(store->value(4, 0), Variant(Currency{-50'000}));
+}
+
+TEST(Store, ADayBeyondFourBytesStaysWhatItIs) {
+    for (const double days : {1e10, -1e10, std::numeric_limits<double>::infinity()}) {
+        const auto store = storeOf({adDate});
+        GroupBuilder builder(store);
+        builder.append({Date{days}});
+        EXPECT_EQ(store->group(0).segment(0).storage, Storage::Date);
+        EXPECT_EQ(store->value(0, 0), Variant(Date{days}));
+    }
 }
 
 TEST(Store, IntegersTakeFourBytesWhereTheyFit) {
