@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Errors.h"
 #include "platform/runtime/Errore.h"
+#include "platform/runtime/Formats.h"
 
 #include <algorithm>
 #include <deque>
@@ -27,7 +28,9 @@ double powerOfTen(unsigned exponent) {
     return power;
 }
 
+// A date that is none is the number that it is.
 Cell dateCell(double days) {
+    if (!isValidDate(Date{days})) return {CellKind::Number, days, {}};
     if (days >= 0 && days < 1) return {CellKind::Time, days, {}};
     return {CellKind::Date, days, {}};
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace norvel::spreadsheet {
 namespace {
 
@@ -74,6 +76,19 @@ TEST(RecordsetCells, KeepsTheTypesOfDeclaredColumns) {
     EXPECT_EQ(cells.columnKind(0), CellKind::Boolean);
     EXPECT_EQ(cells.columnKind(1), CellKind::Date);
     EXPECT_EQ(cells.columnKind(3), CellKind::Number);
+}
+
+TEST(RecordsetCells, ADateThatIsNoneIsTheNumberThatItIs) {
+    const auto rows = makeClientRecordset();
+    rows->Fields().Append("giorno", adDate, 0, adFldIsNullable);
+    rows->SetLockType(adLockOptimistic);
+    rows->Open();
+    for (const double days : {1e10, -1e10, std::numeric_limits<double>::infinity(), -657434.0})
+        rows->AddNew({Variant("giorno")}, {Variant(Date{days})});
+    rows->Update();
+    rows->MoveFirst();
+    const RecordsetCells cells(*rows);
+    EXPECT_EQ(read(cells, 0, 4), (Line{"N10000000000", "N-10000000000", "Ninf", "D-657434"}));
 }
 
 TEST(RecordsetCells, ValuesThatAreNotOfTheirColumnsTypeAreKept) {

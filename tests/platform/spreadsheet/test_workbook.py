@@ -86,6 +86,14 @@ class WorkbookTest(unittest.TestCase):
         self.assertEqual(sheet.col_values(0), [text.replace("\\n", "\n") for text in texts])
         self.assertEqual(list(sheet.col_types(0)), [xlrd.XL_CELL_TEXT] * len(texts))
 
+    def test_control_characters_stay_in_their_cell(self):
+        texts = ["a\0b", "\0", "a\rb", "\x07\x1f\x7f", "=cmd|' /C calc'!A0", "<b>&amp;", '"a";b', "x" * 32767 + "y"]
+        self.assertEqual(self.write([["t" + text, "n1"] for text in texts]), "1 0")
+        sheet = self.book().sheet_by_index(0)
+        self.assertEqual(sheet.col_values(0), texts[:-1] + ["x" * 32767])
+        self.assertEqual(list(sheet.col_types(0)), [xlrd.XL_CELL_TEXT] * len(texts))
+        self.assertEqual(sheet.col_values(1), [1] * len(texts))
+
     def test_bytes_that_are_no_utf8_are_read_as_western_text(self):
         run = subprocess.run([os.environ["SCRIVI_CARTELLA"], self.path], input=b"tcitt\xe0 \x80\n",
                              capture_output=True, check=True)
