@@ -19,6 +19,7 @@ namespace {
     switch (code) {
     case ENOSPC:
     case EDQUOT:
+    case EFBIG: // no room for it here
         throw Errore(61, "Disco pieno:" + name);
     case EACCES:
     case EPERM:
