@@ -1,6 +1,7 @@
 #include "platform/grid/export/ExportTable.h"
 
 #include "platform/adodb/sort/SortOrder.h"
+#include "platform/grid/model/CheckBox.h"
 #include "platform/runtime/Text.h"
 
 #include <algorithm>
@@ -21,7 +22,8 @@ std::vector<int> groupColumns(const Columns& columns, const GridStyle& style) {
 }
 
 ExportColumn exportColumn(const Column& column) {
-    return {column.DataField, column.Caption, alignmentOf(column), column.DataType, column.Width};
+    return {column.DataField, column.Caption, alignmentOf(column),
+            column.DataType,  column.Width,   showsCheckBoxes(column)};
 }
 
 std::string sortTerm(const adodb::SortKey& key) {

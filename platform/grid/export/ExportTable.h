@@ -14,7 +14,8 @@ struct ExportColumn {
     std::string caption;               // of the heading
     Alignment align = Alignment::Left; // never General
     adodb::DataTypeEnum type = adodb::adVarWChar;
-    double width = 1440; // twips
+    double width = 1440;   // twips
+    bool checkBox = false; // on paper, as in the grid
     bool operator==(const ExportColumn&) const = default;
 };
 

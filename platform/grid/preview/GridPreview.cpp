@@ -26,7 +26,7 @@ void showPreview(Grid& grid, PrintInfo& info) {
     std::unique_ptr<PagePainter> painter = makePagePainter(
         {font, styledFont(font, info.PageHeaderFont), styledFont(font, info.PageFooterFont)});
     PrintJob job(
-        printTable(shown, grid.Columns(), grid.SplitAt(0), grid.Style(), info), rows->Count(),
+        printTable(shown, grid.SplitAt(0), grid.Style(), info), rows->Count(),
         [rows](adodb::RowCount first, adodb::RowCount count) { return rows->Values(first, count); },
         painter->Sizes());
     const wxWeakRef<PreviewWindow> window(

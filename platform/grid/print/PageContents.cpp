@@ -207,15 +207,13 @@ class Page {
 
 } // namespace
 
-PrintTable printTable(const ExportTable& table, const Columns& columns, const Split& split,
-                      const GridStyle& style, const PrintSettings& settings) {
+PrintTable printTable(const ExportTable& table, const Split& split, const GridStyle& style,
+                      const PrintSettings& settings) {
     PrintTable made;
     made.settings = settings;
-    for (const ExportColumn& column : table.columns) {
-        const int index = columns.IndexOf(column.field);
-        const bool checkBox = index >= 0 && showsCheckBoxes(columns.Item(index));
-        made.columns.push_back({column.caption, column.align, column.type, column.width, checkBox});
-    }
+    for (const ExportColumn& column : table.columns)
+        made.columns.push_back(
+            {column.caption, column.align, column.type, column.width, column.checkBox});
     made.stripes = split.AlternatingRowStyle;
     made.evenRow = split.EvenRowStyle.BackColor;
     made.oddRow = split.OddRowStyle.BackColor;

@@ -42,8 +42,8 @@ struct PrintTable {
 };
 
 // The table of a grid: columns as an export has them, with the grid's check boxes and stripes.
-NR_API PrintTable printTable(const ExportTable& table, const Columns& columns, const Split& split,
-                             const GridStyle& style, const PrintSettings& settings);
+NR_API PrintTable printTable(const ExportTable& table, const Split& split, const GridStyle& style,
+                             const PrintSettings& settings);
 NR_API PageHeights pageHeights(const PrintTable& table, const PageTextSizes& sizes);
 NR_API PageLayout pageLayout(const PrintTable& table, const PageTextSizes& sizes,
                              adodb::RowCount rows);

@@ -183,6 +183,9 @@ TEST_F(PageContentsTest, TheTableOfAGridHasItsCheckBoxesStripesAndRowHeight) {
     name.DataField = "nome";
     name.ValueItems = {false, presentationCheckBox};
     columns.Add(name);
+    Column asText; // another column of the first one's field
+    asText.DataField = "attivo";
+    columns.Add(asText);
     Split split;
     split.AlternatingRowStyle = true;
     split.EvenRowStyle = {0x0000FF00};
@@ -190,11 +193,11 @@ TEST_F(PageContentsTest, TheTableOfAGridHasItsCheckBoxesStripesAndRowHeight) {
     style.RowHeight = 500;
     PrintSettings settings;
     settings.PageHeader = "x";
-    const PrintTable made =
-        printTable(exportTable(columns, style, ""), columns, split, style, settings);
-    ASSERT_EQ(made.columns.size(), 2U);
+    const PrintTable made = printTable(exportTable(columns, style, ""), split, style, settings);
+    ASSERT_EQ(made.columns.size(), 3U);
     EXPECT_TRUE(made.columns[0].checkBox);
     EXPECT_FALSE(made.columns[1].checkBox) << "not where the values are not translated";
+    EXPECT_FALSE(made.columns[2].checkBox) << "not where another column of the field has them";
     EXPECT_TRUE(made.stripes);
     EXPECT_EQ(made.evenRow, 0x0000FF00U);
     EXPECT_EQ(pageHeights(made, sizes).row, 500);

@@ -36,7 +36,7 @@ class PrintJobTest : public testing::Test {
         };
         sizes.lineHeight = {220, 220, 220};
         job_ = std::make_unique<PrintJob>(
-            printTable(shown, columns, {}, {}, {}), read->Count(),
+            printTable(shown, {}, {}, {}), read->Count(),
             [read](RowCount first, RowCount count) { return read->Values(first, count); }, sizes);
         before_ = rows_->rowsRead();
     }

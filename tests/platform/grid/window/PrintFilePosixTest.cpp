@@ -80,8 +80,7 @@ class PrintFileTest : public GridTest {
         italic.SetStyle(wxFONTSTYLE_ITALIC);
         painter_ = grid::makePagePainter({grid_->GetFont(), italic, grid_->GetFont()});
         const grid::PrintJob job(
-            grid::printTable(shown, grid_->Columns(), grid_->SplitAt(0), grid_->Style(), settings),
-            rows->Count(),
+            grid::printTable(shown, grid_->SplitAt(0), grid_->Style(), settings), rows->Count(),
             [rows](RowCount first, RowCount count) { return rows->Values(first, count); },
             painter_->Sizes());
         pages_ = job.PageCount();
