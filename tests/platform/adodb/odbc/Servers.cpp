@@ -4,7 +4,7 @@
 #include "platform/runtime/Errore.h"
 
 #include <arpa/inet.h>
-#include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
@@ -17,6 +17,7 @@
 #include <signal.h>
 #include <sstream>
 #include <stdexcept>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <thread>
@@ -28,19 +29,20 @@ namespace {
 
 using namespace std::chrono_literals;
 
-int freePort() {
-    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    int port = 0;
-    if (::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
-        ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &length) == 0)
-        port = ntohs(address.sin_port);
-    ::close(socket);
-    if (port == 0) throw std::runtime_error("no free port");
-    return port;
+constexpr auto longestStart = 120s; // of a server, on a machine that is busy otherwise
+constexpr const char* folderPrefix = "nr_server_";
+
+// Folders of programs that were killed and could not take theirs away. The name tells whose it is.
+void removeOrphans() {
+    std::error_code ignored;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::temp_directory_path(), ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (!name.starts_with(folderPrefix)) continue;
+        const pid_t owner = std::atoi(name.c_str() + std::string(folderPrefix).size());
+        if (owner > 0 && ::kill(owner, 0) != 0 && errno == ESRCH)
+            std::filesystem::remove_all(entry.path(), ignored);
+    }
 }
 
 std::string contents(const std::string& file) {
@@ -52,11 +54,13 @@ std::string contents(const std::string& file) {
 
 } // namespace
 
-TestServer::TestServer() : port_(freePort()) {
+TestServer::TestServer() {
+    reservePort();
+    removeOrphans();
     std::random_device random;
+    const std::string mine = folderPrefix + std::to_string(::getpid()) + "_";
     do
-        folder_ =
-            std::filesystem::temp_directory_path() / ("nr_server_" + std::to_string(random()));
+        folder_ = std::filesystem::temp_directory_path() / (mine + std::to_string(random()));
     while (!std::filesystem::create_directory(folder_));
 }
 
@@ -64,6 +68,23 @@ TestServer::~TestServer() {
     stop();
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
+    ::close(reservation_);
+}
+
+// The port stays bound here, too, without anybody listening: so no other program is given it before
+// the server has it, nor while the server is stopped. Both sockets say that they may share it.
+void TestServer::reservePort() {
+    reservation_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int shared = 1;
+    ::setsockopt(reservation_, SOL_SOCKET, SO_REUSEADDR, &shared, sizeof shared);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    if (::bind(reservation_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+        ::getsockname(reservation_, reinterpret_cast<sockaddr*>(&address), &length) != 0)
+        throw std::runtime_error("no free port");
+    port_ = ntohs(address.sin_port);
 }
 
 std::string TestServer::connection(const std::string& withPassword) const {
@@ -86,14 +107,22 @@ pid_t TestServer::spawn(const std::vector<std::string>& command, const std::stri
     for (const std::string& word : command)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
+    const pid_t parent = ::getpid();
     const pid_t child = ::fork();
-    if (child != 0) return child;
+    if (child != 0) {
+        ::setpgid(child, child);
+        return child;
+    }
+    ::setpgid(0, 0); // a group of its own, which can be frozen as a whole
     const int log = ::open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
     ::dup2(log, 1);
     ::dup2(log, 2);
     if (::chdir("/") != 0) ::_exit(126);
     if (uid_ != 0 && (::setgroups(0, nullptr) != 0 || ::setgid(gid_) != 0 || ::setuid(uid_) != 0))
         ::_exit(126);
+    ::prctl(PR_SET_PDEATHSIG, signal_); // a killed test leaves no server behind
+    if (::getppid() != parent) ::_exit(126);
+    ::close_range(3, ~0U, 0); // the display's connection among others
     ::execvp(arguments[0], arguments.data());
     ::_exit(127);
 }
@@ -117,7 +146,7 @@ void TestServer::launchAgain() {
 }
 
 void TestServer::waitFor(const std::function<bool()>& done) const {
-    const auto until = std::chrono::steady_clock::now() + 30s;
+    const auto until = std::chrono::steady_clock::now() + longestStart;
     while (!done()) {
         int status = 0;
         if (::waitpid(process_, &status, WNOHANG) != 0 || std::chrono::steady_clock::now() > until)
@@ -129,12 +158,21 @@ void TestServer::waitFor(const std::function<bool()>& done) const {
 void TestServer::stop() {
     if (process_ <= 0) return;
     ::kill(process_, signal_);
+    thaw();
     ::waitpid(process_, nullptr, 0);
     process_ = -1;
 }
 
 void TestServer::start() {
-    launchAgain();
+    if (process_ <= 0) launchAgain();
+}
+
+void TestServer::freeze() const {
+    ::kill(-process_, SIGSTOP);
+}
+
+void TestServer::thaw() const {
+    if (process_ > 0) ::kill(-process_, SIGCONT);
 }
 
 namespace {

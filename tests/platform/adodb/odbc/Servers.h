@@ -29,7 +29,10 @@ class TestServer {
     virtual bool isPostgres() const = 0;
 
     void stop();  // at once, as a machine that loses power
-    void start(); // the same data, the same port
+    void start(); // the same data, the same port; nothing where it runs
+    // It neither answers nor goes away, as behind a network cable that was pulled.
+    void freeze() const;
+    void thaw() const;
 
   protected:
     TestServer();
@@ -48,11 +51,13 @@ class TestServer {
     int signal_ = 9; // that ends it as a power cut would
 
   private:
+    void reservePort();
     pid_t spawn(const std::vector<std::string>& command, const std::string& output) const;
     uid_t uid_ = 0;
     gid_t gid_ = 0;
     std::vector<std::string> command_;
     pid_t process_ = -1;
+    int reservation_ = -1; // a socket on the server's port
 };
 
 // The server of this process, started at the first call: "mariadb" or "postgresql". Raises
