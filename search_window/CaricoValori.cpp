@@ -22,11 +22,13 @@ void CaricoValori::avvia(Recordset& dellaGriglia, const std::string& campo,
     annulla();
     campo_ = campo;
     lette_ = 0;
+    fallito_ = false;
     try {
         tipo_ = dellaGriglia.Fields()(campo).Type();
         apri(dellaGriglia, queryBase);
         inCorso_ = true;
     } catch (const Errore&) { // refused: the list keeps the entries that it has
+        fallito_ = true;
         annulla();
     }
 }
@@ -49,6 +51,7 @@ void CaricoValori::leggi(std::chrono::milliseconds entro, const Aggiungi& aggiun
         while (inCorso_ && leggiBlocco(aggiungi) && std::chrono::steady_clock::now() < fine) {
         }
     } catch (const Errore&) { // what has come stays
+        fallito_ = true;
         annulla();
     }
 }
@@ -69,7 +72,9 @@ bool CaricoValori::leggiBlocco(const Aggiungi& aggiungi) {
     if (disponibili >= 0) {
         quante = std::min(quante, disponibili - lette_);
         if (quante <= 0) {
-            if (!ancora) annulla();
+            if (ancora) return false;
+            fallito_ = privato_->FetchError().has_value();
+            annulla();
             return false;
         }
         privato_->SetAbsolutePosition(lette_ + 1);

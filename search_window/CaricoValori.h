@@ -26,6 +26,8 @@ class CaricoValori {
                const std::string& queryBase);
     // True until the last row has been read.
     bool inCorso() const { return inCorso_; }
+    // True once the query that was begun last was refused, or broke off: values may be missing.
+    bool fallito() const { return fallito_; }
     // Gives the texts of rows that have come, reading for about so long; waits for none.
     void leggi(std::chrono::milliseconds entro,
                const std::function<void(std::string_view voce)>& aggiungi);
@@ -44,6 +46,7 @@ class CaricoValori {
     adodb::DataTypeEnum tipo_ = adodb::adEmpty; // of the field, in the grid's recordset
     adodb::RowCount lette_ = 0;
     bool inCorso_ = false;
+    bool fallito_ = false;
 };
 
 } // namespace norvel::search_window

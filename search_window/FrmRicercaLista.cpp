@@ -18,6 +18,7 @@ constexpr int battito = 20; // milliseconds between two looks at the rows
 constexpr auto perBattito = std::chrono::milliseconds(10); // spent on reading them
 constexpr auto primaDellaNota = std::chrono::milliseconds(250);
 constexpr const char* notaLettura = "Lettura dei valori in corso";
+constexpr const char* notaFallita = "Lettura dei valori non riuscita";
 
 } // namespace
 
@@ -73,7 +74,8 @@ void FrmRicerca::aggiungiVoce(std::string_view voce) {
 void FrmRicerca::leggiValori() {
     valori_.leggi(perBattito, [this](std::string_view voce) { aggiungiVoce(voce); });
     const auto daQuando = std::chrono::steady_clock::now() - letturaIniziata_;
-    List1->SetNote(valori_.inCorso() && daQuando > primaDellaNota ? notaLettura : "");
+    const bool lunga = valori_.inCorso() && daQuando > primaDellaNota;
+    List1->SetNote(lunga ? notaLettura : valori_.fallito() ? notaFallita : "");
     if (!valori_.inCorso()) letturaValori_->Stop();
 }
 

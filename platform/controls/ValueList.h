@@ -47,6 +47,7 @@ class NR_API ValueList : public wxControl {
     void SetMultiSelect(bool multiple);
     // A line below the entries, for what the operator should know of them; "": none.
     void SetNote(const std::string& note);
+    const std::string& Note() const { return note_; }
 
     // --- on screen ---
     // Shows the list under a cell, or over it where there is no room, with the keyboard focus. It

@@ -68,9 +68,14 @@ TEST_F(CaricoValoriTest, UnaQueryRifiutataNonHaRigheENonSolleva) {
     CaricoValori carico;
     carico.avvia(*rs, "manca", "");
     EXPECT_FALSE(carico.inCorso());
+    EXPECT_TRUE(carico.fallito());
+    carico.avvia(*rs, "nome", "");
+    EXPECT_EQ(tutte(carico).size(), 2U);
+    EXPECT_FALSE(carico.fallito());
     rs->Close();
     carico.avvia(*rs, "nome", "");
     EXPECT_FALSE(carico.inCorso());
+    EXPECT_TRUE(carico.fallito());
 }
 
 TEST_F(CaricoValoriTest, UnaQueryCheSiRompeFinisceLElencoSenzaSollevare) {
@@ -82,7 +87,10 @@ TEST_F(CaricoValoriTest, UnaQueryCheSiRompeFinisceLElencoSenzaSollevare) {
              adodb::adCmdText | adodb::adAsyncFetch | adodb::adAsyncFetchNonBlocking);
     rs->WaitFetch(60000);
     ASSERT_TRUE(rs->FetchError());
-    EXPECT_EQ(elenco(*rs, "codice"), Voci{});
+    CaricoValori carico;
+    carico.avvia(*rs, "codice", "");
+    EXPECT_EQ(tutte(carico), Voci{});
+    EXPECT_TRUE(carico.fallito());
 }
 
 TEST_F(CaricoValoriTest, UnaConnessioneChiusaNonHaVoci) {
