@@ -118,15 +118,18 @@ std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled, bool
     return use;
 }
 
-std::shared_ptr<OdbcUse> OdbcLinks::reader(bool fresh) {
-    std::shared_ptr<OdbcConnection> connection;
-    {
-        const std::scoped_lock lock(mutex_);
-        if (!fresh && !idle_.empty()) {
-            connection = std::move(idle_.back());
-            idle_.pop_back();
-        }
-    }
+std::shared_ptr<OdbcConnection> OdbcLinks::takeIdle() {
+    const std::scoped_lock lock(mutex_);
+    if (idle_.empty()) return nullptr;
+    auto connection = std::move(idle_.back());
+    idle_.pop_back();
+    return connection;
+}
+
+std::shared_ptr<OdbcUse> OdbcLinks::reader() {
+    auto connection = takeIdle();
+    while (connection && !answers(connection))
+        connection = takeIdle();
     if (!connection) connection = opened();
     return std::make_shared<ReaderUse>(weak_from_this(), std::move(connection));
 }

@@ -39,8 +39,8 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     // ends the wait. check: whether the server still answers on it, so that what must not be sent
     // twice is not sent into the void.
     std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled, bool check);
-    // fresh: not one that waits since an earlier query.
-    std::shared_ptr<OdbcUse> reader(bool fresh);
+    // One that waits since an earlier query, where the server still answers on it, or a new one.
+    std::shared_ptr<OdbcUse> reader();
     ServerKind kind() const { return kind_; }
     const OdbcTarget& target() const { return target_; }
 
@@ -48,6 +48,7 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     class OwnUse;
     class ReaderUse;
     std::shared_ptr<OdbcConnection> opened() const;
+    std::shared_ptr<OdbcConnection> takeIdle();
 
     OdbcTarget target_;
     ServerKind kind_;

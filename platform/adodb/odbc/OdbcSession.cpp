@@ -80,17 +80,15 @@ StatementResult OdbcSession::execute(const StatementRequest& request) {
     return result;
 }
 
-// An idle connection may have been lost since its last query; nothing was done then.
+// A query that was cut is not sent again: whoever ended it on the server would have to do so twice.
 StatementResult OdbcSession::runReading(const StatementRequest& request) {
-    Use use = links_->reader(false);
+    const Use use = links_->reader();
     try {
         return runNeutral(use, request);
     } catch (const Errore&) {
         use->spoil();
-        if (!use->connection()->broken()) throw;
+        throw;
     }
-    use = links_->reader(true);
-    return runNeutral(use, request);
 }
 
 StatementResult OdbcSession::runNeutral(const Use& use, const StatementRequest& request) {
