@@ -2,6 +2,7 @@
 // the grid's parts. The caller tells the grid afterwards (Grid::Changed).
 #pragma once
 
+#include "platform/grid/model/DataTypeCode.h"
 #include "platform/grid/model/Model.h"
 
 #include <functional>
@@ -18,11 +19,11 @@ struct ParteStile {
     std::function<int(int colonna)> codiceTipo;
 };
 
-inline constexpr int codiceSiNo = 10;
+inline constexpr int codiceSiNo = grid::yesNoTypeCode;
 
 // The grid's DataView.
-inline constexpr int vistaNormale = 0;
-inline constexpr int vistaRaggruppata = 2;
+inline constexpr int vistaNormale = grid::dataViewNormal;
+inline constexpr int vistaRaggruppata = grid::dataViewGroups;
 
 // Check boxes for the columns of yes/no values; those of any other type are left alone.
 NR_API void impostaChekBox(const ParteStile& griglia, bool attivo);

@@ -1,3 +1,4 @@
+#include "platform/adodb/store/ColumnInfo.h"
 #include "platform/grid/model/CheckBox.h"
 #include "platform/grid/model/Model.h"
 
@@ -56,35 +57,22 @@ std::vector<int> Columns::Shown() const {
     return shown;
 }
 
+bool isIntegerType(DataTypeEnum type) {
+    return storageClass(type) == StorageClass::Integer;
+}
+
 bool isNumberType(DataTypeEnum type) {
-    switch (type) {
-    case adSmallInt:
-    case adInteger:
-    case adSingle:
-    case adDouble:
-    case adCurrency:
-    case adDecimal:
-    case adTinyInt:
-    case adUnsignedTinyInt:
-    case adUnsignedSmallInt:
-    case adUnsignedInt:
-    case adBigInt:
-    case adUnsignedBigInt:
-    case adNumeric:
-    case adVarNumeric:
-        return true;
-    default:
-        return false;
-    }
+    const StorageClass kept = storageClass(type);
+    return kept == StorageClass::Integer || kept == StorageClass::Double ||
+           kept == StorageClass::Scaled;
 }
 
 bool isDateType(DataTypeEnum type) {
-    return type == adDate || type == adDBDate || type == adDBTime || type == adDBTimeStamp ||
-           type == adFileTime;
+    return storageClass(type) == StorageClass::Date;
 }
 
 bool isBinaryType(DataTypeEnum type) {
-    return type == adBinary || type == adVarBinary || type == adLongVarBinary;
+    return storageClass(type) == StorageClass::Bytes;
 }
 
 Alignment alignmentOf(const Column& column) {

@@ -1,6 +1,7 @@
 #include "platform/grid/model/DataTypeCode.h"
 
 #include "platform/adodb/client/ColumnRows.h"
+#include "platform/grid/model/Model.h"
 #include "platform/grid/model/RowReader.h"
 
 #include <algorithm>
@@ -14,22 +15,6 @@ namespace {
 
 constexpr RowCount firstChunk = 16;
 constexpr RowCount largestChunk = 4096;
-
-bool isIntegerType(DataTypeEnum type) {
-    switch (type) {
-    case adSmallInt:
-    case adInteger:
-    case adTinyInt:
-    case adUnsignedTinyInt:
-    case adUnsignedSmallInt:
-    case adUnsignedInt:
-    case adBigInt:
-    case adUnsignedBigInt:
-        return true;
-    default:
-        return false;
-    }
-}
 
 // What the values looked at say.
 struct Findings {

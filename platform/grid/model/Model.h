@@ -127,6 +127,7 @@ class NR_API Columns {
 // General alignment resolved by the type of the field: numbers right, dates, Booleans and check
 // boxes centred, everything else left.
 NR_API Alignment alignmentOf(const Column& column);
+NR_API bool isIntegerType(adodb::DataTypeEnum type);
 NR_API bool isNumberType(adodb::DataTypeEnum type);
 NR_API bool isDateType(adodb::DataTypeEnum type);
 NR_API bool isBinaryType(adodb::DataTypeEnum type);
