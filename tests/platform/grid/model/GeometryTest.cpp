@@ -1,6 +1,4 @@
-#include "platform/grid/model/Geometry.h"
-
-#include <gtest/gtest.h>
+#include "tests/platform/grid/model/GeometryFixture.h"
 
 #include <utility>
 
@@ -9,38 +7,10 @@ namespace {
 
 using adodb::RowCount;
 
-// Widths are given in pixels: at scale 1 a pixel is 15 twips.
-Columns columnsOf(std::initializer_list<int> widths) {
-    Columns columns;
-    int order = 0;
-    for (const int width : widths) {
-        Column column;
-        column.Width = width * 15.0;
-        column.Order = order++;
-        columns.Add(column);
-    }
-    return columns;
-}
-
-// 20 for the record selectors, 25 each for headings and filter bar, rows of 20: 10 of them fit.
-Measures sizes(int width = 520, int height = 250) {
-    return {.width = width,
-            .height = height,
-            .selectorWidth = 20,
-            .headingHeight = 25,
-            .filterHeight = 25,
-            .rowHeight = 20,
-            .filterButtonWidth = 16,
-            .edgeReach = 4,
-            .scale = 1.0};
-}
-
-class GeometryTest : public testing::Test {
+class GeometryTest : public PlacesTest {
   protected:
+    GeometryTest() : PlacesTest({100, 200, 300}) {}
     void show(RowCount rows) { geometry.Update(columns, sizes(), rows); }
-    Hit hit(int x, int y) { return geometry.HitTest(x, y, columns); }
-    Columns columns = columnsOf({100, 200, 300});
-    Geometry geometry;
 };
 
 TEST_F(GeometryTest, PlacesColumnsSideBySideBehindTheRecordSelectors) {

@@ -1,43 +1,16 @@
 // Frozen columns and splits: where they stand and what a point hits there.
-#include "platform/grid/model/Geometry.h"
-
-#include <gtest/gtest.h>
+#include "tests/platform/grid/model/GeometryFixture.h"
 
 namespace norvel::grid {
 namespace {
 
-// Six columns of 100 pixels at scale 1.
-Columns sixColumns() {
-    Columns columns;
-    for (int i = 0; i < 6; ++i) {
-        Column column;
-        column.Width = 1500;
-        column.Order = i;
-        columns.Add(column);
-    }
-    return columns;
-}
-
-class SplitsTest : public testing::Test {
+// Six columns of 100 pixels, 100 rows.
+class SplitsTest : public PlacesTest {
   protected:
-    void show(int width = 420) {
-        geometry.Update(columns,
-                        {.width = width,
-                         .height = 250,
-                         .selectorWidth = 20,
-                         .headingHeight = 25,
-                         .filterHeight = 25,
-                         .rowHeight = 20,
-                         .filterButtonWidth = 16,
-                         .edgeReach = 4,
-                         .splitLine = 4},
-                        100, splits);
-    }
-    Hit hit(int x, int y) const { return geometry.HitTest(x, y, columns); }
+    SplitsTest() : PlacesTest(std::vector<int>(6, 100)) {}
+    void show(int width = 420) { geometry.Update(columns, sizes(width), 100, splits); }
     int columnAt(int x) const { return hit(x, 100).column; }
-    Columns columns = sixColumns();
     std::vector<Split> splits = std::vector<Split>(1);
-    Geometry geometry;
 };
 
 TEST_F(SplitsTest, FrozenColumnsStayWhereTheOthersScroll) {
