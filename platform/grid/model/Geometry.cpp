@@ -8,6 +8,12 @@ namespace norvel::grid {
 
 using adodb::RowCount;
 
+namespace {
+
+constexpr int widestOfAll = 1 << 30; // pixels
+
+} // namespace
+
 void Geometry::Update(const Columns& columns, const Measures& measures, RowCount rows,
                       const std::vector<Split>& splits) {
     const Pixels topRow = vertical_.Position() / sizes_.rowHeight;
@@ -15,20 +21,26 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
     sizes_ = measures;
     sizes_.rowHeight = std::max(1, sizes_.rowHeight);
     rows_ = std::max<RowCount>(0, rows);
+    placeColumns(columns);
+    makeRoomForBars(static_cast<int>(splits.size()));
+    placeRows();
+    if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
+    rowSizing_ = !splits.empty() && splits.front().AllowRowSizing;
+    placeSplits(splits);
+}
+
+// However wide a layout wants them, all together are no wider than an int has room for.
+void Geometry::placeColumns(const Columns& columns) {
     shown_ = columns.Ungrouped();
     places_.assign(at(columns.Count()), -1);
     edges_.clear();
     int right = 0;
     for (const int index : shown_) {
         places_[at(index)] = static_cast<int>(edges_.size());
-        right += std::max(1, twipsToPixels(columns.Item(index).Width, sizes_.scale));
+        const int width = twipsToPixels(columns.Item(index).Width, sizes_.scale);
+        right += std::clamp(width, 1, std::max(1, widestOfAll - right));
         edges_.push_back(right);
     }
-    makeRoomForBars(static_cast<int>(splits.size()));
-    placeRows();
-    if (newRowHeight) vertical_.SetPosition(topRow * sizes_.rowHeight);
-    rowSizing_ = !splits.empty() && splits.front().AllowRowSizing;
-    placeSplits(splits);
 }
 
 // Each bar takes room that may make the other one needed. No scroll position is touched by trying.

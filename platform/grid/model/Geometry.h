@@ -178,6 +178,7 @@ class NR_API Geometry {
         ScrollAxis axis;
     };
     static std::size_t at(int index) { return static_cast<std::size_t>(index); }
+    void placeColumns(const Columns& columns);
     void placeRows();
     void makeRoomForBars(int splits);
     int splitRoom(int splits) const;

@@ -32,6 +32,28 @@ TEST_F(GeometryTest, AHiddenColumnTakesNoPlaceAndANewOrderMovesTheOthers) {
     EXPECT_EQ(geometry.PlaceOf(99), -1);
 }
 
+// A layout may be written by anyone, for any column a width that alone is allowed.
+TEST_F(GeometryTest, ColumnsOfAnyWidthsStandSideBySideAndTheLastOneIsReached) {
+    columns = columnsOf(std::vector<int>(2000, 1'500'000'000));
+    columns.Item(0).Width = 1500;
+    show(1'000'000);
+    EXPECT_EQ(geometry.Heading(0), (Rect{20, 0, 100, 25}));
+    for (const int place : {1, 2, 1000, 1999})
+        EXPECT_GT(geometry.ColumnWidth(place), 0) << place;
+    EXPECT_TRUE(geometry.ShowPlace(1999));
+    EXPECT_TRUE(geometry.Cell(0, 1999).x < 520 && geometry.Cell(0, 1999).x >= 20);
+    EXPECT_EQ(hit(geometry.Cell(0, 1999).x, 60).column, 1999);
+}
+
+TEST_F(GeometryTest, RowsOfAnyHeightAndNumberAreReached) {
+    Measures tall = sizes();
+    tall.rowHeight = 1'000'000'000;
+    geometry.Update(columns, tall, 1'000'000'000);
+    EXPECT_TRUE(geometry.ShowRow(999'999'999));
+    EXPECT_EQ(geometry.FirstRow(), 999'999'999);
+    EXPECT_EQ(geometry.RowTop(999'999'999), 50);
+}
+
 TEST_F(GeometryTest, WidthsFollowTheScale) {
     Measures twice = sizes();
     twice.scale = 2.0;
