@@ -5,10 +5,16 @@
 namespace norvel::grid {
 
 CellArea::PlaceRange CellArea::Places(const Geometry& geometry) const {
-    const int one = geometry.PlaceOf(begin_);
-    const int other = geometry.PlaceOf(end_);
-    if (one < 0 || other < 0) return {};
-    return {std::min(one, other), std::max(one, other) + 1};
+    const int shown = geometry.ShownCount();
+    if (begin_ < 0 || shown == 0) return {};
+    const auto behind = [&](int column) {
+        return geometry.CountBefore(column) + (geometry.PlaceOf(column) >= 0 ? 1 : 0);
+    };
+    const int first = std::min(geometry.CountBefore(begin_), geometry.CountBefore(end_));
+    const int end = std::max(behind(begin_), behind(end_));
+    if (first < end) return {first, end};
+    const int nearest = std::min(first, shown - 1);
+    return {nearest, nearest + 1};
 }
 
 bool CellArea::Contains(const Geometry& geometry, int column) const {

@@ -7,8 +7,8 @@ namespace norvel::grid {
 
 // A selection is rows (SelBookmarks), and what of them. It is whole rows until it is given columns:
 // then it is the cells that are shown between the column where it began and the one it reaches.
-// Columns are named by their index in the collection; a column that is no longer shown makes it
-// whole rows again.
+// Columns are named by their index in the collection. Of those that are not shown any more the
+// cells are not selected; where none is left the column that is nearest is.
 class NR_API CellArea {
   public:
     // The indexes of the first and the last column: [0, count - 1] of whole rows. Where columns

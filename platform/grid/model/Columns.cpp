@@ -46,8 +46,8 @@ std::vector<int> Columns::InOrder() const {
 }
 
 std::vector<int> Columns::Ungrouped() const {
-    std::vector<int> shown = Shown();
-    std::erase_if(shown, [this](int index) { return Item(index).Grouped; });
+    std::vector<int> shown = InOrder();
+    std::erase_if(shown, [this](int index) { return !Item(index).IsShown(); });
     return shown;
 }
 

@@ -31,13 +31,17 @@ void Geometry::Update(const Columns& columns, const Measures& measures, RowCount
 
 // However wide a layout wants them, all together are no wider than an int has room for.
 void Geometry::placeColumns(const Columns& columns) {
-    shown_ = columns.Ungrouped();
-    places_.assign(at(columns.Count()), -1);
+    shown_.clear();
     edges_.clear();
+    places_.resize(at(columns.Count()));
     int right = 0;
-    for (const int index : shown_) {
-        places_[at(index)] = static_cast<int>(edges_.size());
-        const int width = twipsToPixels(columns.Item(index).Width, sizes_.scale);
+    for (const int index : columns.InOrder()) {
+        const Column& column = columns.Item(index);
+        const int before = ShownCount();
+        places_[at(index)] = column.IsShown() ? before : -1 - before;
+        if (!column.IsShown()) continue;
+        shown_.push_back(index);
+        const int width = twipsToPixels(column.Width, sizes_.scale);
         right += std::clamp(width, 1, std::max(1, widestOfAll - right));
         edges_.push_back(right);
     }
@@ -144,6 +148,12 @@ int Geometry::PlaceOf(int column, int split) const {
     if (column < 0 || column >= static_cast<int>(places_.size())) return -1;
     const int place = places_[at(column)];
     return place < 0 ? -1 : split * ShownCount() + place;
+}
+
+int Geometry::CountBefore(int column) const {
+    if (column < 0 || column >= static_cast<int>(places_.size())) return 0;
+    const int place = places_[at(column)];
+    return place < 0 ? -1 - place : place;
 }
 
 int Geometry::ColumnWidth(int place) const {

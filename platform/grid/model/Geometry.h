@@ -118,6 +118,8 @@ class NR_API Geometry {
     int ColumnAt(int place) const { return shown_[at(place % ShownCount())]; }
     int SplitOf(int place) const { return place / ShownCount(); }
     int PlaceOf(int column, int split = 0) const; // -1: not shown
+    // How many columns are shown before this one, or before where it would be; 0: a bad index.
+    int CountBefore(int column) const;
     int ColumnWidth(int place) const;
     int ColumnLeft(int place) const;        // in the painted area, scrolled
     std::vector<int> ColumnsInView() const; // indexes, each once
@@ -196,7 +198,7 @@ class NR_API Geometry {
     GroupBoxes boxes_;
     std::vector<int> shown_;  // indexes, left to right
     std::vector<int> edges_;  // right edge of each shown column, pixels from the first one's left
-    std::vector<int> places_; // by index
+    std::vector<int> places_; // by index; of a column that is not shown: -1 - CountBefore
     bool rowSizing_ = false;
     std::vector<SplitPlaces> splits_ = std::vector<SplitPlaces>(1);
     adodb::RowCount rows_ = 0;

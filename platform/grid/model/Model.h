@@ -56,6 +56,8 @@ struct Column {
     HeadingStyle Heading;
     grid::ValueItems ValueItems;
     bool Locked = true; // not to be edited, even where the grid allows updates
+
+    bool IsShown() const { return Visible && !Grouped; } // as a column
 };
 
 struct Style {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace norvel::grid {
 namespace {
 
@@ -14,6 +16,7 @@ class CellAreaTest : public testing::Test {
         columns.Clear();
         for (int i = 0; i < count; ++i) {
             Column column;
+            column.Order = i;
             column.Visible = false;
             columns.Add(column);
         }
@@ -21,8 +24,13 @@ class CellAreaTest : public testing::Test {
             columns.Item(order[place]).Visible = true;
             columns.Item(order[place]).Order = static_cast<int>(place);
         }
-        geometry.Update(columns, {.width = 500, .height = 200}, 10);
+        layOut();
     }
+    void hide(int column) {
+        columns.Item(column).Visible = false;
+        layOut();
+    }
+    void layOut() { geometry.Update(columns, {.width = 500, .height = 200}, 10); }
     Range indexes() const { return area.Indexes(geometry, columns.Count()); }
     Columns columns;
     Geometry geometry;
@@ -58,12 +66,42 @@ TEST_F(CellAreaTest, OfMovedColumnsTheCellsBetweenCountAndTheLeastAndGreatestInd
     EXPECT_EQ(indexes(), (Range{2, 4}));
 }
 
-TEST_F(CellAreaTest, AColumnThatIsHiddenMakesItWholeRows) {
+TEST_F(CellAreaTest, KeepsTheColumnsBetweenItsEndsWhenThoseAreHiddenOrGrouped) {
+    for (const auto& [begin, end] : {std::pair{1, 4}, std::pair{4, 1}}) {
+        show(6, {0, 1, 2, 3, 4, 5});
+        area.Select(begin, end);
+        hide(4);
+        EXPECT_EQ(indexes(), (Range{1, 3}));
+        hide(1);
+        EXPECT_EQ(indexes(), (Range{2, 3}));
+        columns.Item(3).Grouped = true;
+        layOut();
+        EXPECT_EQ(indexes(), (Range{2, 2}));
+        EXPECT_FALSE(area.WholeRows(geometry));
+        EXPECT_FALSE(area.Contains(geometry, 3));
+    }
+}
+
+TEST_F(CellAreaTest, IsTheNearestColumnWhenNoneOfItsOwnIsShown) {
     show(4, {0, 1, 2, 3});
     area.Select(1, 2);
-    show(4, {0, 1, 3});
-    EXPECT_TRUE(area.WholeRows(geometry));
-    EXPECT_EQ(indexes(), (Range{0, 3}));
+    hide(2);
+    hide(1);
+    EXPECT_EQ(indexes(), (Range{3, 3}));
+    hide(3);
+    EXPECT_EQ(indexes(), (Range{0, 0}));
+    hide(0);
+    EXPECT_TRUE(area.WholeRows(geometry)) << "there are no cells any more";
+}
+
+TEST_F(CellAreaTest, IsAsItWasWhenAHiddenColumnComesBack) {
+    show(4, {0, 1, 2, 3});
+    area.Select(1, 3);
+    hide(3);
+    EXPECT_EQ(indexes(), (Range{1, 2}));
+    columns.Item(3).Visible = true;
+    layOut();
+    EXPECT_EQ(indexes(), (Range{1, 3}));
 }
 
 TEST_F(CellAreaTest, WithoutColumnsThereIsNoRange) {
