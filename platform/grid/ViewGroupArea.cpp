@@ -24,13 +24,17 @@ void Grid::View::arrangeGroupBoxes() {
 // A box that leaves the area ends the grouping by its column. Let go among the headings the column
 // stands there, where columns may be moved; else it comes back to where it was.
 void Grid::View::dropBox(int column, const ColumnDrop& drop) {
+    bool moved = false;
     if (drop.spot == Spot::Heading && mayMoveColumns(drop.split)) {
         columns_.Item(column).Grouped = false;
         const auto shown = columns_.Ungrouped();
         const auto own = static_cast<int>(std::ranges::find(shown, column) - shown.begin());
-        moveColumn(columns_, column, drop.place < own ? drop.place : drop.place + 1);
+        moved = moveColumn(columns_, column, drop.place < own ? drop.place : drop.place + 1);
     }
+    const wxWeakRef<Grid> alive(&grid_);
     ungroup(column);
+    if (moved && alive && !alive->IsBeingDeleted() && alive->OnColumnMoved)
+        alive->OnColumnMoved(column);
 }
 
 void Grid::View::paintGroupArea(wxDC& dc) {

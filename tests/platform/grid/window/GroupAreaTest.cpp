@@ -43,6 +43,8 @@ TEST_F(GroupAreaTest, AHeadingDraggedInGroupsAndItsBoxDraggedOutEndsThat) {
     openArea();
     int sorts = 0;
     grid_->OnHeadClick = [&](int) { ++sorts; };
+    std::vector<int> moved;
+    grid_->OnColumnMoved = [&](int column) { moved.push_back(column); };
     robot_.drag(*grid_, heading(Citta), behindBoxes());
     EXPECT_EQ(groups(), Texts{"citta"});
     EXPECT_EQ(grid_->LineCount(), 5);
@@ -56,8 +58,10 @@ TEST_F(GroupAreaTest, AHeadingDraggedInGroupsAndItsBoxDraggedOutEndsThat) {
     robot_.drag(*grid_, box(Zona), cellCentre(3, Nome));
     EXPECT_EQ(groups(), Texts{"citta"});
     EXPECT_EQ(grid_->Columns().Ungrouped(), (std::vector<int>{Codice, Nome, Zona, Saldo}));
+    EXPECT_EQ(moved, std::vector<int>{}) << "let go elsewhere it stands where it stood before";
     robot_.drag(*grid_, box(Citta), {grid_->HeadingRect(Codice).x + 3, heading(Codice).y});
     EXPECT_EQ(groups(), Texts{});
+    EXPECT_EQ(moved, std::vector<int>{Citta});
     EXPECT_EQ(grid_->Columns().Shown(), (std::vector<int>{Citta, Codice, Nome, Zona, Saldo}));
     EXPECT_EQ(grid_->LineCount(), 60);
     EXPECT_EQ(changes, 5);
