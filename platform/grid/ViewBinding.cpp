@@ -209,7 +209,7 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
             continue;
         }
         RowCount run = 1;
-        while (from >= 0 && line + run < end && recordOn(line + run) == from + run)
+        while (line + run < end && recordOn(line + run) == from + run)
             ++run;
         reader->Fill(cache_, from, run, fields);
         line += run;
