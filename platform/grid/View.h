@@ -140,7 +140,7 @@ class Grid::View : public controls::DataControl::Observer {
         adodb::RowCount first, last;
     };
     // binding
-    void makeColumns();
+    bool makeColumns();
     void remapColumns();
     void keepCurrentColumn();
     bool fetching() const; // rows are still coming
@@ -325,6 +325,8 @@ class Grid::View : public controls::DataControl::Observer {
     void pressEditable(const Hit& hit, const wxPoint& at, bool wasCurrent);
 
     // filter bar
+    bool hasFilterCell(int column) const;
+    void loseFilterCell();
     void makeEditor();
     void onEditorText();
     void onEditorFocusLost();
@@ -442,6 +444,8 @@ class Grid::View : public controls::DataControl::Observer {
     bool settling_ = false;       // a box or a wait is open: nothing is taken over now
     bool opensOnRelease_ = false; // the pressed cell is to be edited
 
+    // The field goes with the grid's window, which is later than this: its last events find no one.
+    std::shared_ptr<int> life_ = std::make_shared<int>();
     wxWindow* editorFrame_ = nullptr;
     wxTextCtrl* editor_ = nullptr;
     int hotColumn_ = -1; // the heading under the mouse

@@ -56,11 +56,12 @@ RowReader* Grid::View::Reader() {
     cache_.Clear();
     const auto old = std::exchange(reader_, nullptr);
     openError_.clear();
+    bool otherFields = false;
     try {
         const auto host = source_ ? source_->Recordset() : nullptr;
         if (host && (host->State() & adStateOpen)) reader_ = std::make_shared<RowReader>(*host);
         const bool sameRows = reader_ && old && old->SameFilter(*host);
-        if (reader_ && (columns_.Count() == 0 || ownColumns())) makeColumns();
+        if (reader_ && (columns_.Count() == 0 || ownColumns())) otherFields = makeColumns();
         mappedNames_.clear();
         fieldOf_.clear();
         remapColumns();
@@ -70,6 +71,7 @@ RowReader* Grid::View::Reader() {
     } catch (const Errore& error) {
         giveUpReading(error);
     }
+    if (otherFields) loseFilterCell();
     return reader_.get();
 }
 
@@ -122,14 +124,14 @@ void keepFilters(const Columns& old, Columns& made) {
 } // namespace
 
 // The same fields keep the columns that the operator may have sized meanwhile; widths are taken
-// from the rows once there are some.
-void Grid::View::makeColumns() {
+// from the rows once there are some. True where the fields are others than before.
+bool Grid::View::makeColumns() {
     Fields& fields = Host().Fields();
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(fields.Count()));
     for (int i = 0; i < fields.Count(); ++i)
         names.push_back(fields(i).Name());
-    if (names == madeFor_ && widthsSampled_) return;
+    if (names == madeFor_ && widthsSampled_) return false;
     const bool sameFields = names == madeFor_;
     grid::Columns made = defaultColumns(
         fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
@@ -137,10 +139,10 @@ void Grid::View::makeColumns() {
     if (sameFields) keepFilters(columns_, made);
     columns_ = std::move(made);
     dormant_ = applyColumns(layoutColumns_, columns_);
-    LeaveFilter(false);
     endColumnDrag();
     madeFor_ = std::move(names);
     widthsSampled_ = reader_->Rows() > 0;
+    return !sameFields;
 }
 
 // Only what names another field than before is looked up, since a host may tell of a change for
@@ -173,13 +175,10 @@ void Grid::View::ColumnsChanged() {
     regroupIfOthers();
     keepCurrentColumn();
     if (filterColumn_ >= 0) {
-        const bool there = splits_[0].FilterBar && filterColumn_ < columns_.Count() &&
-                           columns_.Item(filterColumn_).Visible &&
-                           !columns_.Item(filterColumn_).Grouped;
-        if (there)
+        if (hasFilterCell(filterColumn_))
             SetFilterText(filterColumn_, columns_.Item(filterColumn_).FilterText);
         else
-            LeaveFilter(false);
+            loseFilterCell();
     }
     Layout();
     if (cellEditor_.IsOpen() && !canEdit(edited_.column)) undoCell();
@@ -367,9 +366,10 @@ void Grid::View::rowsArrived(bool atOnce) {
     if (!reader_) return;
     try {
         if (ownColumns() && !widthsSampled_) {
-            makeColumns();
+            const bool otherFields = makeColumns();
             remapColumns();
             keepCurrentColumn();
+            if (otherFields) loseFilterCell();
         }
     } catch (const Errore& error) {
         giveUpReading(error);

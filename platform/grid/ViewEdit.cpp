@@ -149,8 +149,10 @@ bool Grid::View::EndEdit() {
     if (settling_) return false;
     if (!takeCell()) return false;
     if (rowEdit_.Pending()) {
+        const wxWeakRef<Grid> alive(&grid_);
         settling_ = true;
         const bool now = !grid_.OnBeforeUpdate || grid_.OnBeforeUpdate();
+        if (!alive || alive->IsBeingDeleted()) return false;
         settling_ = false;
         if (!now) return false;
         try {

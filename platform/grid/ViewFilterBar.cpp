@@ -3,6 +3,7 @@
 #include "platform/grid/View.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace norvel::grid {
@@ -21,19 +22,31 @@ void Grid::View::makeEditor() {
     editor_ = new wxTextCtrl(editorFrame_, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
     editor_->SetFont(grid_.GetFont());
-    editor_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { onEditorText(); });
-    editor_->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& e) {
-        onEditorFocusLost();
+    const std::weak_ptr<int> life = life_;
+    editor_->Bind(wxEVT_TEXT, [this, life](wxCommandEvent&) {
+        if (!life.expired()) onEditorText();
+    });
+    editor_->Bind(wxEVT_KILL_FOCUS, [this, life](wxFocusEvent& e) {
+        if (!life.expired()) onEditorFocusLost();
         e.Skip();
     });
 }
 
+bool Grid::View::hasFilterCell(int column) const {
+    return splits_[0].FilterBar && column >= 0 && column < columns_.Count() &&
+           columns_.Item(column).IsShown();
+}
+
+// Whoever is told that a row is saved, or a cell left, may bind other fields or close the window.
 bool Grid::View::EnterFilter(int column, bool selectAll) {
-    if (!splits_[0].FilterBar || geometry_.PlaceOf(column) < 0) return false;
+    if (!hasFilterCell(column)) return false;
+    const wxWeakRef<Grid> alive(&grid_);
     if (!EndEdit()) return true; // the caret is where it has to be first
+    if (filterColumn_ != column) LeaveFilter(false);
+    if (!alive || alive->IsBeingDeleted()) return true;
+    if (!hasFilterCell(column)) return false;
     if (!editor_) makeEditor();
     if (filterColumn_ != column) {
-        LeaveFilter(false);
         filterColumn_ = column;
         currentColumn_ = column;
         currentSplit_ = 0;
@@ -59,6 +72,11 @@ void Grid::View::LeaveFilter(bool toRows) {
     editorFrame_->Hide();
     Refresh();
     if (grid_.OnFilterLeave) grid_.OnFilterLeave(left);
+}
+
+// Its cell is gone: the keyboard stays in the grid.
+void Grid::View::loseFilterCell() {
+    if (filterColumn_ >= 0) LeaveFilter(editor_->HasFocus());
 }
 
 // Over its cell, as far as that is in view.

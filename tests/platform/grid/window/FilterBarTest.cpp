@@ -255,5 +255,53 @@ TEST_F(FilterBarTest, AnotherControlThatTakesTheFocusEndsTheEditing) {
     EXPECT_EQ(text(1), "a");
 }
 
+// The host is told that a cell was left while the next one is being entered.
+TEST_F(FilterBarTest, ARecordsetWithoutTheNextCellMayBeBoundWhileACellIsLeft) {
+    std::vector<std::string> errors;
+    grid_->OnError = [&](const Errore& error) { errors.push_back(error.descrizione()); };
+    grid_->EnterFilterCell(1);
+    robot_.pump();
+    const auto one =
+        GeneratedRecordset::make({{.name = "sola", .value = [](auto) { return 1; }}}, 5);
+    grid_->OnFilterLeave = [&](int) {
+        grid_->OnFilterLeave = nullptr;
+        source_.SetRecordset(one);
+    };
+    EXPECT_NO_THROW(grid_->EnterFilterCell(3));
+    robot_.pump();
+    EXPECT_EQ(errors, std::vector<std::string>{});
+    EXPECT_EQ(grid_->FilterColumn(), -1);
+    EXPECT_TRUE(grid_->EnterFilterCell(0));
+    source_.SetRecordset(rows_);
+}
+
+TEST_F(FilterBarTest, OtherFieldsEndTheEditingAndLeaveTheKeyboardInTheGrid) {
+    robot_.click(*grid_, centre(grid_->FilterCellRect(3)));
+    source_.SetRecordset(
+        GeneratedRecordset::make({{.name = "sola", .value = [](auto) { return 1; }}}, 5));
+    EXPECT_EQ(grid_->FilterColumn(), -1);
+    robot_.pump();
+    EXPECT_TRUE(grid_->HasFocus());
+    source_.SetRecordset(rows_);
+}
+
+// The grid's columns take their widths from the first rows that come.
+TEST_F(FilterBarTest, TheFirstRowsThatComeLeaveTheCaretWhereTheOperatorTypes) {
+    auto fields = customerColumns();
+    fields.pop_back(); // others than before: the columns are new
+    const auto slow = GeneratedRecordset::make(std::move(fields), 0);
+    slow->beginFetch();
+    source_.SetRecordset(slow);
+    robot_.click(*grid_, centre(grid_->FilterCellRect(2)));
+    robot_.type("Fo");
+    slow->arrive(100, true);
+    robot_.pump();
+    EXPECT_GT(grid_->RowsInView(), 0);
+    EXPECT_EQ(grid_->focusArea(), Area::FilterCell);
+    robot_.type("r");
+    EXPECT_EQ(text(2), "For");
+    source_.SetRecordset(rows_);
+}
+
 } // namespace
 } // namespace norvel::tests
