@@ -10,8 +10,19 @@
 
 namespace norvel::search_window {
 
-// A row is saved when all rows have come, which its saving waits for: with a way to give up.
+namespace {
+
+void bloccaSeNonInElenco(grid::Column& colonna) {
+    const auto& campi = variabiliGlobali().gCampiModificabili;
+    colonna.Locked = !campoModificabile(campi, colonna.DataField);
+}
+
+} // namespace
+
+// A row is saved when all rows have come, which its saving waits for: with a way to give up. The
+// button holds for other fields, too, that the recordset may get while it is pressed.
 void FrmRicerca::collegaModifica() {
+    Griglia->OnColumnMade = bloccaSeNonInElenco;
     Griglia->OnBeforeUpdate = [this] {
         if (!attendiRighe()) return false;
         const adodb::Recordset& recordset = *DBRicerca.Recordset();
@@ -32,11 +43,8 @@ void FrmRicerca::suModifica(const controls::Button& pulsante) {
         mostraMessaggio(messaggioRifiuto(grid::readOnlyRows));
         return;
     }
-    const auto& campi = variabiliGlobali().gCampiModificabili;
-    for (int i = 0; i < Griglia->Columns().Count(); ++i) {
-        grid::Column& colonna = Griglia->Columns().Item(i);
-        colonna.Locked = !campoModificabile(campi, colonna.DataField);
-    }
+    for (int i = 0; i < Griglia->Columns().Count(); ++i)
+        bloccaSeNonInElenco(Griglia->Columns().Item(i));
     Griglia->SetAllowUpdate(premuto);
 }
 

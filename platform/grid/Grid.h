@@ -222,6 +222,9 @@ class NR_API Grid : public wxControl {
     // The operator grouped, ungrouped or put the groups into another order: Style().GroupColumns
     // has them, and the rows on show follow already. Not told of layouts and of code.
     std::function<void()> OnGroupColumnsChanged;
+    // For each column that the grid makes for itself, before it is shown. It may set the column's
+    // properties, and calls nothing of the grid.
+    std::function<void(Column& made)> OnColumnMade;
     // Before an edited row is saved; false: not now, and nothing more is said.
     std::function<bool()> OnBeforeUpdate;
     std::function<void(int rows)> OnFirstPaint; // once: the first paint that showed data rows

@@ -136,6 +136,8 @@ bool Grid::View::makeColumns() {
     grid::Columns made = defaultColumns(
         fields, *reader_, cache_, [this](std::string_view t) { return textTwips(t); },
         cellFrameTwips());
+    for (int i = 0; grid_.OnColumnMade && i < made.Count(); ++i)
+        grid_.OnColumnMade(made.Item(i));
     if (sameFields) keepFilters(columns_, made);
     columns_ = std::move(made);
     dormant_ = applyColumns(layoutColumns_, columns_);

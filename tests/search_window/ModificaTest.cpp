@@ -101,6 +101,28 @@ TEST_F(ModificaTest, TheButtonSwitchesEditingOfTheListedFieldsOnAndOff) {
     EXPECT_TRUE(boxes.shown().empty());
 }
 
+TEST_F(ModificaTest, ThePressedButtonHoldsForTheFieldsOfRowsThatAreOpenedAnew) {
+    const RecordsetRef righe = clientiModificabili();
+    pronta().then("altri campi", [&] {
+        premi("Modifica");
+        righe->Close();
+        righe->Open("SELECT codice, sconto, nome AS ragione, nome FROM clienti ORDER BY codice",
+                    connessione(), adOpenStatic, adLockOptimistic, adCmdText);
+        robot.pump();
+        ASSERT_EQ(finestra().Griglia->Columns().Count(), 4);
+        robot.click(*finestra().Griglia, cella(2, 2));
+        robot.type("x");
+        EXPECT_FALSE(inCella()) << "ragione is not in the list";
+        scrivi(2, 3, "!");
+        robot.press(WXK_RETURN);
+        EXPECT_EQ(scritto(3, "nome"), "Cliente 3!");
+        premi("Modifica");
+        chiudi();
+    });
+    cerca(righe);
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
 TEST_F(ModificaTest, ReleasingTheButtonSavesTheCellOrStaysWhereItIsRefused) {
     pronta().then("rilascia", [&] {
         premi("Modifica");
