@@ -151,7 +151,7 @@ class Grid::View : public controls::DataControl::Observer {
     void syncCurrent(Sync sync);
     adodb::RowCount hostsRecord();
     void setCurrent(adodb::RowCount row);
-    void rowsChanged();
+    void rowsChanged(Sync sync = Sync::Anew);
     void rowsArrived(bool atOnce);
     bool ownColumns() const;
     adodb::RowCount readableRows();
@@ -180,7 +180,15 @@ class Grid::View : public controls::DataControl::Observer {
     bool isClosedGroupSelected(adodb::RowCount row) const;
     void toggle(adodb::RowCount row);
     void reveal(adodb::RowCount record);
-    void linesChanged();
+    void linesChanged(Sync sync);
+    // Which line it is, whatever stands above it: a row's bookmark or a group's values.
+    struct LineMark {
+        Variant bookmark;
+        GroupPath group;
+    };
+    LineMark markOf(adodb::RowCount row);
+    adodb::RowCount lineOf(const LineMark& mark); // -1: it is not there
+    void regroupInPlace();
     void stepOnGroup(adodb::RowCount row);
     void toParent();
     bool runGroupCommand(Stroke stroke);

@@ -88,12 +88,12 @@ void Grid::View::giveUpReading(const Errore& error) {
 }
 
 // Everything that depends on which rows there are.
-void Grid::View::rowsChanged() {
+void Grid::View::rowsChanged(Sync sync) {
     hideTip();
     clickedRow_ = -1; // what a double-click would hit is another row now
     Reader();
     Layout();
-    syncCurrent(Sync::Anew);
+    syncCurrent(sync);
     anchor_ = current_; // where it was, another row may stand now, or none
     Refresh();
 }

@@ -89,8 +89,54 @@ void Grid::View::regroupIfOthers() {
 // for the last time when the fetch ends.
 bool Grid::View::regroupArrived(bool last) {
     if (groups_.empty()) return false;
-    if (last || std::chrono::steady_clock::now() - lastGrouping_ >= groupingPause) regroup();
+    if (last || std::chrono::steady_clock::now() - lastGrouping_ >= groupingPause) regroupInPlace();
     return true;
+}
+
+// What cannot be read is nowhere; the next paint says why.
+Grid::View::LineMark Grid::View::markOf(RowCount row) {
+    if (!reader_ || row < 0 || row >= lines_.Count()) return {};
+    try {
+        const Line line = lines_.At(row);
+        if (line.IsGroup()) return {{}, pathOf(line)};
+        return {reader_->BookmarkAt(line.row), {}};
+    } catch (const Errore&) {
+        return {};
+    }
+}
+
+RowCount Grid::View::lineOf(const LineMark& mark) {
+    if (!reader_) return -1;
+    try {
+        if (!mark.group.empty()) {
+            const auto group = lines_.Find(mark.group, groupValues());
+            return group ? lines_.LineOfGroup(*group) : -1;
+        }
+        const auto record = mark.bookmark.isEmpty() ? std::nullopt : reader_->RowOf(mark.bookmark);
+        return record ? lines_.NearestLine(*record) : -1;
+    } catch (const Errore&) {
+        return -1;
+    }
+}
+
+// Under the hands of an operator who scrolls and selects: what was in view stays where it is, the
+// current row first, and a selection goes on from where it began. At the very top it is the new
+// groups that come into view.
+void Grid::View::regroupInPlace() {
+    const bool shown = !geometry_.RowRect(current_).Empty();
+    const RowCount still = shown ? current_ : geometry_.FirstRow();
+    const bool scrolledDown = geometry_.Vertical().Position() > 0;
+    const int top = geometry_.RowTop(still);
+    const LineMark mark = markOf(still);
+    const LineMark begun = markOf(anchor_);
+    readerStale_ = true;
+    rowsChanged(Sync::Quiet);
+    if (const RowCount row = lineOf(begun); row >= 0) anchor_ = row;
+    const RowCount now = lineOf(mark);
+    ScrollAxis& axis = geometry_.Vertical();
+    if (scrolledDown && now >= 0 && axis.SetPosition(axis.Position() + geometry_.RowTop(now) - top))
+        scrolled();
+    if (shown) ShowCell(current_, -1);
 }
 
 // --- by the operator ---
@@ -154,7 +200,8 @@ void Grid::View::SetOpen(RowCount row, bool open) {
     if (!line.IsGroup() || lines_.IsOpen(line.group) == open) return;
     expansion_.Set(pathOf(line), open);
     lines_.SetOpen(line.group, open);
-    linesChanged();
+    linesChanged(Sync::Quiet); // what is above stays where it is
+    if (row == current_) ShowCell(row, -1);
 }
 
 void Grid::View::toggle(RowCount row) {
@@ -164,7 +211,7 @@ void Grid::View::toggle(RowCount row) {
 void Grid::View::SetAllOpen(bool open) {
     expansion_.SetAll(open);
     lines_.SetAllOpen(open);
-    linesChanged();
+    linesChanged(Sync::Anew);
 }
 
 // The groups that hide the recordset's current row.
@@ -180,12 +227,11 @@ void Grid::View::reveal(RowCount record) {
 }
 
 // The same rows on other lines.
-void Grid::View::linesChanged() {
+void Grid::View::linesChanged(Sync sync) {
     clickedRow_ = -1;
     Layout();
-    syncCurrent(Sync::Anew);
+    syncCurrent(sync);
     anchor_ = current_;
-    if (current_ >= 0) ShowCell(current_, -1);
     Refresh();
 }
 

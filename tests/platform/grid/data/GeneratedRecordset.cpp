@@ -269,8 +269,9 @@ void GeneratedRecordset::SetFilter(const Variant& criteria) {
     });
 }
 
-Grouping GeneratedRecordset::GroupBy(const std::vector<std::string>&) {
-    throw Errore(3251, "Operazione non disponibile");
+Grouping GeneratedRecordset::GroupBy(const std::vector<std::string>& fields) {
+    if (!shared_->groups) throw Errore(3251, "Operazione non disponibile");
+    return Recordset::GroupBy(fields);
 }
 
 void GeneratedRecordset::SetSort(const std::string& criteria) {

@@ -49,6 +49,8 @@ class GeneratedRecordset : public adodb::Recordset,
     int waits() const { return shared_->waits; }
     // A value of the field in every row reads otherwise from now on, and the recordset tells so.
     void changeValues(int field, std::function<Variant(adodb::RowCount)> value);
+    // Rows of equal values stand together as they are: they can be grouped.
+    void letGroup() { shared_->groups = true; }
     bool refuseMoves = false; // a WillMove handler that cancels: 3712
 
     // --- Recordset ---
@@ -92,7 +94,7 @@ class GeneratedRecordset : public adodb::Recordset,
     std::string Sort() const override { return sort_; }
     // A text that ends in "desc": the last row first.
     void SetSort(const std::string& criteria) override;
-    // Its values are in no order: 3251.
+    // 3251: its values are in no order, unless letGroup says so.
     adodb::Grouping GroupBy(const std::vector<std::string>& fields) override;
     adodb::EditModeEnum EditMode() const override { return adodb::adEditNone; }
     void AddNew(const std::vector<Variant>&, const std::vector<Variant>&) override;
@@ -110,6 +112,7 @@ class GeneratedRecordset : public adodb::Recordset,
         std::vector<GeneratedColumn> columns;
         adodb::RowCount rows = 0;
         bool fetching = false;
+        bool groups = false;
         std::optional<Errore> readError, cloneError;
         adodb::RowCount rowsRead = 0, largestRead = 0;
         std::int64_t valuesRead = 0;

@@ -260,5 +260,68 @@ TEST_F(GroupTest, OverRowsThatStillArriveGroupsAreMadeAnewAtTheEnd) {
     EXPECT_EQ(grid_->CellText(100'001, 0), "399997");
 }
 
+// --- groups made anew while rows arrive ---
+
+// 40 rows to a zone, more of them still to come.
+class GroupsArriveTest : public GroupTest {
+  protected:
+    void SetUp() override {
+        open(GeneratedRecordset::make(
+            {{.name = "codice", .type = adInteger, .value = [](RowCount r) { return r + 1; }},
+             {.name = "zona", .value = [](RowCount r) { return 'A' + r / 40 % 26; }}},
+            400));
+        rows_->letGroup();
+        rows_->beginFetch();
+        groupBy({"zona"});
+        grid_->SetGroupOpen(0, true);
+    }
+    void arrive() {
+        rows_->arrive(40, true);
+        robot_.pump();
+        ASSERT_EQ(grid_->LineCount(), 11 + 40);
+    }
+};
+
+TEST_F(GroupsArriveTest, ASelectionGoesOnFromWhereItBegan) {
+    robot_.click(*grid_, cellCentre(3, 0));
+    robot_.pressTimes(2, WXK_DOWN, wxMOD_SHIFT);
+    EXPECT_EQ(selectedCodes(), (std::vector{3, 4, 5}));
+    arrive();
+    EXPECT_EQ(selectedCodes(), (std::vector{3, 4, 5}));
+    robot_.press(WXK_DOWN, wxMOD_SHIFT);
+    EXPECT_EQ(selectedCodes(), (std::vector{3, 4, 5, 6}));
+}
+
+TEST_F(GroupsArriveTest, ADragOverRowsGoesOnFromWhereItBegan) {
+    robot_.buttonDown(*grid_, centre(grid_->RecordSelectorRect(3)));
+    robot_.moveTo(*grid_, centre(grid_->RecordSelectorRect(5)));
+    EXPECT_EQ(selectedCodes(), (std::vector{3, 4, 5}));
+    arrive();
+    robot_.moveTo(*grid_, centre(grid_->RecordSelectorRect(6)));
+    robot_.buttonUp();
+    EXPECT_EQ(selectedCodes(), (std::vector{3, 4, 5, 6}));
+}
+
+TEST_F(GroupsArriveTest, TheViewStaysWhereTheOperatorScrolledIt) {
+    grid_->SetFirstRow(20);
+    ASSERT_EQ(grid_->FirstRow(), 20);
+    arrive();
+    EXPECT_EQ(grid_->FirstRow(), 20);
+    EXPECT_EQ(grid_->CurrentRow(), 1);
+}
+
+TEST_F(GroupTest, ASignThatIsClickedFarFromTheCurrentRowLeavesTheViewWhereItIs) {
+    openGroups({"citta"});
+    grid_->SetAllGroupsOpen(true);
+    ASSERT_GT(grid_->FirstRow(), 0) << "the current row is in the last group";
+    grid_->SetFirstRow(0);
+    robot_.click(*grid_, onSign(0));
+    EXPECT_FALSE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->FirstRow(), 0);
+    robot_.click(*grid_, onSign(0));
+    EXPECT_TRUE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->FirstRow(), 0);
+}
+
 } // namespace
 } // namespace norvel::tests
