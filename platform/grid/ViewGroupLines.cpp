@@ -105,10 +105,13 @@ void Grid::View::paintGroupLines(wxDC& dc, RowCount first, RowCount last) {
     painter_->End();
 }
 
-// A click on the sign opens or closes the group, and nothing else.
+// A click on the sign opens or closes the group, and nothing else; a row that is being edited is
+// saved first.
 bool Grid::View::pressGroup(const Hit& hit, const wxMouseEvent& event) {
     if (hit.spot != Spot::GroupSign || event.HasAnyModifiers()) return false;
-    toggle(hit.row);
+    const GroupPath path = pathOf(lines_.At(hit.row));
+    if (!EndEdit()) return true;
+    toggle(lineOf({{}, path}));
     return true;
 }
 

@@ -323,5 +323,25 @@ TEST_F(GroupTest, ASignThatIsClickedFarFromTheCurrentRowLeavesTheViewWhereItIs) 
     EXPECT_EQ(grid_->FirstRow(), 0);
 }
 
+TEST_F(GroupTest, ASignThatIsClickedWhileACellIsRefusedOpensAndClosesNothing) {
+    openGroups({"citta"});
+    grid_->SetGroupOpen(0, true);
+    grid_->Columns().Item(Saldo).Locked = false;
+    grid_->SetAllowUpdate(true);
+    int refused = 0;
+    grid_->OnError = [&](const Errore&) { ++refused; };
+    robot_.click(*grid_, cellCentre(2, Saldo));
+    robot_.type("x");
+    ASSERT_EQ(grid_->focusArea(), grid::Area::CellEdit);
+    robot_.click(*grid_, onSign(0));
+    EXPECT_EQ(refused, 1);
+    EXPECT_TRUE(grid_->IsGroupOpen(0));
+    EXPECT_EQ(grid_->focusArea(), grid::Area::CellEdit);
+    EXPECT_EQ(grid_->CurrentRow(), 2);
+    robot_.press(WXK_ESCAPE);
+    robot_.click(*grid_, onSign(0));
+    EXPECT_FALSE(grid_->IsGroupOpen(0));
+}
+
 } // namespace
 } // namespace norvel::tests
