@@ -19,6 +19,8 @@ target_include_directories(NorvelRicerca INTERFACE
   $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/NorvelRicerca>)
+# The headers are C++20, which a host's compiler may not take by itself; a host in C includes the C ones.
+target_compile_features(NorvelRicerca INTERFACE cxx_std_20)
 if(NOT WIN32)
   set(exported ${PROJECT_SOURCE_DIR}/cmake/NorvelRicerca.map)
   target_link_options(NorvelRicerca PRIVATE -Wl,--version-script=${exported} -Wl,-z,defs)

@@ -91,6 +91,15 @@ class Installazione(unittest.TestCase):
             self.assertEqual((done.returncode, done.stdout), (2, ""), program)
             self.assertRegex(done.stderr, program + r": -?\d+ - \w")
 
+    def test_a_project_in_cpp_of_two_lines_is_compiled_as_cpp20(self):
+        self.write("host.cpp", HOST_IN_CPP)
+        self.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.21)\nproject(Host LANGUAGES CXX)\n"
+                   "add_executable(host host.cpp)\nfind_package(NorvelRicerca REQUIRED)\n"
+                   "target_link_libraries(host PRIVATE NorvelRicerca::NorvelRicerca)\n")
+        build = self.build_with_cmake(self.folder)
+        self.assertEqual(run(os.path.join(build, "host"), environment=self.environment()),
+                         "1.000.094 9000 13 4\n")
+
     def test_a_project_in_c_alone_finds_the_package(self):
         self.write("host.c", HOST_IN_C)
         self.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.21)\nproject(Host LANGUAGES C)\n"
