@@ -41,7 +41,8 @@ double FrmRicerca::scala() const {
 }
 
 void FrmRicerca::creaControlli() {
-    Finestra = new wxFrame(nullptr, wxID_ANY, wxEmptyString);
+    // Its place is said from the start: a move to 0, 0 would count as none and the desktop choose.
+    Finestra = new wxFrame(nullptr, wxID_ANY, wxEmptyString, wxPoint(0, 0));
     Finestra->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     creaBarra();
     CmdChiudi =

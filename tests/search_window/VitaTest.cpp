@@ -115,6 +115,17 @@ TEST_F(VitaTest, WindowsStateZeroPlacesItAtTopAndLeft) {
     cerca(clienti(50));
 }
 
+TEST_F(VitaTest, TopAndLeftUnsetPlaceItInTheScreensCorner) {
+    ricerca.SetWindowsState("0");
+    aperta().then("controlla", [&] {
+        const wxPoint dove = finestra().Griglia->GetScreenPosition();
+        EXPECT_LT(dove.x, 12) << "no further than the frame is wide";
+        EXPECT_LT(dove.y, 32 + 40) << "below the toolbar and the title alone";
+    });
+    chiudi();
+    cerca(clienti(50));
+}
+
 TEST_F(VitaTest, OpeningSaysTheTotalAndEveryMoveTheCounter) {
     pronta()
         .then("appena aperta", [&] { EXPECT_EQ(stato(), "Totale record 120"); })
