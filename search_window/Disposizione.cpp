@@ -1,5 +1,6 @@
 #include "search_window/Disposizione.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace norvel::search_window {
@@ -10,6 +11,15 @@ std::optional<Misura> misuraGriglia(Misura area, std::optional<double> barraVisi
         area.altezza - barraVisibile.value_or(0) - statusVisibile.value_or(0) - margineInferiore;
     if (altezza < 0) return std::nullopt;
     return Misura{area.larghezza, altezza};
+}
+
+Riga ripartisciRiga(int larghezza, int freccia, int pannello, int chiudi) {
+    Riga riga;
+    riga.chiudi = std::clamp(chiudi, 0, std::max(0, larghezza));
+    const int resto = std::max(0, larghezza - riga.chiudi);
+    riga.pannello = std::clamp(pannello, 0, std::max(0, resto - freccia));
+    riga.barra = resto - riga.pannello;
+    return riga;
 }
 
 namespace {

@@ -25,6 +25,18 @@ struct Posizione {
 std::optional<Misura> misuraGriglia(Misura area, std::optional<double> barraVisibile,
                                     std::optional<double> statusVisibile);
 
+// Who has the window's first line, from the left: toolbar, panel of the advanced search, close
+// button; they touch and never overlap.
+struct Riga {
+    int barra = 0, pannello = 0, chiudi = 0; // widths, pixels
+    bool operator==(const Riga&) const = default;
+};
+
+// Shares out a width in pixels: the close button has what it wants first, then the toolbar the room
+// of its overflow arrow, then the panel, which is cut where it does not fit; the toolbar has what
+// is left.
+Riga ripartisciRiga(int larghezza, int freccia, int pannello, int chiudi);
+
 // Where a window is centred on the screen: each difference is rounded to whole twips, then halved
 // by integer division (so that a window larger than the screen goes to a negative place).
 Posizione posizioneCentrata(Misura schermo, Misura finestra);

@@ -114,14 +114,14 @@ void FrmRicerca::ridimensiona() {
     const int barra = twipsToPixels(altezzaBarra, s);
     const int status = twipsToPixels(altezzaStatus, s);
     const int bordo = Finestra->FromDIP(2);
-    const int chiudi = CmdChiudi->GetBestSize().x + 8 * bordo;
-
     const int pannello =
         frameRicercaAvanzata->IsShown() ? frameRicercaAvanzata->GetBestSize().x : 0;
+    const Riga riga =
+        ripartisciRiga(area.x, barra, pannello, CmdChiudi->GetBestSize().x + 8 * bordo);
 
-    BarraBase->SetSize(0, 0, std::max(0, area.x - chiudi - pannello), barra);
-    frameRicercaAvanzata->SetSize(std::max(0, area.x - chiudi - pannello), 0, pannello, barra);
-    CmdChiudi->SetSize(area.x - chiudi, 0, chiudi - bordo, barra - bordo);
+    BarraBase->SetSize(0, 0, riga.barra, barra);
+    frameRicercaAvanzata->SetSize(riga.barra, 0, riga.pannello, barra);
+    CmdChiudi->SetSize(riga.barra + riga.pannello, bordo, riga.chiudi - bordo, barra - 2 * bordo);
     StatusBar->SetSize(0, area.y - status, area.x, status);
     const auto misura =
         misuraGriglia({pixelsToTwips(area.x, s), pixelsToTwips(area.y, s)},

@@ -4,7 +4,9 @@
 #include "search_window/Pulsanti.h"
 #include "tests/search_window/Banco.h"
 
+#include <wx/button.h>
 #include <wx/display.h>
+#include <wx/panel.h>
 
 #include <locale.h>
 
@@ -47,6 +49,24 @@ TEST_F(VitaTest, WithTheToolbarHiddenTheGridStillStartsAt480Twips) {
         EXPECT_FALSE(finestra().CmdChiudi->IsShown()) << "the space above the grid stays empty";
         EXPECT_EQ(finestra().Griglia->GetPosition().y, 32);
     });
+    chiudi();
+    cerca(clienti(50));
+}
+
+TEST_F(VitaTest, TheCloseButtonStandsBesideThePanelInANarrowWindowToo) {
+    aperta().then("mostra il pannello", [] { finestra().BarraBase->Press("Drop"); });
+    for (const int larga : {700, 330, 250, 130}) {
+        script.then("ridimensiona", [larga] { finestra().Finestra->SetClientSize(larga, 300); });
+        script.waitFor("ridimensionata",
+                       [larga] { return finestra().Finestra->GetClientSize().x == larga; });
+        script.then("controlla", [larga] {
+            const wxRect chiudi = finestra().CmdChiudi->GetRect();
+            const wxRect pannello = finestra().frameRicercaAvanzata->GetRect();
+            EXPECT_LE(pannello.GetRight(), chiudi.x) << larga;
+            EXPECT_LE(finestra().BarraBase->GetRect().GetRight(), pannello.x) << larga;
+            EXPECT_LE(chiudi.GetRight(), larga) << larga;
+        });
+    }
     chiudi();
     cerca(clienti(50));
 }

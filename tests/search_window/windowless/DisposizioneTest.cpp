@@ -27,6 +27,16 @@ TEST(Disposizione, ANegativeHeightIsNoSizeAtAll) {
     EXPECT_EQ(misuraGriglia({5000, 830}, 480, 300), (Misura{5000, 0}));
 }
 
+TEST(Disposizione, TheFirstLineIsSharedOutWithoutOverlapsAtAnyWidth) {
+    EXPECT_EQ(ripartisciRiga(1000, 32, 245, 52), (Riga{703, 245, 52}));
+    EXPECT_EQ(ripartisciRiga(1000, 32, 0, 52), (Riga{948, 0, 52})) << "the panel is hidden";
+    EXPECT_EQ(ripartisciRiga(329, 32, 245, 52), (Riga{32, 245, 52})) << "all three just fit";
+    EXPECT_EQ(ripartisciRiga(240, 32, 245, 52), (Riga{32, 156, 52})) << "the panel is cut";
+    EXPECT_EQ(ripartisciRiga(70, 32, 245, 52), (Riga{18, 0, 52}));
+    EXPECT_EQ(ripartisciRiga(40, 32, 245, 52), (Riga{0, 0, 40}));
+    EXPECT_EQ(ripartisciRiga(0, 32, 245, 52), (Riga{0, 0, 0}));
+}
+
 TEST(Disposizione, CentredPlaceIsTheRoundedDifferenceHalvedByIntegerDivision) {
     EXPECT_EQ(posizioneCentrata({28800, 16200}, {11355, 7000}), (Posizione{8722, 4600}));
     EXPECT_EQ(posizioneCentrata({28800.4, 16200.6}, {11355, 7000}), (Posizione{8722, 4600}))
