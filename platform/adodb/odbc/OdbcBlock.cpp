@@ -2,11 +2,14 @@
 
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/odbc/OdbcText.h"
+#include "platform/adodb/store/IsoDate.h"
 #include "platform/runtime/Formats.h"
 #include "platform/runtime/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
+#include <string_view>
 
 namespace norvel::adodb {
 
@@ -41,6 +44,40 @@ std::optional<double> daysOf(const SQL_TIMESTAMP_STRUCT& moment) {
     if (!day) return std::nullopt;
     const double time = fractionOf(moment.hour, moment.minute, moment.second, moment.fraction);
     return day->days < 0 ? day->days - time : day->days + time;
+}
+
+// "[-]hours:mm:ss[.fraction]", hours beyond a day included, as days.
+std::optional<double> daysOfTime(std::string_view text) {
+    const bool negative = text.starts_with('-');
+    if (negative) text.remove_prefix(1);
+    unsigned parts[3] = {};
+    for (unsigned& part : parts) {
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), part);
+        if (read.ec != std::errc()) return std::nullopt;
+        text.remove_prefix(static_cast<std::size_t>(read.ptr - text.data()));
+        if (&part != &parts[2] && !text.starts_with(':')) return std::nullopt;
+        if (&part != &parts[2]) text.remove_prefix(1);
+    }
+    double second = 0;
+    if (!text.empty()) {
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), second);
+        if (read.ec != std::errc() || text.front() != '.') return std::nullopt;
+    }
+    const double days = fractionOf(parts[0], parts[1], parts[2], 0) + second / 86400;
+    return negative ? -days : days;
+}
+
+// What a date, a time or a moment means; nullopt for what is no day of the calendar.
+std::optional<double> daysIn(const OdbcColumn& column, const char* data, SQLLEN length) {
+    if (column.cType == SQL_C_CHAR) {
+        const std::string_view text(data,
+                                    std::min(static_cast<std::size_t>(length), column.width - 1));
+        return column.as == FetchedAs::Time ? daysOfTime(text) : parseIsoDate(text);
+    }
+    if (column.as == FetchedAs::Date) return daysOf(readStruct<SQL_DATE_STRUCT>(data));
+    if (column.as == FetchedAs::Moment) return daysOf(readStruct<SQL_TIMESTAMP_STRUCT>(data));
+    const auto time = readStruct<SQL_TIME_STRUCT>(data);
+    return fractionOf(time.hour, time.minute, time.second, 0);
 }
 
 } // namespace
@@ -281,13 +318,6 @@ bool OdbcBlock::storeCell(Batch& batch, std::size_t column) const {
         batch.setNull(c);
         return true;
     }
-    const auto setDays = [&](std::optional<double> days) {
-        if (days)
-            batch.setDate(c, *days);
-        else
-            batch.setNull(c);
-        return true;
-    };
     switch (columns_[column].as) {
     case FetchedAs::Integer: {
         const auto value = readStruct<std::int64_t>(data);
@@ -302,13 +332,13 @@ bool OdbcBlock::storeCell(Batch& batch, std::size_t column) const {
         batch.setReal(c, readStruct<double>(data));
         return true;
     case FetchedAs::Date:
-        return setDays(daysOf(readStruct<SQL_DATE_STRUCT>(data)));
     case FetchedAs::Moment:
-        return setDays(daysOf(readStruct<SQL_TIMESTAMP_STRUCT>(data)));
-    case FetchedAs::Time: {
-        const auto time = readStruct<SQL_TIME_STRUCT>(data);
-        return setDays(fractionOf(time.hour, time.minute, time.second, 0));
-    }
+    case FetchedAs::Time:
+        if (const auto days = daysIn(columns_[column], data, length))
+            batch.setDate(c, *days);
+        else
+            batch.setNull(c);
+        return true;
     case FetchedAs::Guid: {
         std::string_view digits(data, static_cast<std::size_t>(length));
         if (digits.starts_with('{')) return batch.setText(c, digits.data(), digits.size());

@@ -16,6 +16,7 @@ namespace {
 
 using Kind = RowChange::Kind;
 using Values = std::vector<Variant>;
+using Moments = OdbcSql::Moments;
 
 constexpr const char* savepoint = "norvelricerca_modifica";
 constexpr int longestStatement = 30; // seconds
@@ -86,7 +87,7 @@ class Writer {
 
     Values write() {
         if (change_.kind == Kind::Insert) return insert();
-        const OdbcSql where = byKey(change_.before);
+        const OdbcSql where = byKey(change_.before, false);
         checkUnchanged(where);
         if (change_.kind == Kind::Delete) {
             OdbcSql text = sql("DELETE FROM " + change_.identity.table);
@@ -98,7 +99,7 @@ class Writer {
         Values after = change_.before;
         for (const auto& cell : change_.cells)
             after[static_cast<std::size_t>(cell.column)] = cell.value;
-        return rowNow(byKey(after), false);
+        return rowNow(byKey(after, true), false);
     }
 
     void execute(OdbcSql& text) {
@@ -111,21 +112,27 @@ class Writer {
         if (changed > 1) throw adoError(oleFail, "La chiave non distingue il record da altri.");
     }
 
-    void addEqual(OdbcSql& where, int column, const Variant& value) const {
+    void addEqual(OdbcSql& where, int column, const Variant& value, Moments moments) const {
         where += name(column);
         if (value.isNull() || value.isEmpty()) {
             where += " IS NULL";
             return;
         }
         where += " = ";
-        where.addValue(info(column), value);
+        where.addValue(info(column), value, moments);
     }
-    OdbcSql byKey(const Values& row) const {
+    bool isChanged(int column) const {
+        return std::ranges::any_of(
+            change_.cells, [&](const RowChange::Cell& cell) { return cell.column == column; });
+    }
+    // written: the row holds the change's own values where it has them.
+    OdbcSql byKey(const Values& row, bool written) const {
         OdbcSql where = sql(" WHERE ");
         bool first = true;
         for (const int column : change_.identity.key) {
             if (!std::exchange(first, false)) where += " AND ";
-            addEqual(where, column, row[static_cast<std::size_t>(column)]);
+            addEqual(where, column, row[static_cast<std::size_t>(column)],
+                     written && isChanged(column) ? Moments::Rounded : Moments::Exact);
         }
         return where;
     }
@@ -135,7 +142,7 @@ class Writer {
         for (std::size_t i = 0; i < change_.cells.size(); ++i) {
             if (i) text += ", ";
             text += name(change_.cells[i].column) + " = ";
-            text.addValue(info(change_.cells[i].column), change_.cells[i].value);
+            text.addValue(info(change_.cells[i].column), change_.cells[i].value, Moments::Rounded);
         }
         text.add(where);
         execute(text);
@@ -152,7 +159,7 @@ class Writer {
         }
         for (std::size_t i = 0; i < change_.cells.size(); ++i) {
             text += i ? ", " : ") VALUES (";
-            text.addValue(info(change_.cells[i].column), change_.cells[i].value);
+            text.addValue(info(change_.cells[i].column), change_.cells[i].value, Moments::Rounded);
         }
         if (!none) text += ")";
         if (connection_->kind() == ServerKind::PostgreSql) return insertReturning(text);
@@ -176,7 +183,7 @@ class Writer {
             const Variant& value = row[static_cast<std::size_t>(column)];
             return !value.isNull() && !value.isEmpty();
         };
-        if (!key.empty() && std::ranges::all_of(key, given)) return byKey(row);
+        if (!key.empty() && std::ranges::all_of(key, given)) return byKey(row, true);
         const bool numbered = key.size() == 1 && connection_->kind() == ServerKind::MySql &&
                               (info(key.front()).attributes & adFldKeyColumn) != 0;
         if (numbered) return sql(" WHERE " + name(key.front()) + " = LAST_INSERT_ID()");
@@ -184,7 +191,7 @@ class Writer {
         bool first = true;
         for (const auto& cell : change_.cells) {
             if (!std::exchange(first, false)) where += " AND ";
-            addEqual(where, cell.column, cell.value);
+            addEqual(where, cell.column, cell.value, Moments::Rounded);
         }
         return where;
     }
@@ -194,9 +201,7 @@ class Writer {
     bool written(std::size_t column) const {
         if (change_.columns[column].origin.empty()) return false;
         if (change_.kind == Kind::Delete) return true;
-        return std::ranges::any_of(change_.cells, [&](const RowChange::Cell& cell) {
-            return static_cast<std::size_t>(cell.column) == column;
-        });
+        return isChanged(static_cast<int>(column));
     }
     // Of a row that may hold values of other rows every one is looked at.
     void checkUnchanged(const OdbcSql& where) {

@@ -51,6 +51,7 @@ constexpr TypeRow unknownType{0, adVarWChar, adVarWChar, FetchedAs::Text, SQL_C_
 
 constexpr std::size_t longestBound = 8000; // characters; a longer declaration says little
 constexpr std::size_t bytesPerCharacter = 4;
+constexpr std::size_t momentWidth = 40; // of a date or a time as a text
 constexpr SQLSMALLINT nameSize = 512;
 
 const TypeRow& typeOf(SQLSMALLINT sql) {
@@ -83,6 +84,10 @@ class Describer {
         }
         if (nullable == SQL_NO_NULLS) column.info.attributes &= ~(adFldIsNullable | adFldMayBeNull);
         column.width = isLong ? 0 : widthOf(type, size);
+        if (comesAsText(type.as)) {
+            column.cType = SQL_C_CHAR;
+            column.width = momentWidth;
+        }
         column.info.origin = text(SQL_DESC_BASE_COLUMN_NAME);
         column.table = text(SQL_DESC_BASE_TABLE_NAME);
         column.catalog = text(SQL_DESC_CATALOG_NAME);
@@ -95,6 +100,14 @@ class Describer {
   private:
     static constexpr SQLULEN maximum = 0x7FFFFFFF;
 
+    // What the driver cannot put into a struct it makes up, without a word: MariaDB's leaves a time
+    // beyond a day as the buffer was, PostgreSQL's makes today of a date before Christ.
+    bool comesAsText(FetchedAs as) const {
+        const ServerKind kind = statement_.connection().kind();
+        if (as == FetchedAs::Time)
+            return kind == ServerKind::MySql || kind == ServerKind::PostgreSql;
+        return kind == ServerKind::PostgreSql && (as == FetchedAs::Date || as == FetchedAs::Moment);
+    }
     static std::size_t widthOf(const TypeRow& type, SQLULEN size) {
         if (type.as == FetchedAs::Bytes) return size > 0 && size <= longestBound ? size : 0;
         if (type.as == FetchedAs::Guid) return 64;

@@ -19,11 +19,11 @@ constexpr SQLULEN longestVarchar = 4000;
 constexpr long long dayMicroseconds = 86400LL * 1000000;
 
 // "yyyy-mm-dd", "hh:mm:ss", or both with as many decimals of a second as there are.
-std::string momentText(double days, DataTypeEnum type) {
+std::string momentText(double days, DataTypeEnum type, OdbcSql::Moments moments) {
     double day = std::trunc(days);
     auto microseconds = std::llround(std::abs(days - day) * static_cast<double>(dayMicroseconds));
-    // A Double's moment of today has a few microseconds of noise.
-    if (microseconds % 1000 < 20 || microseconds % 1000 > 980)
+    const bool noise = microseconds % 1000 < 20 || microseconds % 1000 > 980;
+    if (moments == OdbcSql::Moments::Rounded && noise)
         microseconds = (microseconds + 500) / 1000 * 1000;
     if (microseconds == dayMicroseconds) {
         microseconds = 0;
@@ -43,8 +43,8 @@ std::string momentText(double days, DataTypeEnum type) {
     return type == adDBTime ? full.substr(11) : full;
 }
 
-std::string dateLiteral(ServerKind kind, double days, DataTypeEnum type) {
-    const std::string moment = momentText(days, type);
+std::string dateLiteral(ServerKind kind, double days, DataTypeEnum type, OdbcSql::Moments moments) {
+    const std::string moment = momentText(days, type, moments);
     if (kind == ServerKind::SqlServer) return "'" + replaceText(moment, " ", "T") + "'";
     if (kind != ServerKind::MySql && kind != ServerKind::PostgreSql) return "'" + moment + "'";
     const char* word = type == adDBDate ? "DATE" : type == adDBTime ? "TIME" : "TIMESTAMP";
@@ -68,7 +68,7 @@ void OdbcSql::add(const OdbcSql& other) {
     parameters_.insert(parameters_.end(), other.parameters_.begin(), other.parameters_.end());
 }
 
-void OdbcSql::addValue(const ColumnInfo& column, const Variant& value) {
+void OdbcSql::addValue(const ColumnInfo& column, const Variant& value, Moments moments) {
     switch (value.type()) {
     case VarType::Empty:
     case VarType::Null:
@@ -82,7 +82,7 @@ void OdbcSql::addValue(const ColumnInfo& column, const Variant& value) {
         return;
     case VarType::Date:
         text += dateLiteral(kind_, value.toDate().days,
-                            isDateColumn(column.type) ? column.type : adDBTimeStamp);
+                            isDateColumn(column.type) ? column.type : adDBTimeStamp, moments);
         return;
     case VarType::R4:
     case VarType::R8:

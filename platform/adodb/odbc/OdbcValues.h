@@ -5,6 +5,7 @@
 #include "platform/adodb/store/ColumnInfo.h"
 #include "platform/runtime/Variant.h"
 
+#include <cstdint>
 #include <list>
 #include <string>
 
@@ -23,8 +24,11 @@ class OdbcSql {
         return *this;
     }
     void add(const OdbcSql& other); // text and parameters
+    // Moments: as the server gave them, to the microsecond; or without the last bits' noise of what
+    // somebody computed, which a server that cuts decimals off would make a second of.
+    enum class Moments : std::uint8_t { Exact, Rounded };
     // A value for a column of this type.
-    void addValue(const ColumnInfo& column, const Variant& value);
+    void addValue(const ColumnInfo& column, const Variant& value, Moments moments);
     // Binds the parameters; this must outlive the execution.
     void bind(OdbcStatement& statement);
 

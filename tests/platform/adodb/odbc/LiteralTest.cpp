@@ -7,11 +7,12 @@ namespace norvel::adodb {
 namespace {
 
 std::string written(double days, DataTypeEnum type = adDBTimeStamp,
-                    ServerKind kind = ServerKind::PostgreSql) {
+                    ServerKind kind = ServerKind::PostgreSql,
+                    OdbcSql::Moments moments = OdbcSql::Moments::Rounded) {
     ColumnInfo column;
     column.type = type;
     OdbcSql sql(kind);
-    sql.addValue(column, Date{days});
+    sql.addValue(column, Date{days}, moments);
     return sql.text;
 }
 
@@ -34,6 +35,15 @@ TEST(OdbcLiteralTest, TheLastSecondOfADayStaysInThatDay) {
 TEST(OdbcLiteralTest, AMomentThatRoundsToMidnightIsTheNextDaysBeginning) {
     EXPECT_EQ(written(40617 + 1 - second * 1e-6), "TIMESTAMP '2011-03-16 00:00:00'");
     EXPECT_EQ(written(40617 + 1 - second * 1e-6, adDBDate), "DATE '2011-03-16'");
+}
+
+TEST(OdbcLiteralTest, AMomentThatAServerGaveKeepsItsMicroseconds) {
+    const auto exact = [](double days) {
+        return written(days, adDBTimeStamp, ServerKind::PostgreSql, OdbcSql::Moments::Exact);
+    };
+    EXPECT_EQ(exact(40617.25 + second * 0.789012), "TIMESTAMP '2011-03-15 06:00:00.789012'");
+    EXPECT_EQ(exact(40617 + 1 - second * 1e-6), "TIMESTAMP '2011-03-15 23:59:59.999999'");
+    EXPECT_EQ(exact(40618), "TIMESTAMP '2011-03-16 00:00:00'");
 }
 
 TEST(OdbcLiteralTest, BeforeTheDayZeroTheTimeCountsForwardToo) {
