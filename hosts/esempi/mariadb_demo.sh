@@ -12,9 +12,9 @@ start_mariadb() {
     as=(setpriv --reuid=mysql --regid=mysql --clear-groups)
   fi
   port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-  "${as[@]}" mariadb-install-db --no-defaults --datadir="$mariadb_folder/dati" \
+  "${as[@]}" mariadb-install-db --no-defaults --datadir="$mariadb_folder/dati" --tmpdir="$mariadb_folder" \
     --auth-root-authentication-method=normal --skip-test-db >"$mariadb_folder/installazione.log" 2>&1
-  "${as[@]}" mariadbd --no-defaults --datadir="$mariadb_folder/dati" --socket="$mariadb_folder/s" \
+  "${as[@]}" mariadbd --no-defaults --datadir="$mariadb_folder/dati" --tmpdir="$mariadb_folder" --socket="$mariadb_folder/s" \
     --port="$port" --bind-address=127.0.0.1 --skip-name-resolve --local-infile=1 \
     --character-set-server=utf8mb4 >"$mariadb_folder/server.log" 2>&1 &
   mariadb_pid=$!

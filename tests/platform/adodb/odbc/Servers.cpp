@@ -191,18 +191,20 @@ class MariaDb : public TestServer {
     MariaDb() {
         settle("mysql");
         const std::string data = path("dati");
+        // A server that starts clears its folder of temporary tables, others' in the same included.
         run({"mariadb-install-db", "--no-defaults", "--datadir=" + data,
-             "--auth-root-authentication-method=normal", "--skip-test-db"});
+             "--tmpdir=" + folder_.string(), "--auth-root-authentication-method=normal",
+             "--skip-test-db"});
         const std::string first = path("primo.sql");
         std::ofstream(first) << "CREATE DATABASE " << database
                              << " CHARACTER SET utf8mb4;\nCREATE USER '" << user
                              << "'@'127.0.0.1' IDENTIFIED BY '" << password
                              << "';\nGRANT ALL ON *.* TO '" << user << "'@'127.0.0.1';\n";
-        launch({"mariadbd", "--no-defaults", "--datadir=" + data, "--socket=" + path("s"),
-                "--port=" + std::to_string(port_), "--bind-address=127.0.0.1",
-                "--skip-name-resolve", "--innodb-flush-log-at-trx-commit=2",
-                "--innodb-buffer-pool-size=64M", "--character-set-server=utf8mb4",
-                "--init-file=" + first});
+        launch({"mariadbd", "--no-defaults", "--datadir=" + data, "--tmpdir=" + folder_.string(),
+                "--socket=" + path("s"), "--port=" + std::to_string(port_),
+                "--bind-address=127.0.0.1", "--skip-name-resolve",
+                "--innodb-flush-log-at-trx-commit=2", "--innodb-buffer-pool-size=64M",
+                "--character-set-server=utf8mb4", "--init-file=" + first});
     }
     std::string dialectConnection() const override {
         return "Driver={MySQL ODBC 5.1 Driver};Server=127.0.0.1;Port=" + std::to_string(port_) +
