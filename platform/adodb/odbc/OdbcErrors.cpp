@@ -85,11 +85,18 @@ void cutFront(std::string& text, std::string_view word) {
     if (text.starts_with(word)) text = trimText(std::string_view(text).substr(word.size()));
 }
 
-std::string withoutSecret(std::string text, const std::string& secret) {
-    if (secret.empty()) return text;
+void hide(std::string& text, const std::string& secret) {
     for (std::size_t at = text.find(secret); at != std::string::npos;
          at = text.find(secret, at + 3))
         text.replace(at, secret.size(), "***");
+}
+
+// As it is, as a connection string has it between braces, and as a literal.
+std::string withoutSecret(std::string text, const std::string& secret) {
+    if (secret.empty()) return text;
+    hide(text, replaceText(secret, "}", "}}"));
+    hide(text, replaceText(secret, "'", "''"));
+    hide(text, secret);
     return text;
 }
 

@@ -80,6 +80,13 @@ TEST(OdbcErrors, ServersTextsLoseWhoSpeaksAndPasswords) {
     EXPECT_EQ(error.descrizione().find("segreta"), std::string::npos) << error.descrizione();
 }
 
+TEST(OdbcErrors, APasswordIsHiddenAsDriversWriteItToo) {
+    for (const char* text : {"PWD={se}}gr'eta};", "IDENTIFIED BY 'se}gr''eta'", "se}gr'eta"}) {
+        const Errore error = odbcError({"HY000", 0, text}, "srv", "se}gr'eta");
+        EXPECT_EQ(error.descrizione().find("eta"), std::string::npos) << error.descrizione();
+    }
+}
+
 TEST(StatementShape, WhatLeavesSomethingOnTheConnection) {
     const std::pair<const char*, StatementKind> cases[] = {
         {"SELECT * FROM t", StatementKind::Reads},
