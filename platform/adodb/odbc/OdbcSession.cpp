@@ -41,6 +41,10 @@ class OdbcSession : public Session {
     using Use = std::shared_ptr<OdbcUse>;
 
     Use own(const std::atomic<bool>* cancelled);
+    Errore transactionLost() const {
+        return {oleFail, "La connessione con «" + links_->target().place +
+                             "» si è interrotta, e con essa la transazione."};
+    }
     void end(bool commit);
     StatementResult run(const Use& use, const StatementRequest& request, const std::string& sql);
     StatementResult runNeutral(const Use& use, const StatementRequest& request);
@@ -65,9 +69,7 @@ OdbcSession::Use OdbcSession::own(const std::atomic<bool>* cancelled) {
     Use use = links_->own(cancelled, !transaction_ && !particular_);
     if (!use->replaced()) return use;
     particular_ = false;
-    if (transaction_.exchange(false))
-        throw Errore(oleFail, "La connessione con «" + links_->target().place +
-                                  "» si è interrotta, e con essa la transazione.");
+    if (transaction_.exchange(false)) throw transactionLost();
     return use;
 }
 
@@ -143,8 +145,14 @@ void OdbcSession::begin() {
 
 void OdbcSession::end(bool commit) {
     const Use use = own(nullptr);
-    use->connection()->endTransaction(commit);
-    use->connection()->setAutocommit(true);
+    try {
+        use->connection()->endTransaction(commit);
+        use->connection()->setAutocommit(true);
+    } catch (const Errore&) {
+        if (!use->connection()->broken()) throw;
+        transaction_ = false; // told now, not once more by the next statement
+        throw transactionLost();
+    }
     transaction_ = false;
 }
 

@@ -187,5 +187,21 @@ TEST_P(OdbcFault, ACutConnectionTakesItsTransactionWithIt) {
     EXPECT_EQ(first(connection, "SELECT count(*) FROM persa").toI8(), 1);
 }
 
+TEST_P(OdbcFault, ATransactionThatEndsOnACutConnectionIsToldLostOnce) {
+    for (const bool commit : {true, false}) {
+        const auto connection = open();
+        table(connection, "persa", "n integer");
+        connection->BeginTrans();
+        connection->Execute("INSERT INTO persa VALUES (1)");
+        server().stop();
+        server().start();
+        const std::string text = descriptionOf(
+            [&] { commit ? connection->CommitTrans() : connection->RollbackTrans(); });
+        EXPECT_NE(text.find("transazione"), std::string::npos) << text;
+        connection->Execute("INSERT INTO persa VALUES (3)");
+        EXPECT_EQ(first(connection, "SELECT count(*) FROM persa").toI8(), 1);
+    }
+}
+
 } // namespace
 } // namespace norvel::adodb
