@@ -37,6 +37,9 @@ class OdbcConnection {
     Errore error(SQLSMALLINT type, SQLHANDLE handle);
     // A text about the connection (SQL_DBMS_NAME…).
     std::string info(SQLUSMALLINT what) const;
+    // The server sends no more than a number of rows, see RowBound.
+    bool rowsBound() const { return rowsBound_; }
+    void setRowsBound(bool bound) { rowsBound_ = bound; }
     void setAutocommit(bool on);
     void endTransaction(bool commit);
 
@@ -48,6 +51,7 @@ class OdbcConnection {
     SQLHENV env_ = SQL_NULL_HENV;
     SQLHDBC dbc_ = SQL_NULL_HDBC;
     bool connected_ = false;
+    bool rowsBound_ = false;
     std::atomic<bool> broken_{false};
 };
 

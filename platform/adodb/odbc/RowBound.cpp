@@ -31,17 +31,25 @@ std::size_t likelyRow(const std::shared_ptr<OdbcConnection>& connection,
     return bytes;
 }
 
+void setBound(const std::shared_ptr<OdbcConnection>& connection, const std::string& rows) {
+    OdbcStatement(connection, nullptr, 0).execute("SET SESSION SQL_SELECT_LIMIT = " + rows);
+}
+
 } // namespace
 
 std::int64_t boundRows(const std::shared_ptr<OdbcConnection>& connection,
                        const StatementRequest& request, const std::string& sql) {
-    if (connection->kind() != ServerKind::MySql || kindOfStatement(sql) != StatementKind::Reads)
+    if (connection->kind() != ServerKind::MySql) return 0;
+    if (kindOfStatement(sql) != StatementKind::Reads) {
+        if (connection->rowsBound()) setBound(connection, "DEFAULT");
+        connection->setRowsBound(false);
         return 0;
+    }
     const std::size_t row = likelyRow(connection, request, sql);
     if (row == 0) return 0;
     const std::size_t rows = std::max<std::size_t>(fetchLimit() / row, 1);
-    OdbcStatement(connection, nullptr, 0)
-        .execute("SET SESSION SQL_SELECT_LIMIT = " + std::to_string(rows));
+    setBound(connection, std::to_string(rows));
+    connection->setRowsBound(true);
     return static_cast<std::int64_t>(rows);
 }
 

@@ -155,6 +155,19 @@ TEST_P(OdbcFetch, MoreRowsThanTheLimitStopTheFetch) {
               20000);
 }
 
+TEST_P(OdbcFetch, TheLimitOfOneStatementCutsNoOther) {
+    const auto connection = open();
+    table(connection, "tanti", "n integer primary key");
+    connection->Execute("INSERT INTO tanti " +
+                        pick("SELECT seq FROM seq_1_to_20000", "SELECT generate_series(1, 20000)"));
+    connection->BeginTrans();
+    setFetchLimit(std::size_t{256} * 1024);
+    rows(connection, "SELECT n FROM tanti WHERE n < 10");
+    setFetchLimit(0);
+    EXPECT_EQ(rows(connection, "SELECT n FROM tanti FOR UPDATE")->RecordCount(), 20000);
+    connection->RollbackTrans();
+}
+
 TEST_P(OdbcFetch, ATableIsOpenedByItsName) {
     const auto connection = open();
     table(connection, "Elenco_1", "n integer");
