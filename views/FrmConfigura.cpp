@@ -30,8 +30,16 @@ FrmConfigura*& istanza() {
 
 } // namespace
 
-FrmConfigura::FrmConfigura(adodb::RecordsetRef righe, const grid::Layout& presente) {
+FrmConfigura::FrmConfigura() {
     controls::avviaToolkit();
+}
+
+FrmConfigura::FrmConfigura(adodb::RecordsetRef righe, const grid::Layout& presente)
+    : FrmConfigura() {
+    carica(std::move(righe), presente);
+}
+
+void FrmConfigura::carica(adodb::RecordsetRef righe, const grid::Layout& presente) {
     righe_ = std::make_unique<RigheAnteprima>(std::move(righe), DBRicerca);
     creaControlli();
     collegaEventi();

@@ -41,7 +41,8 @@ namespace norvel::views {
 // saved view.
 class FrmConfigura {
   public:
-    // Loads the window, hidden. Raises what the recordset raises where it cannot be cloned.
+    // Loads the window, hidden. Raises what the recordset raises where it cannot be cloned, and
+    // what a session value raises that is no text; no part of the window stays then.
     FrmConfigura(adodb::RecordsetRef righe, const grid::Layout& presente);
     ~FrmConfigura();
     FrmConfigura(const FrmConfigura&) = delete;
@@ -93,6 +94,9 @@ class FrmConfigura {
     int PaginaMostrata() const { return pagina_; }
 
   private:
+    FrmConfigura(); // without anything; from here on the destructor takes away what was made
+    void carica(adodb::RecordsetRef righe, const grid::Layout& presente);
+
     // FrmConfiguraControlli.cpp: making and placing the controls
     void creaControlli();
     void creaPagine();
