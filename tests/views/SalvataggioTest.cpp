@@ -329,6 +329,58 @@ TEST_F(SalvataggioTest, ActivatingAViewWhoseRowIsGoneKeepsTheBoxAsItWas) {
     EXPECT_EQ(nome, "Altra");
 }
 
+TEST_F(SalvataggioTest, AViewNamedAfterABaseHasItsOwnFileAndRowButActivatingShowsThatBase) {
+    prepara();
+    mostrata = "della vista";
+    salva("Base:ART");
+    EXPECT_EQ(boxes.lastText(), "Salvataggio Completato");
+    EXPECT_TRUE(esiste("ROSSIBase:ART.grx"));
+    EXPECT_NE(tabella().find("ROSSI/CLI/Base:ART"), std::string::npos);
+    grid::Layout disposizione;
+    disposizione.Columns.resize(1);
+    disposizione.Columns[0].DataField = "codice";
+    disposizione.Columns[0].Caption = "degli articoli";
+    grid::saveLayout((cartella / "parametri/ART.grx").string(), "CLI", disposizione);
+    scegli("Base:ART");
+    boxes.answer(BoxAnswer::Yes);
+    attivaVista(sessione, parti());
+    EXPECT_EQ(mostrata, "degli articoli");
+    EXPECT_EQ(nome, "Base:ART");
+}
+
+TEST_F(SalvataggioTest, WithoutAUserTheFileHasTheViewsNameAloneAndTheRowAnEmptyOperator) {
+    sessione.gUser = Variant();
+    prepara();
+    salva("Comune", true);
+    EXPECT_EQ(boxes.lastText(), "Salvataggio Completato");
+    EXPECT_TRUE(esiste("Comune.grx"));
+    EXPECT_EQ(lista.tutte(), "Comune=0");
+    EXPECT_EQ(tabella(), "ROSSI/CLI/Mia* ROSSI/CLI/Altra ROSSI/ART/Articoli* BIANCHI/CLI/Sua* "
+                         "/CLI/Comune*")
+        << "preferred views of operators with a code stay so";
+}
+
+TEST_F(SalvataggioTest, SeparatorsInANameArePartOfThePath) {
+    prepara();
+    const std::string prima = tabella();
+    for (const char* vista : {"sotto\\mia", "sotto/mia"}) {
+        salva(vista);
+        EXPECT_EQ(boxes.lastText().rfind("Errore nel modulo di ricerca", 0), 0U)
+            << vista << ": there is no such folder";
+        EXPECT_EQ(tabella(), prima) << "the file comes first";
+    }
+    fs::create_directories(cartella / "ROSSIsotto");
+    salva("sotto\\mia");
+    EXPECT_EQ(boxes.lastText(), "Salvataggio Completato");
+    EXPECT_TRUE(esiste("ROSSIsotto/mia.grx"));
+    EXPECT_EQ(tabella(), prima + " ROSSI/CLI/sotto\\mia");
+    scegli("sotto\\mia");
+    boxes.answer(BoxAnswer::Yes);
+    mostrata = "altra";
+    attivaVista(sessione, parti());
+    EXPECT_EQ(mostrata, "propria");
+}
+
 TEST_F(SalvataggioTest, DeletingTakesRowAndEntryAndLeavesTheFile) {
     prepara();
     scrivi("ROSSIMia.grx", "x");
