@@ -44,10 +44,13 @@ FileDisposizione disposizionePersonale(const VariabiliGlobali& sessione, const s
     return {testoSessione(sessione.gPercorsoPers) + disposizione + estensione, disposizione};
 }
 
+// A search of the folder answers with the name of a file alone, so that one in a folder below,
+// which a separator in the view's name leads to, is never the one that was looked for.
 bool esisteDisposizionePersonale(const VariabiliGlobali& sessione, const std::string& nome) {
+    const FileDisposizione cercato = disposizionePersonale(sessione, nome);
+    if (cercato.nome.find_first_of("\\/") != std::string::npos) return false;
     std::error_code errore;
-    return std::filesystem::is_regular_file(
-        percorsoSistema(disposizionePersonale(sessione, nome).percorso), errore);
+    return std::filesystem::is_regular_file(percorsoSistema(cercato.percorso), errore);
 }
 
 Variant CaricaVistaBase(grid::LayoutKeeper& griglia, const VariabiliGlobali& sessione,

@@ -21,7 +21,7 @@ NR_API FileDisposizione disposizioneBase(const VariabiliGlobali& sessione,
 // Of the session's operator.
 NR_API FileDisposizione disposizionePersonale(const VariabiliGlobali& sessione,
                                               const std::string& nome);
-// Whether there is a file for the operator's view of this name, case-blind.
+// Whether there is a file for the operator's view of this name, case-blind, in the folder itself.
 NR_API bool esisteDisposizionePersonale(const VariabiliGlobali& sessione, const std::string& nome);
 
 // What begins a view's name that stands for a base layout; the menu's entry is this and Modulo.

@@ -381,6 +381,18 @@ TEST_F(SalvataggioTest, SeparatorsInANameArePartOfThePath) {
     EXPECT_EQ(mostrata, "propria");
 }
 
+TEST_F(SalvataggioTest, AFileInAFolderBelowRefusesNoName) {
+    prepara();
+    fs::create_directories(cartella / "ROSSIsotto");
+    scrivi("ROSSIsotto/mia.grx", "di una vista cancellata");
+    for (const char* vista : {"sotto\\mia", "sotto/mia"}) {
+        salva(vista);
+        EXPECT_EQ(boxes.lastText(), "Salvataggio Completato") << vista;
+    }
+    EXPECT_EQ(lista.ListCount(), 4);
+    EXPECT_NE(contenuto("ROSSIsotto/mia.grx"), "di una vista cancellata");
+}
+
 TEST_F(SalvataggioTest, DeletingTakesRowAndEntryAndLeavesTheFile) {
     prepara();
     scrivi("ROSSIMia.grx", "x");
