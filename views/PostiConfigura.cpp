@@ -10,6 +10,7 @@ namespace {
 constexpr double altoGriglia = 75;     // the grid's top
 constexpr double margineGriglia = 100; // what the grid leaves of the width beside the menu
 constexpr double marginePagina = 75;   // below and beside the pages, and between grid and pages
+constexpr double minimoParte = 1000;   // of grid and pages: room for a scroll bar
 
 double meta(double differenza) {
     return std::trunc(std::round(differenza) / 2);
@@ -22,10 +23,11 @@ PostiConfigura postiConfigura(double larghezza, double altezza, double larghezza
     posti.menu = {0, 0, larghezzaMenu, altezza};
     const double sinistra = larghezzaMenu + sinistraPagine;
     posti.griglia = {sinistra, altoGriglia,
-                     std::max(0.0, larghezza - larghezzaMenu - margineGriglia),
+                     std::max(minimoParte, larghezza - larghezzaMenu - margineGriglia),
                      altoPagine - marginePagina - altoGriglia};
-    posti.pagina = {sinistra, altoPagine, std::max(0.0, larghezza - sinistra - marginePagina),
-                    std::max(0.0, altezza - altoPagine - marginePagina)};
+    posti.pagina = {sinistra, altoPagine,
+                    std::max(minimoParte, larghezza - sinistra - marginePagina),
+                    std::max(minimoParte, altezza - altoPagine - marginePagina)};
     return posti;
 }
 

@@ -11,7 +11,7 @@ struct Riquadro {
 };
 
 struct PostiConfigura {
-    Riquadro menu, griglia, pagina; // of the window's inner area; nothing is ever less than 0
+    Riquadro menu, griglia, pagina; // of the window's inner area
     bool operator==(const PostiConfigura&) const = default;
 };
 
@@ -19,7 +19,8 @@ inline constexpr double sinistraPagine = 75; // from the menu's right edge; the 
 inline constexpr double altoPagine = 2500;   // the pages' top; the grid ends a little above it
 
 // The menu at the left edge, as high as the window; the grid beside it; the pages below the grid,
-// over what is left of the window.
+// over what is left of the window. Where hardly anything is left, grid and pages go on beyond the
+// window's edge: scroll bars without the room that they need are an error to the toolkit.
 NR_API PostiConfigura postiConfigura(double larghezza, double altezza, double larghezzaMenu);
 
 // Centred on a screen, each half a whole number of twips.

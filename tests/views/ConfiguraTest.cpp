@@ -57,11 +57,13 @@ TEST(PostiConfiguraTest, PartsStandByTheConstants) {
     EXPECT_LE(posti.pagina.top + posti.pagina.height, 8000);
 }
 
-TEST(PostiConfiguraTest, AWindowWithoutRoomGivesNoNegativeSizes) {
-    const PostiConfigura posti = postiConfigura(100, 50, 3600);
-    for (const Riquadro& parte : {posti.griglia, posti.pagina, posti.menu}) {
-        EXPECT_GE(parte.width, 0);
-        EXPECT_GE(parte.height, 0);
+TEST(PostiConfiguraTest, InAWindowWithoutRoomGridAndPagesKeepRoomForAScrollBar) {
+    for (const auto& [larghezza, altezza] : {std::pair{100, 50}, {3600, 2500}, {0, 0}}) {
+        const PostiConfigura posti = postiConfigura(larghezza, altezza, 3600);
+        for (const Riquadro& parte : {posti.griglia, posti.pagina}) {
+            EXPECT_GE(parte.width, 1000);
+            EXPECT_GE(parte.height, 1000);
+        }
     }
 }
 
