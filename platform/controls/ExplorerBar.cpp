@@ -1,6 +1,7 @@
 #include "platform/controls/ExplorerBar.h"
 
 #include "platform/controls/ExplorerBarImpl.h"
+#include "platform/controls/ScrollBar.h"
 #include "platform/controls/WxText.h"
 #include "platform/runtime/Errore.h"
 #include "platform/runtime/Text.h"
@@ -26,9 +27,8 @@ ExplorerBar::ExplorerBar(wxWindow* parent, int widthTwips)
     : wxControl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_NONE | wxWANTS_CHARS),
       impl_(std::make_unique<Impl>(*this, widthTwips)) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    impl_->scrollBar =
-        new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
-    impl_->scrollBar->Hide();
+    impl_->scrollBar = makeScrollBar(
+        *this, true, [this](wxScrollEvent& event) { impl_->scrollTo(event.GetPosition()); });
     impl_->listen();
     impl_->layOut();
     SetInitialSize();
@@ -139,13 +139,9 @@ void ExplorerBar::Impl::layOut() {
     }
     const wxSize size = bar.GetClientSize();
     layout = layoutExplorer(groups, metrics(size.x));
-    const bool scrolls = layout.height > size.y && size.y > 0;
     const int side = scrollBar->GetBestSize().x;
-    scrollBar->Show(scrolls);
-    if (scrolls) {
-        layout = layoutExplorer(groups, metrics(std::max(0, size.x - side)));
-        scrollBar->SetSize(size.x - side, 0, side, size.y);
-    }
+    placeScrollBar(*scrollBar, {size.x - side, 0, side, size.y}, layout.height > size.y);
+    if (scrollBar->IsShown()) layout = layoutExplorer(groups, metrics(std::max(0, area().x)));
     const auto gone = [this](Row row) { return row && *row >= layout.rows.size(); };
     if (gone(hover)) hover.reset();
     if (gone(pressed)) pressed.reset();

@@ -34,11 +34,6 @@ void ExplorerBar::Impl::listen() {
         if (event.ControlDown() || !keyDown(event.GetKeyCode(), event.ShiftDown(), event.AltDown()))
             event.Skip();
     });
-    for (const wxEventTypeTag<wxScrollEvent>& type :
-         {wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP, wxEVT_SCROLL_LINEDOWN,
-          wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN, wxEVT_SCROLL_THUMBTRACK,
-          wxEVT_SCROLL_THUMBRELEASE})
-        scrollBar->Bind(type, [this](wxScrollEvent& event) { scrollTo(event.GetPosition()); });
     listenToMouse();
 }
 

@@ -1,6 +1,7 @@
 // The list's entries and where it stands.
 #include "platform/controls/ValueList.h"
 
+#include "platform/controls/ScrollBar.h"
 #include "platform/controls/ValueListTexts.h"
 #include "platform/controls/WxText.h"
 #include "platform/runtime/Errore.h"
@@ -26,9 +27,7 @@ ValueList::ValueList(wxWindow* parent) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
            wxWANTS_CHARS | wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE | wxCLIP_SIBLINGS);
-    bar_ = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
-    bar_->DisableFocusFromKeyboard();
-    bar_->Hide();
+    bar_ = makeScrollBar(*this, true, [this](wxScrollEvent& e) { scrollTo(e.GetPosition()); });
     listen();
 }
 
@@ -185,8 +184,8 @@ void ValueList::place() {
     SetSize(std::max(within_.x, std::min(cell_.x, within_.x + within_.width - width)),
             std::max(within_.y, std::min(below, bottom - height)), width, height);
     const int across = bar_->GetBestSize().x;
-    bar_->SetSize(width - border() - across, border(), across, height - fixed);
-    bar_->Show(static_cast<int>(ListCount()) > items);
+    placeScrollBar(*bar_, {width - border() - across, border(), across, height - fixed},
+                   static_cast<int>(ListCount()) > items);
     scrollTo(top_);
 }
 

@@ -54,10 +54,6 @@ void ValueList::listen() {
         scrollTo(static_cast<long long>(top_) - notches * lines);
         mouseMoved(e.GetPosition(), false);
     });
-    for (const auto& type : {wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP,
-                             wxEVT_SCROLL_LINEDOWN, wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN,
-                             wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE})
-        bar_->Bind(type, [this](wxScrollEvent& e) { scrollTo(e.GetPosition()); });
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& e) {
         if (!keyDown(e)) e.Skip();
     });

@@ -206,7 +206,7 @@ class Grid::View : public controls::DataControl::Observer {
     void makeScrollBars();
     void scrolled(); // after a position changed
     wxScrollBar* makeScrollBar(bool vertical);
-    void onScrollBar(wxScrollEvent& event, wxScrollBar* bar);
+    void onScrollBar(const wxScrollEvent& event);
     ScrollAxis& axisOf(const wxScrollBar* bar);
     std::vector<Split> splitsAsUsed() const;
     void placeScrollBars();

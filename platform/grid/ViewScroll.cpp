@@ -1,4 +1,5 @@
 // Sizes, scroll bars, wheel: what of the rows and columns is in view.
+#include "platform/controls/ScrollBar.h"
 #include "platform/grid/View.h"
 #include "platform/runtime/Twips.h"
 
@@ -70,15 +71,7 @@ Measures Grid::View::measures() const {
 }
 
 wxScrollBar* Grid::View::makeScrollBar(bool vertical) {
-    auto* bar = new wxScrollBar(&grid_, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                vertical ? wxSB_VERTICAL : wxSB_HORIZONTAL);
-    bar->Hide();
-    bar->DisableFocusFromKeyboard();
-    for (const auto& type : {wxEVT_SCROLL_TOP, wxEVT_SCROLL_BOTTOM, wxEVT_SCROLL_LINEUP,
-                             wxEVT_SCROLL_LINEDOWN, wxEVT_SCROLL_PAGEUP, wxEVT_SCROLL_PAGEDOWN,
-                             wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE})
-        bar->Bind(type, [this, bar](wxScrollEvent& e) { onScrollBar(e, bar); });
-    return bar;
+    return controls::makeScrollBar(grid_, vertical, [this](wxScrollEvent& e) { onScrollBar(e); });
 }
 
 void Grid::View::makeScrollBars() {
@@ -104,15 +97,16 @@ void Grid::View::placeScrollBars() {
     const wxSize client = grid_.GetClientSize();
     const int across = vertical_->GetBestSize().x;
     const int down = horizontal_.front()->GetBestSize().y;
-    vertical_->SetSize(client.x - across, geometry_.DataTop(), across,
-                       std::max(0, geometry_.DataHeight()));
-    vertical_->Show(geometry_.Vertical().Needed());
+    controls::placeScrollBar(
+        *vertical_,
+        {client.x - across, geometry_.DataTop(), across, std::max(0, geometry_.DataHeight())},
+        geometry_.Vertical().Needed());
     for (int split = 0; split < SplitCount(); ++split) {
         const Rect own = geometry_.SplitArea(split);
         const int left = split == 0 ? 0 : own.x;
-        wxScrollBar* bar = horizontal_[static_cast<std::size_t>(split)];
-        bar->SetSize(left, client.y - down, own.x + own.width - left, down);
-        bar->Show(geometry_.Horizontal(split).Needed());
+        controls::placeScrollBar(*horizontal_[static_cast<std::size_t>(split)],
+                                 {left, client.y - down, own.x + own.width - left, down},
+                                 geometry_.Horizontal(split).Needed());
     }
 }
 
@@ -158,7 +152,8 @@ ScrollAxis& Grid::View::axisOf(const wxScrollBar* bar) {
     return geometry_.Horizontal(static_cast<int>(split));
 }
 
-void Grid::View::onScrollBar(wxScrollEvent& event, wxScrollBar* bar) {
+void Grid::View::onScrollBar(const wxScrollEvent& event) {
+    const auto* bar = static_cast<const wxScrollBar*>(event.GetEventObject());
     const bool isVertical = bar == vertical_;
     ScrollAxis& axis = axisOf(bar);
     const Pixels line = isVertical ? geometry_.Sizes().rowHeight : pixels(600);

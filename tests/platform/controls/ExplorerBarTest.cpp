@@ -293,5 +293,23 @@ TEST_F(ExplorerBarTest, PictureOfEveryState) {
     screenshot(*window, "explorer-bar");
 }
 
+TEST_F(ExplorerBarTest, AMenuTooLowForAScrollBarScrollsWithoutOne) {
+    open();
+    const wxWindow* scrollBar = bar->GetChildren().front();
+    const int width = bar->GetSize().x;
+    bar->SetSize(0, 40, width, 120);
+    EXPECT_TRUE(scrollBar->IsShown());
+    for (const int height : {50, 30, 5, 0}) {
+        bar->SetSize(0, 40, width, height);
+        robot.pump();
+        EXPECT_FALSE(scrollBar->IsShown()) << height << " pixels";
+    }
+    bar->SetSize(0, 40, width, 50);
+    robot.focus(*bar);
+    robot.press(WXK_END);
+    EXPECT_EQ(bar->FocusedKey(), "FINE");
+    EXPECT_TRUE(bar->GetClientRect().Contains(bar->ItemRect("FINE")));
+}
+
 } // namespace
 } // namespace norvel::tests

@@ -1,6 +1,8 @@
 // Sizing columns and rows, by the mouse and by keys.
 #include "tests/platform/grid/window/GridFixture.h"
 
+#include <wx/scrolbar.h>
+
 namespace norvel::tests {
 namespace {
 
@@ -191,6 +193,33 @@ TEST_F(SizingTest, TheMarqueeFramesTheCellAloneOrHighlightsItsRow) {
     robot_.focus(*after_);
     EXPECT_NE(backOf(*grid_, {cell.x - 3, cell.y + 4, 9, 9}), backOf(*grid_, cell))
         << "which stays when the focus goes";
+}
+
+TEST_F(SizingTest, AScrollBarWithoutRoomForAThumbStaysAwayAndKeysScrollAllTheSame) {
+    openCustomers(1000);
+    grid_->GetParent()->SetSizer(nullptr);
+    const auto shortestBar = [&](wxSize size) {
+        grid_->SetSize(size);
+        robot_.pump();
+        int least = 1000; // in thicknesses
+        for (const wxWindow* part : grid_->GetChildren())
+            if (dynamic_cast<const wxScrollBar*>(part) && part->IsShown()) {
+                const wxSize bar = part->GetSize();
+                least =
+                    std::min(least, std::max(bar.x, bar.y) / std::max(1, std::min(bar.x, bar.y)));
+            }
+        return least;
+    };
+    const int headings = grid_->CellRect(0, 0).y;
+    EXPECT_LT(shortestBar({400, headings + 200}), 1000) << "there are bars";
+    for (const int length : {80, 60, 45, 30, 15, 5, 0}) {
+        EXPECT_GE(shortestBar({400, headings + length}), 4) << length << " pixels high";
+        EXPECT_GE(shortestBar({length, 300}), 4) << length << " pixels wide";
+    }
+    shortestBar({400, headings + 30});
+    robot_.press(WXK_DOWN);
+    EXPECT_EQ(grid_->CurrentRow(), 1);
+    EXPECT_EQ(grid_->FirstRow(), 1);
 }
 
 } // namespace
