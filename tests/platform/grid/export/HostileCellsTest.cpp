@@ -162,7 +162,7 @@ TEST_F(HostileCellsTest, AColumnMayStandTwiceAndManyMayStandSideBySide) {
         column.Caption = std::to_string(i);
         column.Order = i;
         columns.Add(column);
-        heading += (i ? ";" : "") + column.Caption;
+        heading.append(i ? ";" : "").append(column.Caption);
         line += i ? ";7" : "7";
     }
     for (adodb::Recordset* recordset : {rows.get(), static_cast<adodb::Recordset*>(values.get())}) {
