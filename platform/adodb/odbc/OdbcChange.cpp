@@ -4,8 +4,7 @@
 #include "platform/adodb/odbc/OdbcIdentity.h"
 #include "platform/adodb/odbc/OdbcRowSource.h"
 #include "platform/adodb/odbc/OdbcValues.h"
-#include "platform/adodb/store/FindRow.h"
-#include "platform/adodb/store/GroupBuilder.h"
+#include "platform/adodb/provider/ChangedRow.h"
 
 #include <algorithm>
 #include <utility>
@@ -88,7 +87,7 @@ class Writer {
     Values write() {
         if (change_.kind == Kind::Insert) return insert();
         const OdbcSql where = byKey(change_.before, false);
-        checkUnchanged(where);
+        checkUnchanged(change_, rowNow(where, true));
         if (change_.kind == Kind::Delete) {
             OdbcSql text = sql("DELETE FROM " + change_.identity.table);
             text.add(where);
@@ -96,10 +95,7 @@ class Writer {
             return {};
         }
         update(where);
-        Values after = change_.before;
-        for (const auto& cell : change_.cells)
-            after[static_cast<std::size_t>(cell.column)] = cell.value;
-        return rowNow(byKey(after, true), false);
+        return rowNow(byKey(rowToBe(change_), true), false);
     }
 
     void execute(OdbcSql& text) {
@@ -107,9 +103,7 @@ class Writer {
         text.bind(statement);
         sent_ = true;
         statement.execute(text.text);
-        const std::int64_t changed = statement.affected();
-        if (changed == 0) throw adoError(oleFail, "Il database non ha fatto la modifica.");
-        if (changed > 1) throw adoError(oleFail, "La chiave non distingue il record da altri.");
+        checkOneRow(statement.affected());
     }
 
     void addEqual(OdbcSql& where, int column, const Variant& value, Moments moments) const {
@@ -121,10 +115,6 @@ class Writer {
         where += " = ";
         where.addValue(info(column), value, moments);
     }
-    bool isChanged(int column) const {
-        return std::ranges::any_of(
-            change_.cells, [&](const RowChange::Cell& cell) { return cell.column == column; });
-    }
     // written: the row holds the change's own values where it has them.
     OdbcSql byKey(const Values& row, bool written) const {
         OdbcSql where = sql(" WHERE ");
@@ -132,7 +122,7 @@ class Writer {
         for (const int column : change_.identity.key) {
             if (!std::exchange(first, false)) where += " AND ";
             addEqual(where, column, row[static_cast<std::size_t>(column)],
-                     written && isChanged(column) ? Moments::Rounded : Moments::Exact);
+                     written && givesValue(change_, column) ? Moments::Rounded : Moments::Exact);
         }
         return where;
     }
@@ -168,22 +158,16 @@ class Writer {
     }
     // PostgreSQL gives the row back itself.
     Values insertReturning(OdbcSql& text) {
-        text += " RETURNING " + columnList();
+        text += " RETURNING " + columns();
         sent_ = true;
         return read(text);
     }
     // Where the new row is: by its key, where all of it was given; by the number that the database
     // gave it; else by all that was given.
     OdbcSql inserted() const {
-        Values row(change_.columns.size());
-        for (const auto& cell : change_.cells)
-            row[static_cast<std::size_t>(cell.column)] = cell.value;
+        const Values row = rowToBe(change_);
+        if (givesKey(change_, row)) return byKey(row, true);
         const auto& key = change_.identity.key;
-        const auto given = [&](int column) {
-            const Variant& value = row[static_cast<std::size_t>(column)];
-            return !value.isNull() && !value.isEmpty();
-        };
-        if (!key.empty() && std::ranges::all_of(key, given)) return byKey(row, true);
         const bool numbered = key.size() == 1 && connection_->kind() == ServerKind::MySql &&
                               (info(key.front()).attributes & adFldKeyColumn) != 0;
         if (numbered) return sql(" WHERE " + name(key.front()) + " = LAST_INSERT_ID()");
@@ -198,65 +182,35 @@ class Writer {
 
     // --- the row in the database ---
 
-    bool written(std::size_t column) const {
-        if (change_.columns[column].origin.empty()) return false;
-        if (change_.kind == Kind::Delete) return true;
-        return isChanged(static_cast<int>(column));
-    }
-    // Of a row that may hold values of other rows every one is looked at.
-    void checkUnchanged(const OdbcSql& where) {
-        const Values now = rowNow(where, true);
-        for (std::size_t i = 0; i < now.size(); ++i) {
-            if (sameValue(now[i], change_.before[i])) continue;
-            if (written(i)) throw adoError(dbConcurrency);
-            if (change_.identity.mixed)
-                throw adoError(oleFail, "Il record non è quello della tabella, o altri lo hanno "
-                                        "modificato dopo la lettura.");
-        }
-    }
-    std::string columnList() const {
-        std::string list;
-        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
-            const int column = static_cast<int>(i);
-            list.append(i ? ", " : "").append(info(column).origin.empty() ? "NULL" : name(column));
-        }
-        return list;
+    std::string columns() const {
+        return columnList(change_, [this](std::string_view column) {
+            return quotedName(connection_->kind(), column);
+        });
     }
     // lock: nobody else changes it until the transaction ends.
     Values rowNow(const OdbcSql& where, bool lock) {
         const bool hint = lock && connection_->kind() == ServerKind::SqlServer;
         const bool clause = lock && (connection_->kind() == ServerKind::MySql ||
                                      connection_->kind() == ServerKind::PostgreSql);
-        OdbcSql text = sql("SELECT " + columnList() + " FROM " + change_.identity.table +
+        OdbcSql text = sql("SELECT " + columns() + " FROM " + change_.identity.table +
                            (hint ? " WITH (UPDLOCK)" : ""));
         text.add(where);
         if (clause) text += " FOR UPDATE";
         return read(text);
     }
-    // The first row of a statement as a fetch would read it; of a column that no table has, what
-    // was read before.
+    // The first row of a statement.
     Values read(OdbcSql& text) {
         auto statement = std::make_unique<OdbcStatement>(connection_, nullptr, longestStatement);
         OdbcBlock::prepare(*statement);
         text.bind(*statement);
         statement->execute(text.text);
-        const auto store = std::make_shared<ColumnStore>(change_.columns);
-        GroupBuilder builder(store);
-        Batch batch(static_cast<int>(change_.columns.size()));
-        batch.reset(1);
-        const std::vector<OdbcColumn> columns = describeColumns(*statement);
-        OdbcBlock block(*statement, columns);
-        if (!block.fetch()) throw adoError(dbConcurrency);
-        block.store(batch);
-        batch.endRow();
-        builder.take(batch);
-        builder.publish();
-        Values row;
-        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
-            const bool computed = change_.columns[i].origin.empty() && !change_.before.empty();
-            row.push_back(computed ? change_.before[i] : store->value(static_cast<int>(i), 0));
-        }
-        return row;
+        const std::vector<OdbcColumn> described = describeColumns(*statement);
+        OdbcBlock block(*statement, described);
+        return readBack(change_, [&](Batch& batch) {
+            if (!block.fetch()) return;
+            block.store(batch);
+            batch.endRow();
+        });
     }
 
     std::shared_ptr<OdbcConnection> connection_;

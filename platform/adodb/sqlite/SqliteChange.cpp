@@ -1,9 +1,8 @@
 #include "platform/adodb/sqlite/SqliteChange.h"
 
+#include "platform/adodb/provider/ChangedRow.h"
 #include "platform/adodb/sqlite/SqliteIdentity.h"
 #include "platform/adodb/sqlite/SqliteRowSource.h"
-#include "platform/adodb/store/FindRow.h"
-#include "platform/adodb/store/GroupBuilder.h"
 #include "platform/adodb/store/IsoDate.h"
 #include "platform/runtime/Text.h"
 
@@ -79,16 +78,13 @@ class Writer {
             return rowNow(inserted());
         }
         const Text where = byKey(change_.before);
-        checkUnchanged(where);
+        checkUnchanged(change_, rowNow(where));
         if (change_.kind == Kind::Delete) {
             remove(where);
             return {};
         }
         update(where);
-        Values after = change_.before;
-        for (const auto& cell : change_.cells)
-            after[static_cast<std::size_t>(cell.column)] = cell.value;
-        return rowNow(byKey(after));
+        return rowNow(byKey(rowToBe(change_)));
     }
 
     void execute(const Text& text) {
@@ -98,12 +94,6 @@ class Writer {
         if (result != SQLITE_DONE && result != SQLITE_ROW) throw handle_->error(result);
         checkOneRow(sqlite3_changes(handle_->get()));
     }
-    // A key may stand for several rows (NULLs in it), a trigger may leave the change out.
-    static void checkOneRow(int changed) {
-        if (changed == 0) throw adoError(oleFail, "Il database non ha fatto la modifica.");
-        if (changed > 1) throw adoError(oleFail, "La chiave non distingue il record da altri.");
-    }
-
     Text byKey(const Values& row) const {
         Text where{" WHERE ", {}};
         for (const int column : change_.identity.key) {
@@ -154,15 +144,8 @@ class Writer {
     // Where the new row is: by its key, where all of it was given, else by the number that the
     // database gave it.
     Text inserted() const {
-        Values row(change_.columns.size());
-        for (const auto& cell : change_.cells)
-            row[static_cast<std::size_t>(cell.column)] = cell.value;
-        const auto& key = change_.identity.key;
-        const bool given = !key.empty() && std::ranges::all_of(key, [&](int column) {
-            const Variant& value = row[static_cast<std::size_t>(column)];
-            return !value.isNull() && !value.isEmpty();
-        });
-        if (given) return byKey(row);
+        const Values row = rowToBe(change_);
+        if (givesKey(change_, row)) return byKey(row);
         const SqliteHandle::Turn turn(*handle_, nullptr);
         Text where{" WHERE _rowid_ = ", {}};
         where.add(std::int64_t{sqlite3_last_insert_rowid(handle_->get())});
@@ -185,48 +168,10 @@ class Writer {
         execute({"DELETE FROM " + change_.identity.table + where.sql, where.values});
     }
 
-    bool written(std::size_t column) const {
-        if (change_.columns[column].origin.empty()) return false;
-        if (change_.kind == Kind::Delete) return true;
-        return std::ranges::any_of(change_.cells, [&](const RowChange::Cell& cell) {
-            return static_cast<std::size_t>(cell.column) == column;
-        });
-    }
-    // Of a row that may hold values of other rows every one is looked at: it is the table's own row
-    // where they all agree.
-    void checkUnchanged(const Text& where) {
-        const Values now = rowNow(where);
-        for (std::size_t i = 0; i < now.size(); ++i) {
-            if (sameValue(now[i], change_.before[i])) continue;
-            if (written(i)) throw adoError(dbConcurrency);
-            if (change_.identity.mixed)
-                throw adoError(oleFail, "Il record non è quello della tabella, o altri lo hanno "
-                                        "modificato dopo la lettura.");
-        }
-    }
-
-    // The row as a fetch would read it; of a column that no table has, what was read before.
     Values rowNow(const Text& where) {
-        std::string sql = "SELECT ";
-        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
-            const int column = static_cast<int>(i);
-            sql.append(i ? ", " : "").append(info(column).origin.empty() ? "NULL" : name(column));
-        }
-        sql += " FROM " + change_.identity.table + where.sql;
-        const auto store = std::make_shared<ColumnStore>(change_.columns);
-        GroupBuilder builder(store);
-        Batch batch(static_cast<int>(change_.columns.size()));
-        batch.reset(1);
-        source({sql, where.values})->read(batch);
-        builder.take(batch);
-        builder.publish();
-        if (store->rows() == 0) throw adoError(dbConcurrency);
-        Values row;
-        for (std::size_t i = 0; i < change_.columns.size(); ++i) {
-            const bool computed = change_.columns[i].origin.empty() && !change_.before.empty();
-            row.push_back(computed ? change_.before[i] : store->value(static_cast<int>(i), 0));
-        }
-        return row;
+        const std::string sql = "SELECT " + columnList(change_, quotedName) + " FROM " +
+                                change_.identity.table + where.sql;
+        return readBack(change_, [&](Batch& batch) { source({sql, where.values})->read(batch); });
     }
     std::unique_ptr<RowSource> source(const Text& text) const {
         const SqliteHandle::Turn turn(*handle_, nullptr);
