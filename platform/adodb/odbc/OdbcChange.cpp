@@ -54,7 +54,7 @@ class Writer {
     // --- all or nothing ---
 
     void begin() {
-        if (!inside_) return connection_->setAutocommit(false);
+        if (!inside_) return connection_->beginTransaction();
         const bool sqlServer = connection_->kind() == ServerKind::SqlServer;
         plain(std::string(sqlServer ? "SAVE TRANSACTION " : "SAVEPOINT ") + savepoint);
     }
@@ -68,7 +68,6 @@ class Writer {
             return plain(std::string("RELEASE SAVEPOINT ") + savepoint);
         }
         connection_->endTransaction(commit);
-        connection_->setAutocommit(true);
     }
     // The failure that led here is what counts.
     void undo() {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 namespace norvel::adodb {
@@ -146,9 +147,35 @@ void OdbcConnection::setAutocommit(bool on) {
         throw error(SQL_HANDLE_DBC, dbc_);
 }
 
+void OdbcConnection::beginTransaction() {
+    setAutocommit(false);
+}
+
 void OdbcConnection::endTransaction(bool commit) {
-    if (!succeeded(SQLEndTran(SQL_HANDLE_DBC, dbc_, commit ? SQL_COMMIT : SQL_ROLLBACK)))
+    try {
+        if (!succeeded(SQLEndTran(SQL_HANDLE_DBC, dbc_, commit ? SQL_COMMIT : SQL_ROLLBACK)))
+            throw error(SQL_HANDLE_DBC, dbc_);
+        setAutocommit(true);
+        if (!commit && kind() == ServerKind::PostgreSql) rollBackByWord();
+    } catch (const Errore&) {
+        if (!commit) broken_ = true;
+        throw;
+    }
+}
+
+// PostgreSQL's driver at times takes a transaction in which a statement failed for one that has
+// ended, and does nothing: the server would refuse every statement to come. A word too many only
+// makes the server warn.
+void OdbcConnection::rollBackByWord() {
+    SQLHSTMT statement = SQL_NULL_HSTMT;
+    if (!succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc_, &statement)))
         throw error(SQL_HANDLE_DBC, dbc_);
+    SQLCHAR word[] = "ROLLBACK";
+    const bool done = succeeded(SQLExecDirect(statement, word, SQL_NTS));
+    std::optional<Errore> failure;
+    if (!done) failure = error(SQL_HANDLE_STMT, statement);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    if (failure) throw Errore(*failure);
 }
 
 } // namespace norvel::adodb

@@ -40,12 +40,16 @@ class OdbcConnection {
     // The server sends no more than a number of rows, see RowBound.
     bool rowsBound() const { return rowsBound_; }
     void setRowsBound(bool bound) { rowsBound_ = bound; }
-    void setAutocommit(bool on);
+    // Of statements from now on, each by itself otherwise.
+    void beginTransaction();
+    // A rollback that fails leaves a connection that counts as lost.
     void endTransaction(bool commit);
 
   private:
     explicit OdbcConnection(const OdbcTarget& target) : target_(target) {}
     void connect();
+    void setAutocommit(bool on);
+    void rollBackByWord();
 
     OdbcTarget target_;
     SQLHENV env_ = SQL_NULL_HENV;

@@ -139,7 +139,7 @@ std::vector<Variant> OdbcSession::change(const RowChange& change) {
 }
 
 void OdbcSession::begin() {
-    own(nullptr)->connection()->setAutocommit(false);
+    own(nullptr)->connection()->beginTransaction();
     transaction_ = true;
 }
 
@@ -147,7 +147,6 @@ void OdbcSession::end(bool commit) {
     const Use use = own(nullptr);
     try {
         use->connection()->endTransaction(commit);
-        use->connection()->setAutocommit(true);
     } catch (const Errore&) {
         if (!use->connection()->broken()) throw;
         transaction_ = false; // told now, not once more by the next statement
