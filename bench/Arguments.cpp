@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -22,4 +24,11 @@ double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
+double residentMegabytes(std::string_view line) {
+    std::ifstream status("/proc/self/status");
+    std::string text;
+    while (std::getline(status, text))
+        if (text.starts_with(line)) return std::atof(text.c_str() + line.size()) / 1024.0;
+    return 0;
+}
 } // namespace norvel::bench

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace norvel::bench {
 
@@ -23,5 +24,8 @@ Settings withSampleFile(Settings settings);
 
 using Clock = std::chrono::steady_clock;
 double millisecondsSince(Clock::time_point start);
+
+// Of this process: "VmRSS:", now, or "VmHWM:", the most so far; 0 where the system does not tell.
+double residentMegabytes(std::string_view line);
 
 } // namespace norvel::bench

@@ -1,10 +1,11 @@
-// Exports of a million rows: delimited file, page, workbook; beside a bare write of as many bytes
-// to the same disk, in the same run.
+// Exports of a million rows: delimited file, page, workbook, the copy of all cells; beside a bare
+// write of as many bytes to the same disk, in the same run.
 //
 //   bench_export [--righe N] [--giri N] [--file PATH]
 //
 // Without --file the sample database is made once in the system's folder of temporary files.
 #include "bench/Sample.h"
+#include "output/AreaSelezionata.h"
 #include "platform/adodb/Recordset.h"
 #include "platform/grid/export/ExportFile.h"
 #include "platform/grid/model/Model.h"
@@ -26,14 +27,6 @@ namespace {
 
 using namespace norvel;
 namespace fs = std::filesystem;
-
-double residentMegabytes(std::string_view line) {
-    std::ifstream status("/proc/self/status");
-    std::string text;
-    while (std::getline(status, text))
-        if (text.starts_with(line)) return std::atof(text.c_str() + line.size()) / 1024.0;
-    return 0;
-}
 
 // So that the next peak is of what runs from now on.
 void forgetPeak() {
@@ -70,7 +63,7 @@ Result measure(int rounds, const fs::path& file, Begin begin) {
     for (int i = 0; i < rounds; ++i) {
         fs::remove(file);
         forgetPeak();
-        const double before = residentMegabytes("VmRSS:");
+        const double before = bench::residentMegabytes("VmRSS:");
         const auto start = bench::Clock::now();
         const auto work = begin();
         bool more = true;
@@ -81,7 +74,7 @@ Result measure(int rounds, const fs::path& file, Begin begin) {
         }
         const double took = bench::millisecondsSince(start);
         result.best = i == 0 ? took : std::min(result.best, took);
-        result.peak = std::max(result.peak, residentMegabytes("VmHWM:") - before);
+        result.peak = std::max(result.peak, bench::residentMegabytes("VmHWM:") - before);
         result.bytes = fs::file_size(file);
     }
     return result;
@@ -100,12 +93,43 @@ double bareWrite(const fs::path& file, std::uintmax_t bytes) {
     return bench::millisecondsSince(start);
 }
 
+// Every cell of every row, as the two copies have it; without the system's clipboard.
+void runClipboard(adodb::Recordset& rows, int rounds) {
+    grid::Columns columns = columnsOf(rows);
+    for (int i = 0; i < columns.Count(); ++i)
+        columns.Item(i).Visible = false;
+    std::vector<Variant> bookmarks;
+    for (rows.MoveFirst(); !rows.EOF_(); rows.MoveNext())
+        bookmarks.push_back(rows.Bookmark());
+    output::AreaSelezionata area{true, 0, columns.Count() - 1, {}, {}};
+    area.righe = [&] { return static_cast<adodb::RowCount>(bookmarks.size()); };
+    area.bookmark = [&](adodb::RowCount i) { return bookmarks[static_cast<std::size_t>(i)]; };
+    Result result;
+    for (int i = 0; i < rounds; ++i) {
+        forgetPeak();
+        const double before = bench::residentMegabytes("VmRSS:");
+        const auto start = bench::Clock::now();
+        output::TestoArea text(columns, area, rows, output::FormaTesto::Semplice);
+        bool more = true;
+        while (more) {
+            const auto step = bench::Clock::now();
+            more = text.passo();
+            result.longestStep = std::max(result.longestStep, bench::millisecondsSince(step));
+        }
+        const double took = bench::millisecondsSince(start);
+        result.best = i == 0 ? took : std::min(result.best, took);
+        result.peak = std::max(result.peak, bench::residentMegabytes("VmHWM:") - before);
+        result.bytes = text.testo().size();
+    }
+    show("clipboard", result);
+}
+
 void run(const bench::Settings& settings) {
     const auto rows = adodb::makeClientRecordset();
     rows->Open("SELECT * FROM clienti", "Provider=SQLite;Data Source=" + settings.file);
     std::printf("%lld rows of %d columns; %u threads; %.1f MB resident\n",
                 static_cast<long long>(rows->RecordCount()), rows->Fields().Count(),
-                parallelThreads(), residentMegabytes("VmRSS:"));
+                parallelThreads(), bench::residentMegabytes("VmRSS:"));
     const grid::Columns columns = columnsOf(*rows);
     const fs::path file = fs::temp_directory_path() / "bench_export.out";
     for (const auto format : {grid::ExportFormat::Delimited, grid::ExportFormat::Html}) {
@@ -127,6 +151,7 @@ void run(const bench::Settings& settings) {
     show("workbook", result);
     std::printf("%-12s %10.0f ms\n", "bare write", bareWrite(file, result.bytes));
     fs::remove(file);
+    runClipboard(*rows, settings.rounds);
 }
 
 } // namespace

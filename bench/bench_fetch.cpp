@@ -17,7 +17,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -29,15 +28,6 @@ using namespace norvel;
 using namespace norvel::bench;
 
 constexpr const char* query = "SELECT * FROM clienti";
-
-// Of this process, in megabytes; 0 where the system does not tell.
-double residentMegabytes(std::string_view line) {
-    std::ifstream status("/proc/self/status");
-    std::string text;
-    while (std::getline(status, text))
-        if (text.starts_with(line)) return std::atof(text.c_str() + line.size()) / 1024.0;
-    return 0;
-}
 
 // What a loop reads of one row: every column as what it is declared to be, looked at so that the
 // compiler keeps it.
