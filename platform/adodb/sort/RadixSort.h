@@ -147,6 +147,26 @@ class Parting {
     std::vector<std::uint64_t> starts_; // of each part but the first
 };
 
+// sizes[piece * parts + part], of the items, becomes where the piece's first of that part goes, the
+// parts in their order and in each the pieces in theirs. Returns where each part begins, and the
+// end.
+inline std::vector<std::size_t> placesFromSizes(std::vector<std::uint32_t>& sizes,
+                                                std::size_t parts) {
+    std::vector<std::size_t> begins;
+    begins.reserve(parts + 1);
+    std::size_t next = 0;
+    for (std::size_t p = 0; p < parts; ++p) {
+        begins.push_back(next);
+        for (std::size_t i = p; i < sizes.size(); i += parts) {
+            const std::size_t size = sizes[i];
+            sizes[i] = static_cast<std::uint32_t>(next);
+            next += size;
+        }
+    }
+    begins.push_back(next);
+    return begins;
+}
+
 // Brings the items to their parts, in spare. Returns where each part begins, and the end.
 template <class Item>
 std::vector<std::size_t> part(const Item* items, Item* spare, std::size_t count, unsigned threads) {
@@ -163,18 +183,7 @@ std::vector<std::size_t> part(const Item* items, Item* spare, std::size_t count,
             ++sizes[own];
         }
     });
-    std::vector<std::size_t> begins;
-    begins.reserve(parts + 1);
-    std::size_t next = 0;
-    for (std::size_t p = 0; p < parts; ++p) {
-        begins.push_back(next);
-        for (std::size_t piece = 0; piece < pieces; ++piece) {
-            const std::size_t size = places[piece * parts + p];
-            places[piece * parts + p] = static_cast<std::uint32_t>(next);
-            next += size;
-        }
-    }
-    begins.push_back(next);
+    std::vector<std::size_t> begins = placesFromSizes(places, parts);
     forPieces(count, threads, [&](std::size_t begin, std::size_t end) {
         std::uint32_t* const own = places.data() + begin / itemsAPiece * parts;
         for (std::size_t i = begin; i < end; ++i)
@@ -227,18 +236,7 @@ std::vector<std::size_t> countingSort(std::size_t count, std::size_t keys, KeyOf
         for (std::size_t i = begin; i < end; ++i)
             ++sizes[keyOf(i)];
     });
-    std::vector<std::size_t> begins;
-    begins.reserve(keys + 1);
-    std::size_t next = 0;
-    for (std::size_t key = 0; key < keys; ++key) {
-        begins.push_back(next);
-        for (std::size_t piece = 0; piece < pieces; ++piece) {
-            const std::size_t size = places[piece * keys + key];
-            places[piece * keys + key] = static_cast<std::uint32_t>(next);
-            next += size;
-        }
-    }
-    begins.push_back(next);
+    std::vector<std::size_t> begins = radix::placesFromSizes(places, keys);
     forPieces(count, threads, [&](std::size_t begin, std::size_t end) {
         std::uint32_t* const own = places.data() + begin / itemsAPiece * keys;
         for (std::size_t i = begin; i < end; ++i)

@@ -17,6 +17,12 @@ class OdbcFault : public OnServer {
         return pick("SELECT a.seq AS n, repeat('x', 200) AS t FROM seq_1_to_3000000 a",
                     "SELECT n, repeat('x', 200) AS t FROM generate_series(1, 30000000) n");
     }
+    // A new table of this name, with the row 1, 'a', to be edited.
+    RecordsetRef oneRow(const ConnectionRef& connection, const std::string& name) {
+        table(connection, name, "n integer primary key, t varchar(9)");
+        connection->Execute("INSERT INTO " + name + " VALUES (1, 'a')");
+        return rows(connection, "SELECT * FROM " + name, adLockOptimistic);
+    }
 };
 ON_SERVERS(OdbcFault);
 
@@ -98,9 +104,7 @@ TEST_P(OdbcFault, ARefreshIsCancelledAndTheRowsStay) {
 
 TEST_P(OdbcFault, ALockedTableIsWaitedForAMomentOnly) {
     const auto connection = open();
-    table(connection, "chiusa", "n integer primary key, t varchar(9)");
-    connection->Execute("INSERT INTO chiusa VALUES (1, 'a')");
-    const auto recordset = rows(connection, "SELECT * FROM chiusa", adLockOptimistic);
+    const auto recordset = oneRow(connection, "chiusa");
     const auto locker = open();
     locker->BeginTrans();
     locker->Execute("UPDATE chiusa SET t = 'b' WHERE n = 1");
@@ -159,9 +163,7 @@ TEST_P(OdbcFault, TheServerStopsWhileAQueryRunsAndComesBack) {
 
 TEST_P(OdbcFault, TheServerStopsBeforeAViewIsSaved) {
     const auto connection = open();
-    table(connection, "salva", "n integer primary key, t varchar(9)");
-    connection->Execute("INSERT INTO salva VALUES (1, 'a')");
-    const auto recordset = rows(connection, "SELECT * FROM salva", adLockOptimistic);
+    const auto recordset = oneRow(connection, "salva");
     server().stop();
     recordset->Fields()("t").SetValue("b");
     EXPECT_NE(errorOf([&] { recordset->Update(); }), 0);
