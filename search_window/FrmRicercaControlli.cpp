@@ -16,6 +16,7 @@
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/settings.h>
+#include <wx/sizer.h>
 #include <wx/timer.h>
 
 namespace norvel::search_window {
@@ -114,13 +115,13 @@ void FrmRicerca::ridimensiona() {
     const int barra = twipsToPixels(altezzaBarra, s);
     const int status = twipsToPixels(altezzaStatus, s);
     const int bordo = Finestra->FromDIP(2);
-    const int pannello =
-        frameRicercaAvanzata->IsShown() ? frameRicercaAvanzata->GetBestSize().x : 0;
-    const Riga riga =
-        ripartisciRiga(area.x, barra, pannello, CmdChiudi->GetBestSize().x + 8 * bordo);
+    const int pannello = frameRicercaAvanzata->GetBestSize().x;
+    const Riga riga = ripartisciRiga(area.x, barra, frameRicercaAvanzata->IsShown() ? pannello : 0,
+                                     CmdChiudi->GetBestSize().x + 8 * bordo);
 
     BarraBase->SetSize(0, 0, riga.barra, barra);
     frameRicercaAvanzata->SetSize(riga.barra, 0, riga.pannello, barra);
+    frameRicercaAvanzata->GetSizer()->SetDimension(wxPoint(), wxSize(pannello, barra));
     CmdChiudi->SetSize(riga.barra + riga.pannello, bordo, riga.chiudi - bordo, barra - 2 * bordo);
     StatusBar->SetSize(0, area.y - status, area.x, status);
     const auto misura =

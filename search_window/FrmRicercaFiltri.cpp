@@ -52,6 +52,7 @@ void FrmRicerca::creaPannello() {
         riga->Add(pulsante, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, spazio);
     riga->AddSpacer(spazio);
     frameRicercaAvanzata->SetSizer(riga);
+    frameRicercaAvanzata->SetAutoLayout(false); // a panel that is cut does not squeeze its buttons
     impostaOpzioni(modoContiene);
 }
 
