@@ -83,6 +83,7 @@ class Box : public wxDialog {
         upper->Add(makeText(withLineEnds(box.testo)), 1, wxALIGN_CENTRE_VERTICAL);
         all->Add(upper, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 18);
         all->Add(makeButtons(), 0, wxALIGN_RIGHT | wxALL, 14);
+        all->SetMinSize(titleWidth(), wxDefaultCoord);
         SetSizerAndFit(all);
         CentreOnParent();
         Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { modal_.End(); });
@@ -95,17 +96,28 @@ class Box : public wxDialog {
     }
 
   private:
+    wxRect screen() const {
+        return wxDisplay(GetParent() != nullptr ? GetParent() : this).GetClientArea();
+    }
+
+    // What a desktop needs to show the title uncut: the text in bold, as most paint it, and room
+    // for the title bar's own buttons.
+    int titleWidth() const {
+        int width = 0;
+        const wxFont bold = GetFont().Bold();
+        GetTextExtent(GetTitle(), &width, nullptr, nullptr, nullptr, &bold);
+        return std::min(width + FromDIP(120), screen().width * 2 / 3);
+    }
+
     // A text that would leave the screen scrolls instead.
     wxWindow* makeText(const wxString& text) {
-        const wxRect screen =
-            wxDisplay(GetParent() != nullptr ? GetParent() : this).GetClientArea();
         auto* label = new wxStaticText(this, wxID_ANY, wxString());
         label->SetLabelText(text);
-        label->Wrap(std::min(560, screen.width * 2 / 3));
-        if (label->GetBestSize().y < screen.height * 2 / 3) return label;
+        label->Wrap(std::min(560, screen().width * 2 / 3));
+        if (label->GetBestSize().y < screen().height * 2 / 3) return label;
         label->Destroy();
         return new wxTextCtrl(this, wxID_ANY, text, wxDefaultPosition,
-                              wxSize(560, screen.height / 2),
+                              wxSize(560, screen().height / 2),
                               wxTE_MULTILINE | wxTE_READONLY | wxBORDER_SIMPLE);
     }
 

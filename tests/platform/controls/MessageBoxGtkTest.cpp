@@ -90,6 +90,17 @@ TEST_F(MessageBoxTest, TheActiveWindowTakesTheFocusAgainAfterwards) {
     EXPECT_TRUE(robot.waitUntil([&] { return frame->IsActive(); }));
 }
 
+TEST_F(MessageBoxTest, AShortTextsBoxIsWideEnoughForItsTitle) {
+    const std::string title = "Salvataggio delle impostazioni predefinite";
+    answerTo({.testo = "Sì?", .titolo = title}, [&] {
+        const wxWindow* box = wxTopLevelWindows.GetLast()->GetData();
+        EXPECT_EQ(box->GetLabel(), controls::toWx(title));
+        EXPECT_GT(box->GetClientSize().x, box->GetTextExtent(controls::toWx(title)).x + 90);
+        screenshotOfDisplay("box-title");
+        robot.press(WXK_RETURN);
+    });
+}
+
 TEST_F(MessageBoxTest, LongAndAwkwardTextsAreShownAsTheyAre) {
     std::string text;
     for (int i = 0; i < 30; ++i)
