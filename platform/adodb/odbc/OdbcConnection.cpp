@@ -85,6 +85,33 @@ void OdbcConnection::connect() {
     connected_ = true;
     const ServerKind told = kindOfName(info(SQL_DBMS_NAME));
     if (told != ServerKind::Other) target_.kind = told;
+    if (kind() == ServerKind::PostgreSql) backend_ = number("SELECT pg_backend_pid()");
+}
+
+// The first value of a query; 0 where it has none.
+std::int64_t OdbcConnection::number(const char* query) const {
+    SQLHSTMT statement = SQL_NULL_HSTMT;
+    if (!succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc_, &statement))) return 0;
+    std::int64_t value = 0;
+    SQLLEN length = 0;
+    std::string text = query;
+    const bool got =
+        succeeded(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS)) &&
+        succeeded(SQLFetch(statement)) &&
+        succeeded(SQLGetData(statement, 1, SQL_C_SBIGINT, &value, sizeof value, &length)) &&
+        length != SQL_NULL_DATA;
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    return got ? value : 0;
+}
+
+void OdbcConnection::cancelBeside() const noexcept {
+    if (backend_ == 0) return;
+    try {
+        open(target_)->number(
+            ("SELECT pg_cancel_backend(" + std::to_string(backend_) + ")").c_str());
+    } catch (...) { // the server takes no other connection: whoever waits goes on waiting
+        return;
+    }
 }
 
 OdbcConnection::~OdbcConnection() {

@@ -5,6 +5,7 @@
 #include "platform/adodb/odbc/OdbcTarget.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <sql.h>
 #include <sqlext.h>
@@ -44,18 +45,24 @@ class OdbcConnection {
     void beginTransaction();
     // A rollback that fails leaves a connection that counts as lost.
     void endTransaction(bool commit);
+    // Ends from a connection of its own what the server runs on this one, where SQLCancel does not
+    // reach it: PostgreSQL's driver sends nothing while it fetches the next portion of a cursor's
+    // rows. Nothing on others. May wait for the server. Any thread.
+    void cancelBeside() const noexcept;
 
   private:
     explicit OdbcConnection(const OdbcTarget& target) : target_(target) {}
     void connect();
     void setAutocommit(bool on);
     void rollBackByWord();
+    std::int64_t number(const char* query) const;
 
     OdbcTarget target_;
     SQLHENV env_ = SQL_NULL_HENV;
     SQLHDBC dbc_ = SQL_NULL_HDBC;
     bool connected_ = false;
     bool rowsBound_ = false;
+    std::int64_t backend_ = 0; // PostgreSQL's process for this connection; 0: unknown
     std::atomic<bool> broken_{false};
 };
 

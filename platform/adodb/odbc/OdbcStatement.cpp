@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 
 constexpr auto lookInterval = 20ms;    // at a flag that tells of no change
 constexpr auto cancelInterval = 200ms; // a cancel may come before the server has the statement
+constexpr auto besideInterval = 5s;    // each takes a connection
 
 } // namespace
 
@@ -41,6 +42,7 @@ bool OdbcStatement::due() const {
 }
 
 void OdbcStatement::watch() {
+    Clock::time_point besideAgain;
     std::unique_lock lock(mutex_);
     while (!over_) {
         if (outside_ && outside_->load(std::memory_order_relaxed)) cancelled_ = true;
@@ -50,7 +52,14 @@ void OdbcStatement::watch() {
             lock.unlock();
             SQLCancel(statement_); // may take a connection of the driver's own
             lock.lock();
-            changed_.wait_for(lock, cancelInterval, [&] { return over_ || !calling_; });
+            const auto returned = [&] { return over_ || !calling_; };
+            if (changed_.wait_for(lock, cancelInterval, returned)) continue;
+            if (Clock::now() < besideAgain) continue;
+            besideAgain = Clock::now() + besideInterval;
+            lock.unlock();
+            connection_->cancelBeside();
+            lock.lock();
+            changed_.wait_for(lock, cancelInterval, returned);
         } else if (outside_) {
             changed_.wait_for(lock, lookInterval);
         } else if (timed && !late_) {
