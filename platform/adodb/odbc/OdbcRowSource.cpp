@@ -27,9 +27,13 @@ bool OdbcRowSource::read(Batch& batch) {
         keep_->spoil();
         throw;
     }
-    const std::scoped_lock lock(endMutex_);
     block_.reset();
-    statement_.reset();
+    std::unique_ptr<OdbcStatement> ended;
+    {
+        const std::scoped_lock lock(endMutex_);
+        ended = std::move(statement_);
+    }
+    ended.reset(); // the driver may wait for its server: a cancel() does not wait with it
     keep_.reset(); // whoever waits for the connection has it
     if (rowLimit_ > 0 && rows_ >= rowLimit_) throw fetchLimitError();
     return false;
