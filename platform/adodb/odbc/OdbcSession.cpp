@@ -1,6 +1,7 @@
 #include "platform/adodb/odbc/OdbcSession.h"
 
 #include "platform/adodb/Errors.h"
+#include "platform/adodb/access/AccessSession.h"
 #include "platform/adodb/odbc/ComparedBooleans.h"
 #include "platform/adodb/odbc/OdbcBlock.h"
 #include "platform/adodb/odbc/OdbcChange.h"
@@ -10,13 +11,10 @@
 #include "platform/adodb/odbc/RowBound.h"
 #include "platform/adodb/odbc/ServerNotation.h"
 #include "platform/adodb/odbc/StatementShape.h"
-#include "platform/runtime/HostPath.h"
 #include "platform/runtime/Text.h"
 
 #include <algorithm>
 #include <atomic>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace norvel::adodb {
@@ -171,27 +169,11 @@ std::string OdbcSession::tableQuery(const std::string& table) const {
 
 } // namespace
 
-namespace {
-
-// The driver of Access files says of a missing one as little as of a damaged one.
-void settleFile(OdbcTarget& target) {
-    const std::filesystem::path path = percorsoSistema(target.place);
-    std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        throw Errore(oleFail, "Il database «" + target.place + "» non esiste.");
-    if (std::filesystem::is_directory(path, error))
-        throw Errore(oleFail, "«" + target.place + "» è una cartella, non un database.");
-    for (auto& [keyword, value] : target.pairs)
-        if (keyword == "DBQ") value = path.string();
-}
-
-} // namespace
-
 std::shared_ptr<Session> openOdbcSession(const ConnectionString& connection) {
     auto target = odbcTarget(connection, odbcDrivers(), odbcSources());
     if (!target) return nullptr;
     const bool file = target->pairs.size() > 1 && target->pairs[1].first == "DBQ";
-    if (file) settleFile(*target);
+    if (file) return openAccessSession(target->place);
     return std::make_shared<OdbcSession>(*target);
 }
 

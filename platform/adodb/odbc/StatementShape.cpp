@@ -14,9 +14,23 @@ bool isWord(char c) {
            c == '$' || c == '@' || c == '#' || (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
 
-// The words and signs of a statement; of what stands between quotes one '' or one name, comments
-// left out.
-std::vector<std::string_view> tokens(std::string_view sql) {
+bool among(std::string_view word, std::initializer_list<std::string_view> words) {
+    return std::ranges::any_of(words,
+                               [&](std::string_view each) { return equalsText(each, word); });
+}
+
+// Words by which a reading statement asks for, or leaves, something of the connection's own.
+bool isOwn(std::string_view word) {
+    return word.front() == '@' || word.front() == '#' ||
+           among(word,
+                 {"into", "update", "share", "last_insert_id", "lastval", "currval",
+                  "connection_id", "pg_backend_pid", "found_rows", "row_count", "pg_temp",
+                  "scope_identity", "current_setting", "set_config", "get_lock", "release_lock"});
+}
+
+} // namespace
+
+std::vector<std::string_view> statementTokens(std::string_view sql) {
     std::vector<std::string_view> found;
     std::size_t at = 0;
     const auto skipTo = [&](std::string_view end) {
@@ -48,24 +62,8 @@ std::vector<std::string_view> tokens(std::string_view sql) {
     return found;
 }
 
-bool among(std::string_view word, std::initializer_list<std::string_view> words) {
-    return std::ranges::any_of(words,
-                               [&](std::string_view each) { return equalsText(each, word); });
-}
-
-// Words by which a reading statement asks for, or leaves, something of the connection's own.
-bool isOwn(std::string_view word) {
-    return word.front() == '@' || word.front() == '#' ||
-           among(word,
-                 {"into", "update", "share", "last_insert_id", "lastval", "currval",
-                  "connection_id", "pg_backend_pid", "found_rows", "row_count", "pg_temp",
-                  "scope_identity", "current_setting", "set_config", "get_lock", "release_lock"});
-}
-
-} // namespace
-
 StatementKind kindOfStatement(std::string_view sql) {
-    const auto words = tokens(sql);
+    const auto words = statementTokens(sql);
     const auto first =
         std::ranges::find_if(words, [](std::string_view word) { return word != "("; });
     if (first == words.end()) return StatementKind::Own;
@@ -86,7 +84,7 @@ StatementKind kindOfStatement(std::string_view sql) {
 }
 
 bool readsOneTable(std::string_view sql) {
-    const auto words = tokens(sql);
+    const auto words = statementTokens(sql);
     if (words.empty() || !equalsText(words.front(), "select")) return false;
     const auto counted = [&](std::string_view word) {
         return std::ranges::count_if(words,

@@ -14,6 +14,10 @@ enum class StatementKind : std::uint8_t {
     Own,    // anything else: what follows depends on the connection that ran it
 };
 
+// The words and signs of a statement; of a text in quotes one ' only, names in quotes or brackets
+// with these; comments left out.
+std::vector<std::string_view> statementTokens(std::string_view sql);
+
 StatementKind kindOfStatement(std::string_view sql);
 
 // True for SELECT … FROM one table, without another SELECT, a join or a set operation: every row is

@@ -115,6 +115,11 @@ int collate(void* /*unused*/, int lengthA, const void* a, int lengthB, const voi
                             {static_cast<const char*>(b), static_cast<std::size_t>(lengthB)});
 }
 
+int collateTexts(void* /*unused*/, int lengthA, const void* a, int lengthB, const void* b) {
+    return collateText({static_cast<const char*>(a), static_cast<std::size_t>(lengthA)},
+                       {static_cast<const char*>(b), static_cast<std::size_t>(lengthB)});
+}
+
 } // namespace
 
 int compareDateTexts(std::string_view a, std::string_view b) {
@@ -134,6 +139,7 @@ void addAccessFunctions(sqlite3* db) {
                                SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
                                datediff, nullptr, nullptr, nullptr);
     sqlite3_create_collation_v2(db, dateCollation, SQLITE_UTF8, nullptr, collate, nullptr);
+    sqlite3_create_collation_v2(db, textCollation, SQLITE_UTF8, nullptr, collateTexts, nullptr);
 }
 
 } // namespace norvel::adodb

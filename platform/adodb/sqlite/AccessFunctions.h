@@ -14,7 +14,11 @@ namespace norvel::adodb {
 //
 // nr_data: texts in byte order, but a midnight equals its day and 'T' equals the blank before a
 // time.
+// nr_testo: texts without case, in the order of an Italian list.
 void addAccessFunctions(sqlite3* db);
+
+// Name of the collation by which texts of Access compare.
+inline constexpr const char* textCollation = "nr_testo";
 
 // The order of nr_data: <0, 0, >0.
 int compareDateTexts(std::string_view a, std::string_view b);

@@ -79,6 +79,11 @@ constexpr Declared declaredTypes[] = {
     {"LONGVARBINARY", adLongVarBinary},
     {"OLEOBJECT", adLongVarBinary},
     {"IMAGE", adLongVarBinary},
+    // What copies of Access files declare: Jet's own types, which files of SQLite do not name so.
+    {"JET BYTE", adUnsignedTinyInt},
+    {"JET SHORT", adSmallInt},
+    {"JET SINGLE", adSingle},
+    {"JET GUID", adGUID},
 };
 
 DataTypeEnum typeNamed(std::string_view name) {

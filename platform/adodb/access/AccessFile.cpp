@@ -1,0 +1,138 @@
+#include "platform/adodb/access/AccessFile.h"
+
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/access/ExportReader.h"
+#include "platform/runtime/Text.h"
+
+#include <cstdlib>
+#include <optional>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+// A type as mdb-schema names it, and how the copy declares it.
+struct TypeName {
+    std::string_view access;
+    std::string_view copy;
+    bool text = false;
+    bool bytes = false;
+};
+
+// ADO's codes of Jet's types: Microsoft's page on the data types of Jet's OLE DB provider.
+constexpr TypeName typeNames[] = {
+    {"Boolean", "BOOLEAN"},
+    {"Byte", "JET BYTE"},
+    {"Integer", "JET SHORT"},
+    {"Long Integer", "INTEGER"},
+    {"Currency", "CURRENCY"},
+    {"Single", "JET SINGLE"},
+    {"Double", "DOUBLE"},
+    {"DateTime", "DATE"},
+    {"Numeric", "NUMERIC"},
+    {"Text", "TEXT", true},
+    {"Memo/Hyperlink", "MEMO", true},
+    {"Replication ID", "JET GUID", true},
+    {"Binary", "VARBINARY", false, true},
+    {"OLE", "OLEOBJECT", false, true},
+};
+
+// "[name]  Type (18, 0), ": a column's line in a definition.
+std::optional<AccessColumn> columnOf(std::string_view line) {
+    const std::size_t open = line.find('[');
+    const std::size_t close = line.rfind(']');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open)
+        return std::nullopt;
+    AccessColumn column;
+    column.name = line.substr(open + 1, close - open - 1);
+    std::string type(line.substr(close + 1));
+    while (!type.empty() && (type.back() == ',' || type.back() == ' ' || type.back() == '\r'))
+        type.pop_back();
+    type = trimText(replaceText(type, "\t", " "));
+    const std::size_t length = type.find('(');
+    const std::string name = trimText(std::string_view(type).substr(0, length));
+    column.type = "MEMO"; // a type that mdbtools alone knows comes as a text
+    column.text = true;
+    for (const TypeName& each : typeNames)
+        if (equalsText(each.access, name)) {
+            column.type = each.copy;
+            column.text = each.text;
+            column.bytes = each.bytes;
+            if (length != std::string::npos) column.type += type.substr(length);
+        }
+    return column;
+}
+
+std::vector<std::string> linesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        if (end != 0) lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+// Without the words that go with a reading that is slower, but whole.
+std::string seriousPart(const std::string& complaint) {
+    std::string serious;
+    for (const std::string& line : linesOf(complaint))
+        if (findText(line, "brute force") == std::string::npos)
+            serious.append(serious.empty() ? "" : "; ").append(toValidUtf8(trimText(line)));
+    return serious;
+}
+
+} // namespace
+
+Errore AccessFile::damaged(const std::string& complaint) const {
+    std::string text = "Il database «" + name_ +
+                       "» è danneggiato o incompleto, oppure non è un file di Access leggibile.";
+    if (!complaint.empty()) text += " (mdbtools: " + complaint + ")";
+    return {oleFail, text};
+}
+
+std::string AccessFile::output(const std::vector<std::string>& command, const Stop& stop) const {
+    std::string text;
+    const MdbToolEnd end =
+        runMdbTool(command, stop, [&](std::string_view piece) { text.append(piece); });
+    if (!end.well || !seriousPart(end.complaint).empty()) throw damaged(seriousPart(end.complaint));
+    return text;
+}
+
+std::vector<std::string> AccessFile::tables(const Stop& stop) const {
+    return linesOf(output({"mdb-tables", "-1", path_}, stop));
+}
+
+std::vector<AccessColumn> AccessFile::columns(const std::string& table, const Stop& stop) const {
+    const std::string definition =
+        output({"mdb-schema", "--no-indexes", "--no-relations", "--no-default-values",
+                "--no-not-null", "--no-comments", "-T", table, path_, "access"},
+               stop);
+    std::vector<AccessColumn> found;
+    bool within = false;
+    for (const std::string& line : linesOf(definition)) {
+        if (within && line.starts_with(")")) break;
+        if (const auto column = within ? columnOf(line) : std::nullopt) found.push_back(*column);
+        within = within || line.starts_with(" (");
+    }
+    if (found.empty()) throw damaged("");
+    return found;
+}
+
+void AccessFile::rows(const std::string& table, std::size_t columns, const Stop& stop,
+                      const std::function<void(const AccessRow&)>& take) const {
+    const std::string count = output({"mdb-count", path_, table}, stop);
+    ExportReader reader(columns, take);
+    const MdbToolEnd end =
+        runMdbTool({"mdb-export", "-H", "-b", "hex", "-d", std::string(1, valueEnd), "-R",
+                    std::string(1, rowEnd), "-D", "%Y-%m-%d %H:%M:%S", "-T", "%Y-%m-%d %H:%M:%S",
+                    path_, table},
+                   stop, [&](std::string_view piece) { reader.read(piece); });
+    const std::string complaint = seriousPart(end.complaint);
+    if (!end.well || !complaint.empty() || !reader.whole()) throw damaged(complaint);
+    if (reader.rows() < std::atoll(count.c_str()))
+        throw damaged("della tabella «" + table + "» mancano righe");
+}
+
+} // namespace norvel::adodb

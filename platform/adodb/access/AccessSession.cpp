@@ -1,0 +1,98 @@
+#include "platform/adodb/access/AccessSession.h"
+
+#include "platform/adodb/Errors.h"
+#include "platform/adodb/access/AccessCopy.h"
+#include "platform/adodb/odbc/StatementShape.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Text.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <mutex>
+#include <system_error>
+#include <utility>
+
+namespace norvel::adodb {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto lookInterval = 20ms;
+
+class AccessSession : public Session {
+  public:
+    explicit AccessSession(AccessFile file) : file_(std::move(file)) { file_.tables({}); }
+
+    StatementResult execute(const StatementRequest& request) override;
+    std::vector<Variant> change(const RowChange& /*change*/) override { throw readOnly(); }
+    // Of what is only read there is nothing to commit.
+    void begin() override {}
+    void commit() override {}
+    void rollback() override {}
+    std::string tableQuery(const std::string& table) const override;
+
+  private:
+    Errore readOnly() const {
+        return adoError(adErrFeatureNotAvailable,
+                        "I file di Access qui si possono solo leggere: «" + file_.name() +
+                            "» non viene modificato.");
+    }
+    std::shared_ptr<AccessCopy> copyFor(const std::string& statement, const Stop& stop);
+
+    AccessFile file_;
+    std::timed_mutex mutex_; // guards copy_; held while one is made
+    std::shared_ptr<AccessCopy> copy_;
+};
+
+bool isQuery(const std::string& statement) {
+    const auto words = statementTokens(statement);
+    const auto first =
+        std::ranges::find_if(words, [](std::string_view word) { return word != "("; });
+    if (first == words.end()) return true; // for the database to complain of
+    return std::ranges::any_of(std::initializer_list<std::string_view>{"select", "with", "values"},
+                               [&](std::string_view word) { return equalsText(*first, word); });
+}
+
+StatementResult AccessSession::execute(const StatementRequest& request) {
+    if (!isQuery(request.text)) throw readOnly();
+    Stop stop;
+    stop.outside = request.cancelled;
+    if (request.timeoutSeconds > 0)
+        stop.deadline =
+            std::chrono::steady_clock::now() + std::chrono::seconds(request.timeoutSeconds);
+    return copyFor(request.text, stop)->session().execute(request);
+}
+
+// A statement that another thread's copy may serve waits for it.
+std::shared_ptr<AccessCopy> AccessSession::copyFor(const std::string& statement, const Stop& stop) {
+    std::unique_lock lock(mutex_, std::defer_lock);
+    while (!lock.try_lock_for(lookInterval))
+        if (stop.due()) throw adoError(stop.asked() ? adErrOperationCancelled : dbCommandTimeout);
+    if (!copy_ || !copy_->serves(file_, statement))
+        copy_ = std::make_shared<AccessCopy>(file_, statement, stop);
+    return copy_;
+}
+
+// A name that a host has quoted or bracketed itself stays; others are one name, dots and all.
+std::string AccessSession::tableQuery(const std::string& table) const {
+    const std::string name = trimText(table);
+    const bool quoted = name.find_first_of("[\"`") != std::string::npos;
+    return "SELECT * FROM " + (quoted ? name : "[" + name + "]");
+}
+
+} // namespace
+
+std::shared_ptr<Session> openAccessSession(const std::string& place) {
+    const std::filesystem::path path = percorsoSistema(place);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw Errore(oleFail, "Il database «" + place + "» non esiste.");
+    if (std::filesystem::is_directory(path, error))
+        throw Errore(oleFail, "«" + place + "» è una cartella, non un database.");
+    return std::make_shared<AccessSession>(
+        AccessFile(std::filesystem::absolute(path).string(), place));
+}
+
+} // namespace norvel::adodb
