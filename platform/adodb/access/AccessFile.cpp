@@ -4,13 +4,21 @@
 #include "platform/adodb/access/ExportReader.h"
 #include "platform/runtime/Text.h"
 
+#include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace norvel::adodb {
 
 namespace {
+
+// Files are whole pages, of 2048 bytes or of 4096. Of a page cut short mdbtools reads what is lost
+// as zeros; where not even the header of a page is left, no row of it is read, and the count tells.
+constexpr std::uintmax_t smallestPage = 2048;
+constexpr std::uintmax_t pageHeader = 14;
 
 // A type as mdb-schema names it, and how the copy declares it.
 struct TypeName {
@@ -18,6 +26,7 @@ struct TypeName {
     std::string_view copy;
     bool text = false;
     bool bytes = false;
+    bool sized = false; // the length behind it means something
 };
 
 // ADO's codes of Jet's types: Microsoft's page on the data types of Jet's OLE DB provider.
@@ -30,8 +39,8 @@ constexpr TypeName typeNames[] = {
     {"Single", "JET SINGLE"},
     {"Double", "DOUBLE"},
     {"DateTime", "DATE"},
-    {"Numeric", "NUMERIC"},
-    {"Text", "TEXT", true},
+    {"Numeric", "NUMERIC", false, false, true},
+    {"Text", "TEXT", true, false, true},
     {"Memo/Hyperlink", "MEMO", true},
     {"Replication ID", "JET GUID", true},
     {"Binary", "VARBINARY", false, true},
@@ -59,7 +68,7 @@ std::optional<AccessColumn> columnOf(std::string_view line) {
             column.type = each.copy;
             column.text = each.text;
             column.bytes = each.bytes;
-            if (length != std::string::npos) column.type += type.substr(length);
+            if (each.sized && length != std::string::npos) column.type += type.substr(length);
         }
     return column;
 }
@@ -101,6 +110,8 @@ std::string AccessFile::output(const std::vector<std::string>& command, const St
 }
 
 std::vector<std::string> AccessFile::tables(const Stop& stop) const {
+    std::error_code error;
+    if (std::filesystem::file_size(path_, error) % smallestPage >= pageHeader) throw damaged("");
     return linesOf(output({"mdb-tables", "-1", path_}, stop));
 }
 

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <filesystem>
 #include <mutex>
+#include <numeric>
 #include <system_error>
 #include <utility>
 
@@ -20,6 +21,25 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto lookInterval = 20ms;
+
+// The rows of a copy. Each can be told apart, so that a change comes to the session and hears there
+// why it is refused.
+class AccessRows : public RowSource {
+  public:
+    explicit AccessRows(std::unique_ptr<RowSource> rows) : rows_(std::move(rows)) {}
+    const std::vector<ColumnInfo>& columns() const override { return rows_->columns(); }
+    RowIdentity identity() override {
+        RowIdentity identity = rows_->identity();
+        identity.key.resize(columns().size());
+        std::iota(identity.key.begin(), identity.key.end(), 0);
+        return identity;
+    }
+    bool read(Batch& batch) override { return rows_->read(batch); }
+    void cancel() noexcept override { rows_->cancel(); }
+
+  private:
+    std::unique_ptr<RowSource> rows_;
+};
 
 class AccessSession : public Session {
   public:
@@ -62,7 +82,9 @@ StatementResult AccessSession::execute(const StatementRequest& request) {
     if (request.timeoutSeconds > 0)
         stop.deadline =
             std::chrono::steady_clock::now() + std::chrono::seconds(request.timeoutSeconds);
-    return copyFor(request.text, stop)->session().execute(request);
+    StatementResult result = copyFor(request.text, stop)->session().execute(request);
+    if (result.rows) result.rows = std::make_unique<AccessRows>(std::move(result.rows));
+    return result;
 }
 
 // A statement that another thread's copy may serve waits for it.
