@@ -86,6 +86,7 @@ std::vector<std::string> toolEnvironment() {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> found;
+    found.reserve(texts.size() + 1);
     for (std::string& text : texts)
         found.push_back(text.data());
     found.push_back(nullptr);

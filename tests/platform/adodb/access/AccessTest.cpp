@@ -8,7 +8,7 @@ namespace norvel::adodb {
 namespace {
 
 std::string exampleFile(const std::string& path) {
-    const std::string file = NR_SOURCE_DIR "/build/examples/" + path;
+    std::string file = NR_SOURCE_DIR "/build/examples/" + path;
     EXPECT_TRUE(std::filesystem::exists(file)) << "run packaging/prepara test first";
     return file;
 }
@@ -31,7 +31,7 @@ std::string fileOfAccess2000() {
 std::string fileOfAccess97(const TemporaryFolder& folder) {
     const std::string packed = exampleFile("fp-units-db-3.2.2/usr/share/doc/fp-units-db/3.2.2/"
                                            "examples/odbc/testodbc.mdb.gz");
-    const std::string file = folder.file("testodbc.mdb");
+    std::string file = folder.file("testodbc.mdb");
     EXPECT_EQ(std::system(("gzip -dc '" + packed + "' >'" + file + "'").c_str()), 0);
     return file;
 }

@@ -42,7 +42,7 @@ std::string ucs2(const std::string& text) {
 
 // Access compresses where every character fits one byte: a mark, then these bytes.
 std::string jetText(const std::string& text) {
-    const std::string wide = ucs2(text);
+    std::string wide = ucs2(text);
     std::string narrow = "\xFF\xFE";
     for (std::size_t i = 0; i < wide.size(); i += 2) {
         if (wide[i + 1] != 0 || wide[i] == 0) return wide;
