@@ -92,6 +92,7 @@ std::string bytesOfHex(std::string_view digits) {
 int bindCell(sqlite3_stmt* statement, int parameter, const AccessColumn& column,
              const AccessValue& value) {
     if (value.null) return sqlite3_bind_null(statement, parameter);
+    if (column.truth) return sqlite3_bind_int(statement, parameter, value.text == "0" ? 0 : -1);
     if (column.bytes) {
         const std::string bytes = bytesOfHex(value.text);
         return sqlite3_bind_blob64(statement, parameter, bytes.data(), bytes.size(),
@@ -104,8 +105,7 @@ int bindCell(sqlite3_stmt* statement, int parameter, const AccessColumn& column,
 
 // Within a Turn.
 void copyTable(SqliteHandle& handle, const AccessFile& file, const std::string& table,
-               const Stop& stop) {
-    const auto columns = file.columns(table, stop);
+               const std::vector<AccessColumn>& columns, const Stop& stop) {
     handle.run(definitionOf(table, columns).c_str());
     const StatementHandle insertion = handle.prepareBound(insertionOf(table, columns.size()), {});
     const auto add = [&](const AccessRow& row) {
@@ -143,6 +143,7 @@ bool AccessCopy::copy(const AccessFile& file, const std::string& statement, cons
     stamp_ = stampOf(file.path());
     settled_ = std::filesystem::file_time_type::clock::now() - stamp_.written > coarsestFileTime;
     tables_ = file.tables(stop);
+    booleans_.clear();
     copied_ = namedTables(statement, tables_);
     const PrivateFolder folder;
     const std::string path = folder.file("copia.db");
@@ -151,8 +152,12 @@ bool AccessCopy::copy(const AccessFile& file, const std::string& statement, cons
         const auto handle = SqliteHandle::open(path, false);
         const SqliteHandle::Turn turn(*handle, &stop);
         handle->run("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; BEGIN");
-        for (const std::string& table : copied_)
-            copyTable(*handle, file, table, stop);
+        for (const std::string& table : copied_) {
+            const auto columns = file.columns(table, stop);
+            for (const AccessColumn& column : columns)
+                if (column.truth) booleans_.insert(column.name);
+            copyTable(*handle, file, table, columns, stop);
+        }
         handle->run("COMMIT");
     }
     session_ = openSqliteSession(ConnectionString("Data Source=" + path + ";Mode=Read"));

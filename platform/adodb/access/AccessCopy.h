@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/adodb/access/AccessFile.h"
+#include "platform/adodb/odbc/ServerNotation.h"
 #include "platform/adodb/provider/Provider.h"
 
 #include <chrono>
@@ -33,6 +34,8 @@ class AccessCopy {
     // True where the file has not changed and the tables that the statement names are here.
     bool serves(const AccessFile& file, const std::string& statement) const;
     Session& session() const { return *session_; }
+    // The Yes/No columns of the tables; they hold -1 and 0.
+    const NameSet& booleans() const { return booleans_; }
 
   private:
     bool copy(const AccessFile& file, const std::string& statement, const Stop& stop);
@@ -41,6 +44,7 @@ class AccessCopy {
     bool settled_ = false;            // the stamp is old enough for a later change to show in it
     std::vector<std::string> tables_; // every table of the file
     std::vector<std::string> copied_;
+    NameSet booleans_;
     std::shared_ptr<Session> session_;
 };
 

@@ -68,6 +68,7 @@ std::optional<AccessColumn> columnOf(std::string_view line) {
             column.type = each.copy;
             column.text = each.text;
             column.bytes = each.bytes;
+            column.truth = each.copy == "BOOLEAN";
             if (each.sized && length != std::string::npos) column.type += type.substr(length);
         }
     return column;

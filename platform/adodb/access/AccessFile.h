@@ -14,6 +14,7 @@ struct AccessColumn {
     std::string type; // as the copy declares it: NAME or NAME(n), see SqliteTypes
     bool text = false;
     bool bytes = false; // values come as hexadecimal digits
+    bool truth = false; // Yes/No
 };
 
 // One value as mdbtools writes it. The empty text of a file is a Null here: mdbtools does not tell

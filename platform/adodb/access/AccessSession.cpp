@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/access/AccessCopy.h"
+#include "platform/adodb/odbc/ServerNotation.h"
 #include "platform/adodb/odbc/StatementShape.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Text.h"
@@ -82,7 +83,10 @@ StatementResult AccessSession::execute(const StatementRequest& request) {
     if (request.timeoutSeconds > 0)
         stop.deadline =
             std::chrono::steady_clock::now() + std::chrono::seconds(request.timeoutSeconds);
-    StatementResult result = copyFor(request.text, stop)->session().execute(request);
+    const auto copy = copyFor(request.text, stop);
+    StatementRequest asked = request;
+    asked.text = serverNotation(request.text, ServerKind::Access, copy->booleans());
+    StatementResult result = copy->session().execute(asked);
     if (result.rows) result.rows = std::make_unique<AccessRows>(std::move(result.rows));
     return result;
 }

@@ -89,6 +89,10 @@ class Writer {
     // Writes the token, and those that belong to it; the place behind them.
     std::size_t writeOne(std::string& out, std::size_t at, std::size_t to) {
         const NeutralToken& token = tokens_[at];
+        if (kind_ == ServerKind::Access && token.kind != Kind::Word && token.kind != Kind::Number) {
+            out += token.text;
+            return at + 1;
+        }
         switch (token.kind) {
         case Kind::Word:
             return writeWord(out, at, to);
@@ -118,18 +122,23 @@ class Writer {
 
     std::size_t writeWord(std::string& out, std::size_t at, std::size_t to) {
         const std::string_view word = tokens_[at].text;
-        if (kind_ == ServerKind::SqlServer &&
+        if ((kind_ == ServerKind::SqlServer || kind_ == ServerKind::Access) &&
             (equalsText(word, "True") || equalsText(word, "False"))) {
-            out += equalsText(word, "True") ? "1" : "0";
+            out += numberOf(equalsText(word, "True"));
             return at + 1;
         }
-        if (const auto end = writeCall(out, word, at, to)) return *end;
-        if (kind_ == ServerKind::PostgreSql) {
+        if (kind_ != ServerKind::Access)
+            if (const auto end = writeCall(out, word, at, to)) return *end;
+        if (kind_ == ServerKind::PostgreSql)
             if (const auto end = writeLike(out, at, to)) return *end;
-            if (const auto end = writeBoolean(out, at, to)) return *end;
-        }
+        if (const auto end = writeBoolean(out, at, to)) return *end;
         out += word;
         return at + 1;
+    }
+
+    std::string_view numberOf(bool truth) const {
+        if (!truth) return "0";
+        return kind_ == ServerKind::Access ? "-1" : "1";
     }
 
     // --- calls ---
@@ -206,7 +215,7 @@ class Writer {
         return arguments;
     }
 
-    // --- what PostgreSQL has otherwise ---
+    // --- what PostgreSQL, and in part Access, has otherwise ---
 
     std::optional<std::size_t> writeLike(std::string& out, std::size_t at, std::size_t to) {
         std::size_t like = at;
@@ -257,6 +266,7 @@ class Writer {
     }
     std::string_view truth(std::size_t number) const {
         const bool zero = tokens_[number].text.find_first_not_of("0.") == std::string_view::npos;
+        if (kind_ == ServerKind::Access) return numberOf(!zero);
         return zero ? "FALSE" : "TRUE";
     }
 
@@ -281,7 +291,7 @@ class Writer {
 } // namespace
 
 std::string serverNotation(std::string_view statement, ServerKind kind, const NameSet& booleans) {
-    if (kind == ServerKind::Access || kind == ServerKind::Other) return std::string(statement);
+    if (kind == ServerKind::Other) return std::string(statement);
     return Writer(statement, kind, booleans).write();
 }
 

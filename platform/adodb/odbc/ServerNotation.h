@@ -22,11 +22,11 @@ using NameSet = std::set<std::string, LessText>;
 //                      's', and on SQL Server 'ww'; other intervals stay
 //   [name]             the server's quotes; PostgreSQL gets plain names in small letters, as it
 //                      keeps those that were never quoted
-//   True, False        1 and 0 on SQL Server
+//   True, False        1 and 0 on SQL Server, -1 and 0 for Access
 //   RTRIM(x)           on PostgreSQL of the value's text, so that numbers and dates have one
 //   LIKE               on PostgreSQL of the value's text, case-blind; '\' means nothing special
-// booleans: PostgreSQL's columns of that type; compared with a number they are compared with
-// whether that is 0.
+// booleans: PostgreSQL's and Access's columns of that type; compared with a number they are
+// compared with whether that is 0. Nothing else is changed for Access.
 std::string serverNotation(std::string_view statement, ServerKind kind,
                            const NameSet& booleans = {});
 

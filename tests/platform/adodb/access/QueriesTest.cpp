@@ -50,12 +50,18 @@ TEST_F(AccessQueries, RenderedForAccessAndRun) {
          "1,a|2,b|"},
         {"SELECT datediff('d',nato,#03/20/2011#) FROM clienti WHERE codice<3 ORDER BY codice",
          "5|4|"},
-        {"SELECT DISTINCT attivo FROM clienti ORDER BY attivo", "False|True|"},
+        {"SELECT DISTINCT attivo FROM clienti ORDER BY attivo", "True|False|"},
         {"SELECT x.c FROM (SELECT codice AS c FROM clienti) x WHERE x.c<3 ORDER BY x.c", "1|2|"},
         {"SELECT [codice] FROM [clienti] WHERE attivo=True ORDER BY [codice]", "1|3|"},
         {"SELECT c.nome, sum(r.pezzi) FROM clienti c INNER JOIN [Righe Ordine] r ON "
          "c.codice=r.codice GROUP BY c.nome ORDER BY c.nome",
          "D'Amì €,5|Rossi,7|"},
+        {"SELECT codice FROM clienti WHERE attivo=-1 ORDER BY codice", "1|3|"},
+        {"SELECT c.codice FROM clienti c WHERE c.[attivo] = -1 AND c.attivo<>0 ORDER BY c.codice",
+         "1|3|"},
+        {"SELECT codice FROM clienti WHERE NOT attivo OR attivo=False ORDER BY codice", "2|12|"},
+        {"SELECT sum(attivo), 'True' FROM clienti", "-2,True|"},
+        {"SELECT iif(attivo=1;'si';'no';) FROM clienti WHERE attivo AND codice=1", "si|"},
         {"SELECT nome FROM clienti WHERE nome = 'ROSSI'", "Rossi|"},
         {"SELECT nome FROM clienti WHERE nome = 'D''AMÌ €'", "D'Amì €|"},
         {"SELECT count(*) FROM clienti WHERE nome IS NULL", "1|"},
@@ -74,7 +80,7 @@ TEST_F(AccessQueries, ValueListsUnderEveryFilter) {
     } cases[] = {
         {"", "citta", "L'Aquila|Roma|"}, // "roma" is the same text
         {"", "codice", "1|2|3|12|"},
-        {"", "attivo", "0|-1|"},
+        {"", "attivo", "-1|0|"},
         {"", "saldo", "-12,3456|0|10,5|"},
         {"", "nato", "01/01/1900|15/03/2011|16/03/2011 12.00.00|"},
         {"citta LIKE 'ROM*'", "nome", "Bianchi|Rossi|"},
