@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/access/AccessCopy.h"
+#include "platform/adodb/odbc/NeutralTokens.h"
 #include "platform/adodb/odbc/ServerNotation.h"
 #include "platform/adodb/odbc/StatementShape.h"
 #include "platform/runtime/HostPath.h"
@@ -76,8 +77,26 @@ bool isQuery(const std::string& statement) {
                                [&](std::string_view word) { return equalsText(*first, word); });
 }
 
+// Words of Jet's that the embedded database has, too, with another meaning: refused rather than
+// misread.
+void refuseJetsOwn(const std::string& statement) {
+    const auto refuse = [](const std::string& word) {
+        throw adoError(dbErrorsInCommand, "«" + word + "» di Access qui non è disponibile.");
+    };
+    const auto tokens = neutralTokens(statement);
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        if (tokens[i].kind == NeutralToken::Kind::Sign && tokens[i].text == "&") refuse("&");
+        if (!equalsText(tokens[i].text, "format")) continue;
+        std::size_t next = i + 1;
+        while (next < tokens.size() && tokens[next].kind == NeutralToken::Kind::Blank)
+            ++next;
+        if (next < tokens.size() && tokens[next].text == "(") refuse("Format");
+    }
+}
+
 StatementResult AccessSession::execute(const StatementRequest& request) {
     if (!isQuery(request.text)) throw readOnly();
+    refuseJetsOwn(request.text);
     Stop stop;
     stop.outside = request.cancelled;
     if (request.timeoutSeconds > 0)

@@ -138,6 +138,9 @@ TEST_F(AccessQueries, WhatTheDatabaseCannotReadIsRefused) {
         {"SELECT manca FROM clienti", "«manca»"},
         {"TRANSFORM sum(codice) SELECT nome FROM clienti GROUP BY nome PIVOT citta", "leggere"},
         {"SELECT FROM WHERE", "sintassi"},
+        {"SELECT nome & ' ' & citta FROM clienti", "«&»"},
+        {"SELECT Format (nato,'yyyy') FROM clienti", "«Format»"},
+        {"SELECT TOP 2 nome FROM clienti", "sintassi"},
         {"", ""},
     };
     for (const auto& [sql, part] : cases) {
