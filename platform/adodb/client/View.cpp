@@ -111,9 +111,16 @@ void View::add(RowList hits) {
     ++version_;
 }
 
+// What is known of it holds no more.
+void View::listChanged() {
+    run_ = {};
+    indexes_ = {};
+    lookedFor_ = 0;
+}
+
 // The list, this view's alone from now on.
 RowList& View::changeable() {
-    run_ = {};
+    listChanged();
     if (list_.use_count() > 1) list_ = std::make_shared<RowList>(*list_);
     return *list_;
 }
@@ -132,7 +139,7 @@ void View::straighten() {
                          list_->begin() + static_cast<std::ptrdiff_t>(end));
         end = begin;
     }
-    run_ = {};
+    listChanged();
     list_ = std::move(straight);
     turned_ = false;
 }
@@ -207,16 +214,36 @@ std::size_t View::indexFor(RowNumber row) const {
     return static_cast<std::size_t>(place - list_->begin());
 }
 
+// Looking for a row in an order compares texts. Who walks over the rows in another order looks for
+// each of them.
+std::optional<std::size_t> View::indexOf(RowNumber row) {
+    constexpr RowNumber nowhere = std::numeric_limits<RowNumber>::max();
+    const std::size_t worthIt = std::max<std::size_t>(256, list_->size() / 256);
+    if (rules_.order && indexes_.empty() && ++lookedFor_ > worthIt) {
+        const auto last = std::ranges::max_element(*list_);
+        indexes_.assign(last == list_->end() ? 1 : std::size_t{*last} + 1, nowhere);
+        for (std::size_t i = 0; i < list_->size(); ++i)
+            indexes_[(*list_)[i]] = static_cast<RowNumber>(i);
+    }
+    if (!indexes_.empty()) {
+        if (row >= indexes_.size() || indexes_[row] == nowhere) return std::nullopt;
+        return indexes_[row];
+    }
+    const std::size_t index = indexFor(row);
+    if (index == list_->size() || (*list_)[index] != row) return std::nullopt;
+    return index;
+}
+
 std::optional<RowCount> View::positionOf(RowCount row) {
     if (rows_->isDeleted(row)) return std::nullopt;
     if (rules_.plain()) return rows_->livingBefore(row);
     update();
     if (row >= rows_->rows()) return std::nullopt;
-    const std::size_t index = indexFor(static_cast<RowNumber>(row));
-    if (index == list_->size() || (*list_)[index] != row) return std::nullopt;
-    if (!turned_) return static_cast<RowCount>(index);
-    const auto [begin, end] = equalsAround(index);
-    return static_cast<RowCount>(list_->size() - end + (index - begin));
+    const auto index = indexOf(static_cast<RowNumber>(row));
+    if (!index) return std::nullopt;
+    if (!turned_) return static_cast<RowCount>(*index);
+    if (*index < run_.first || *index >= run_.second) run_ = equalsAround(*index);
+    return static_cast<RowCount>(list_->size() - run_.second + (*index - run_.first));
 }
 
 RowCount View::placeOf(RowNumber row) {
@@ -240,10 +267,10 @@ RowCount View::placeOf(RowNumber row) {
 bool View::take(RowNumber row) {
     if (rules_.plain()) return true;
     if (row >= examined_ && !rules_.only) return false;
-    const std::size_t index = indexFor(row);
-    if (index == list_->size() || (*list_)[index] != row) return false;
+    const auto index = indexOf(row);
+    if (!index) return false;
     RowList& list = changeable();
-    list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(*index));
     return true;
 }
 

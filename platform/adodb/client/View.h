@@ -71,6 +71,8 @@ class View {
     void straighten();
     Run equalsAround(std::size_t index) const;
     std::size_t indexFor(RowNumber row) const;
+    std::optional<std::size_t> indexOf(RowNumber row);
+    void listChanged();
     bool before(RowNumber a, RowNumber b) const;
 
     std::shared_ptr<RowSet> rows_;
@@ -79,6 +81,10 @@ class View {
     // The list is in the opposite order: it is read backwards, runs of equal rows forwards.
     bool turned_ = false;
     mutable Run run_; // the one that was read last, while the list stays; empty: none
+    // Where each row stands in the list; made once so many rows of an order were looked for that it
+    // costs less, kept while the list stays.
+    RowList indexes_;
+    std::size_t lookedFor_ = 0; // while the list stays
     RowNumber examined_ = 0;
     std::uint32_t version_ = 0;
 };

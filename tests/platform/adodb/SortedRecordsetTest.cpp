@@ -247,5 +247,81 @@ TEST_F(SortedRecordsetTest, TurningRoundAgreesWithSortingAnewWhateverTheRunsOfEq
     }
 }
 
+// Once many rows were looked for, where each one stands is kept while the order stays.
+class ManyLookedForTest : public SortedRecordsetTest {
+  protected:
+    void SetUp() override {
+        rs->Fields().Append("codice", adInteger);
+        rs->Fields().Append("nome", adVarWChar, 20);
+        rs->SetLockType(adLockOptimistic);
+        rs->Open();
+        for (int i = 0; i < 1500; ++i)
+            add(i);
+    }
+    void add(int code) {
+        rs->AddNew({"codice", "nome"}, {code, "nome " + std::to_string(code * 7919 % 37)});
+        rs->Update();
+    }
+    // In a walk over the places in an order of its own, each row is found where it shows.
+    void expectFound() {
+        const auto rows = static_cast<std::size_t>(rs->RecordCount());
+        std::vector<Variant> bookmarks;
+        for (rs->MoveFirst(); !rs->EOF_(); rs->MoveNext())
+            bookmarks.push_back(rs->Bookmark());
+        ASSERT_EQ(bookmarks.size(), rows);
+        std::size_t wrong = 0;
+        for (std::size_t i = 0, at = 0; i < rows; ++i, at = (at + 1009) % rows) {
+            rs->SetBookmark(bookmarks[at]);
+            if (rs->AbsolutePosition() != static_cast<RowCount>(at) + 1) ++wrong;
+        }
+        EXPECT_EQ(wrong, 0U) << rs->Sort();
+    }
+    RecordsetRef rs = makeClientRecordset();
+};
+
+TEST_F(ManyLookedForTest, EachIsWhereItShowsInEveryOrderAndBehindEveryFilter) {
+    for (const char* sort : {"nome", "nome DESC", "nome DESC, codice DESC", "codice DESC"}) {
+        rs->SetSort(sort);
+        expectFound();
+        rs->SetFilter("codice > 300");
+        expectFound();
+        rs->SetFilter(adFilterNone);
+        expectFound();
+    }
+}
+
+TEST_F(ManyLookedForTest, RowsThatChangeComeAndGoAreWhereTheyShowThen) {
+    for (const char* sort : {"nome", "nome DESC"}) {
+        rs->SetSort(sort);
+        expectFound();
+        rs->SetAbsolutePosition(1200);
+        const Variant bookmark = rs->Bookmark();
+        rs->Fields()("nome").SetValue("a");
+        rs->Update();
+        rs->SetBookmark(bookmark);
+        EXPECT_EQ(rs->AbsolutePosition(), rs->Sort() == "nome" ? 1 : rs->RecordCount());
+        expectFound();
+        rs->SetAbsolutePosition(700);
+        const Variant gone = rs->Bookmark();
+        rs->Delete();
+        EXPECT_NE(errorOf([&] { rs->SetBookmark(gone); }), 0);
+        expectFound();
+        add(5000);
+        expectFound();
+    }
+}
+
+TEST_F(ManyLookedForTest, ARowThatDoesNotShowIsNotFound) {
+    rs->MoveFirst();
+    const Variant first = rs->Bookmark();
+    rs->MoveLast();
+    const Variant last = rs->Bookmark();
+    rs->SetSort("nome");
+    rs->SetFilter("codice > 0 AND codice < 1499");
+    expectFound();
+    EXPECT_NE(errorOf([&] { rs->SetBookmark(first); }), 0);
+    EXPECT_NE(errorOf([&] { rs->SetBookmark(last); }), 0);
+}
+
 } // namespace
 } // namespace norvel::adodb
