@@ -34,16 +34,20 @@ void ClientRecordset::await(const std::shared_ptr<Session>& session, const Optio
     next.options = options;
     next.opening = opening;
     next.number = number;
-    next.execution = std::make_unique<Execution>(std::move(run), std::move(ended));
+    next.execution.reset(new Execution(std::move(run), std::move(ended)));
     awaited_ = std::move(next);
 }
 
-// There is an outcome.
-void ClientRecordset::awaitedEnded() {
+// There is an outcome; or it is given up, and counts as cancelled.
+void ClientRecordset::awaitedEnded(bool givenUp) {
     const auto self = shared_from_this();
     Awaited done = std::move(*awaited_);
     awaited_.reset();
-    auto outcome = done.execution->take();
+    Execution::Outcome outcome;
+    if (givenUp)
+        outcome.error = adoError(adErrOperationCancelled);
+    else
+        outcome = done.execution->take();
     affected_ = outcome.affected;
     if (done.opening)
         openingEnded(std::move(outcome), done.options);

@@ -16,7 +16,7 @@ constexpr RowCount everyRow = std::numeric_limits<RowCount>::max();
 constexpr int commandBits =
     adCmdText | adCmdTable | adCmdStoredProc | adCmdUnknown | adCmdFile | adCmdTableDirect;
 constexpr int fetchBits = adAsyncExecute | adAsyncFetch | adAsyncFetchNonBlocking;
-constexpr int longestCancel = 2000; // milliseconds that Cancel waits for the fetch to stop
+constexpr int longestCancel = 1000; // milliseconds that Cancel waits for the fetch to stop
 
 } // namespace
 
@@ -291,7 +291,8 @@ void ClientRecordset::clear() {
 void ClientRecordset::Cancel() {
     if (awaited_) {
         awaited_->execution->cancel();
-        if (awaited_->execution->wait(std::chrono::milliseconds(longestCancel))) awaitedEnded();
+        const bool ended = awaited_->execution->wait(std::chrono::milliseconds(longestCancel));
+        awaitedEnded(!ended); // a server that does not answer is not waited for
         return;
     }
     requireOpen();

@@ -8,7 +8,7 @@
 #include "platform/adodb/client/EventSinks.h"
 #include "platform/adodb/client/RowSet.h"
 #include "platform/adodb/client/View.h"
-#include "platform/adodb/fetch/Execution.h"
+#include "platform/adodb/fetch/Retire.h"
 
 #include <functional>
 #include <map>
@@ -160,7 +160,7 @@ class ClientRecordset final : public Recordset,
     };
     // A statement whose first block is awaited.
     struct Awaited {
-        std::unique_ptr<Execution> execution;
+        std::unique_ptr<Execution, Retire> execution;
         Options options;
         bool opening = false; // else a Requery
         std::uint64_t number = 0;
@@ -199,7 +199,7 @@ class ClientRecordset final : public Recordset,
     // Opening in the background (ClientAsync.cpp)
     StatementRequest requestFor(const Options& options) const;
     void await(const std::shared_ptr<Session>& session, const Options& options, bool opening);
-    void awaitedEnded();
+    void awaitedEnded(bool givenUp = false);
     void openingEnded(Execution::Outcome outcome, const Options& options);
     void requeryEnded(Execution::Outcome outcome, const Options& options);
     void tellFetchFailed(const Errore& error);

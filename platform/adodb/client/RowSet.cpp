@@ -3,6 +3,7 @@
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/client/ClientRecordset.h"
 #include "platform/adodb/client/View.h"
+#include "platform/adodb/fetch/Retire.h"
 
 #include <algorithm>
 #include <atomic>
@@ -32,6 +33,10 @@ RowSet::RowSet(std::unique_ptr<Fetch> fetch, bool waits)
 
 RowSet::RowSet(std::shared_ptr<ColumnStore> store)
     : store_(std::move(store)), generation_(nextGeneration()), waits_(true) {}
+
+RowSet::~RowSet() {
+    retire(std::move(fetch_));
+}
 
 void RowSet::cancel() noexcept {
     if (fetch_) fetch_->cancel();

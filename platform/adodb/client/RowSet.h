@@ -37,6 +37,9 @@ class RowSet {
     // a move to a row that is still to come waits for it.
     RowSet(std::unique_ptr<Fetch> fetch, bool waits);
     explicit RowSet(std::shared_ptr<ColumnStore> store);
+    ~RowSet();
+    RowSet(const RowSet&) = delete;
+    RowSet& operator=(const RowSet&) = delete;
 
     ColumnStore& store() const { return *store_; }
     const std::shared_ptr<ColumnStore>& sharedStore() const { return store_; }

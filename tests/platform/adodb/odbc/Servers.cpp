@@ -109,11 +109,7 @@ pid_t TestServer::spawn(const std::vector<std::string>& command, const std::stri
     arguments.push_back(nullptr);
     const pid_t parent = ::getpid();
     const pid_t child = ::fork();
-    if (child != 0) {
-        ::setpgid(child, child);
-        return child;
-    }
-    ::setpgid(0, 0); // a group of its own, which can be frozen as a whole
+    if (child != 0) return child;
     const int log = ::open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
     ::dup2(log, 1);
     ::dup2(log, 2);
@@ -167,12 +163,21 @@ void TestServer::start() {
     if (process_ <= 0) launchAgain();
 }
 
+// PostgreSQL's processes are each a group of its own.
+void TestServer::tellAll(int signal) const {
+    const std::string process = std::to_string(process_);
+    ::kill(process_, signal);
+    std::istringstream children(contents("/proc/" + process + "/task/" + process + "/children"));
+    for (pid_t child = 0; children >> child;)
+        ::kill(child, signal);
+}
+
 void TestServer::freeze() const {
-    ::kill(-process_, SIGSTOP);
+    tellAll(SIGSTOP);
 }
 
 void TestServer::thaw() const {
-    if (process_ > 0) ::kill(-process_, SIGCONT);
+    if (process_ > 0) tellAll(SIGCONT);
 }
 
 namespace {

@@ -52,6 +52,7 @@ class TestServer {
 
   private:
     void reservePort();
+    void tellAll(int signal) const;
     pid_t spawn(const std::vector<std::string>& command, const std::string& output) const;
     uid_t uid_ = 0;
     gid_t gid_ = 0;
