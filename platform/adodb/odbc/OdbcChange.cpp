@@ -23,13 +23,15 @@ constexpr int longestStatement = 30; // seconds
 class Writer {
   public:
     Writer(const std::shared_ptr<OdbcConnection>& connection, const RowChange& change, bool inside,
-           bool& sent)
-        : connection_(connection), change_(change), inside_(inside), sent_(sent) {}
+           const std::atomic<bool>& givenUp, bool& sent)
+        : connection_(connection), change_(change), inside_(inside), givenUp_(givenUp),
+          sent_(sent) {}
 
     Values run() {
         begin();
         try {
             Values after = write();
+            requireWaiter();
             end(true);
             return after;
         } catch (...) {
@@ -81,6 +83,10 @@ class Writer {
         OdbcStatement(connection_, nullptr, longestStatement).execute(text);
     }
 
+    void requireWaiter() const {
+        if (givenUp_) throw adoError(adErrOperationCancelled);
+    }
+
     // --- the change ---
 
     Values write() {
@@ -100,6 +106,7 @@ class Writer {
     void execute(OdbcSql& text) {
         OdbcStatement statement(connection_, nullptr, longestStatement);
         text.bind(statement);
+        requireWaiter();
         sent_ = true;
         statement.execute(text.text);
         checkOneRow(statement.affected());
@@ -158,6 +165,7 @@ class Writer {
     // PostgreSQL gives the row back itself.
     Values insertReturning(OdbcSql& text) {
         text += " RETURNING " + columns();
+        requireWaiter();
         sent_ = true;
         return read(text);
     }
@@ -215,14 +223,16 @@ class Writer {
     std::shared_ptr<OdbcConnection> connection_;
     const RowChange& change_;
     bool inside_;
+    const std::atomic<bool>& givenUp_;
     bool& sent_;
 };
 
 } // namespace
 
 std::vector<Variant> changeRow(const std::shared_ptr<OdbcConnection>& connection,
-                               const RowChange& change, bool inTransaction, bool& sent) {
-    return Writer(connection, change, inTransaction, sent).run();
+                               const RowChange& change, bool inTransaction,
+                               const std::atomic<bool>& givenUp, bool& sent) {
+    return Writer(connection, change, inTransaction, givenUp, sent).run();
 }
 
 } // namespace norvel::adodb

@@ -49,24 +49,19 @@ OdbcUse::~OdbcUse() = default;
 
 class OdbcLinks::OwnUse : public OdbcUse {
   public:
-    OwnUse(std::shared_ptr<OdbcLinks> links, std::shared_ptr<OdbcConnection> connection,
-           bool replaced)
-        : links_(std::move(links)) {
+    OwnUse(std::shared_ptr<OdbcLinks> links, std::uint64_t number)
+        : links_(std::move(links)), number_(number) {}
+    ~OwnUse() override { links_->endOwn(number_); }
+    OwnUse(const OwnUse&) = delete;
+    OwnUse& operator=(const OwnUse&) = delete;
+    void give(std::shared_ptr<OdbcConnection> connection, bool replaced) {
         connection_ = std::move(connection);
         replaced_ = replaced;
     }
-    ~OwnUse() override {
-        {
-            const std::scoped_lock lock(links_->mutex_);
-            links_->inUse_ = false;
-        }
-        links_->free_.notify_all();
-    }
-    OwnUse(const OwnUse&) = delete;
-    OwnUse& operator=(const OwnUse&) = delete;
 
   private:
     std::shared_ptr<OdbcLinks> links_;
+    std::uint64_t number_;
 };
 
 class OdbcLinks::ReaderUse : public OdbcUse {
@@ -102,7 +97,20 @@ std::shared_ptr<OdbcConnection> OdbcLinks::opened() const {
     return connection;
 }
 
+// While the server is asked the lock is not held: it may not answer.
 std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled, bool check) {
+    auto [number, connection] = beginOwn(cancelled);
+    const auto use = std::make_shared<OwnUse>(shared_from_this(), number);
+    const bool lost = !connection || connection->broken() || (check && !answers(connection));
+    if (lost) connection = opened();
+    use->give(connection, lost);
+    const std::scoped_lock lock(mutex_);
+    if (number == use_) own_ = std::move(connection);
+    return use;
+}
+
+std::pair<std::uint64_t, std::shared_ptr<OdbcConnection>>
+OdbcLinks::beginOwn(const std::atomic<bool>* cancelled) {
     const auto until = std::chrono::steady_clock::now() + longestWait;
     std::unique_lock lock(mutex_);
     while (inUse_) {
@@ -111,11 +119,27 @@ std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled, bool
             throw adoError(dbCommandTimeout, "La connessione serve a un'altra lettura.");
         free_.wait_for(lock, lookInterval);
     }
-    const bool lost = own_->broken() || (check && !answers(own_));
-    if (lost) own_ = opened();
-    auto use = std::make_shared<OwnUse>(shared_from_this(), own_, lost);
     inUse_ = true;
-    return use;
+    return {++use_, own_};
+}
+
+void OdbcLinks::endOwn(std::uint64_t number) {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (number != use_) return; // it was given up
+        inUse_ = false;
+    }
+    free_.notify_all();
+}
+
+void OdbcLinks::giveUpOwn() {
+    {
+        const std::scoped_lock lock(mutex_);
+        ++use_;
+        inUse_ = false;
+        own_.reset();
+    }
+    free_.notify_all();
 }
 
 std::shared_ptr<OdbcConnection> OdbcLinks::takeIdle() {

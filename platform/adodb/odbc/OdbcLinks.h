@@ -5,8 +5,10 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace norvel::adodb {
@@ -39,6 +41,9 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     // ends the wait. check: whether the server still answers on it, so that what must not be sent
     // twice is not sent into the void.
     std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled, bool check);
+    // Whoever uses the session's own is left alone with it, since the server does not answer him;
+    // the next use opens a new one.
+    void giveUpOwn();
     // One that waits since an earlier query, where the server still answers on it, or a new one.
     std::shared_ptr<OdbcUse> reader();
     ServerKind kind() const { return kind_; }
@@ -48,14 +53,18 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     class OwnUse;
     class ReaderUse;
     std::shared_ptr<OdbcConnection> opened() const;
+    std::pair<std::uint64_t, std::shared_ptr<OdbcConnection>>
+    beginOwn(const std::atomic<bool>* cancelled);
+    void endOwn(std::uint64_t number);
     std::shared_ptr<OdbcConnection> takeIdle();
 
     OdbcTarget target_;
     ServerKind kind_;
     std::mutex mutex_; // guards what follows
     std::condition_variable free_;
-    std::shared_ptr<OdbcConnection> own_;
+    std::shared_ptr<OdbcConnection> own_; // null: given up
     bool inUse_ = false;
+    std::uint64_t use_ = 0; // the number of the last use of the session's own
     std::vector<std::shared_ptr<OdbcConnection>> idle_;
 };
 

@@ -15,13 +15,19 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <future>
+#include <thread>
 #include <utility>
 
 namespace norvel::adodb {
 
 namespace {
 
-class OdbcSession : public Session {
+// How long an operator's window waits for a change. Longer than a change waits for others' locks.
+constexpr auto longestChange = std::chrono::seconds(20);
+
+class OdbcSession : public Session, public std::enable_shared_from_this<OdbcSession> {
   public:
     explicit OdbcSession(const OdbcTarget& target) : links_(std::make_shared<OdbcLinks>(target)) {}
     ~OdbcSession() override;
@@ -39,6 +45,7 @@ class OdbcSession : public Session {
     using Use = std::shared_ptr<OdbcUse>;
 
     Use own(const std::atomic<bool>* cancelled);
+    std::vector<Variant> changeNow(const RowChange& change, const std::atomic<bool>& givenUp);
     Errore transactionLost() const {
         return {oleFail, "La connessione con «" + links_->target().place +
                              "» si è interrotta, e con essa la transazione."};
@@ -120,13 +127,32 @@ StatementResult OdbcSession::run(const Use& use, const StatementRequest& request
     return {std::make_unique<OdbcRowSource>(std::move(statement), identify, use, limit), 0};
 }
 
-// A connection that was lost before the change was sent is replaced, and the change sent once more.
+// On a thread of its own, since a driver may wait for ever for a server that does not answer.
 std::vector<Variant> OdbcSession::change(const RowChange& change) {
+    const auto givenUp = std::make_shared<std::atomic<bool>>(false);
+    std::packaged_task<std::vector<Variant>()> task(
+        [self = shared_from_this(), change, givenUp] { return self->changeNow(change, *givenUp); });
+    auto result = task.get_future();
+    std::thread thread(std::move(task));
+    if (result.wait_for(longestChange) == std::future_status::ready) {
+        thread.join();
+        return result.get();
+    }
+    *givenUp = true;
+    thread.detach();
+    links_->giveUpOwn();
+    throw Errore(oleFail, "Il database «" + links_->target().place +
+                              "» non risponde: la modifica potrebbe non essere registrata.");
+}
+
+// A connection that was lost before the change was sent is replaced, and the change sent once more.
+std::vector<Variant> OdbcSession::changeNow(const RowChange& change,
+                                            const std::atomic<bool>& givenUp) {
     bool sent = false;
     const auto make = [&] {
         const Use use = own(nullptr);
         try {
-            return changeRow(use->connection(), change, transaction_, sent);
+            return changeRow(use->connection(), change, transaction_, givenUp, sent);
         } catch (const Errore&) {
             if (sent || transaction_ || !use->connection()->broken()) throw;
             return std::vector<Variant>();

@@ -102,6 +102,45 @@ TEST_P(OdbcFault, ARefreshIsCancelledAndTheRowsStay) {
     EXPECT_EQ(recordset->RecordCount(), 2);
 }
 
+TEST_P(OdbcFault, AServerThatDoesNotAnswerIsLetGoOf) {
+    const auto connection = open();
+    table(connection, "muta", "n integer");
+    connection->Execute("INSERT INTO muta VALUES (1), (2)");
+    const auto recordset = rows(connection, "SELECT n FROM muta ORDER BY n");
+    EventLog log;
+    recordset->Subscribe(&log);
+    server().freeze();
+    recordset->Requery(adAsyncFetchNonBlocking);
+    recordset->Cancel();
+    ASSERT_FALSE(log.lines.empty());
+    EXPECT_EQ(log.lines.back(), "FetchComplete error 3712");
+    recordset->Unsubscribe(&log);
+    EXPECT_EQ(recordset->State(), adStateOpen);
+    EXPECT_EQ(recordset->RecordCount(), 2);
+    server().thaw();
+    recordset->Requery();
+    EXPECT_EQ(recordset->RecordCount(), 2);
+}
+
+TEST_P(OdbcFault, AChangeIsNotHeldUpByAServerThatDoesNotAnswer) {
+    const auto connection = open();
+    table(connection, "muta", "n integer primary key, t varchar(9)");
+    connection->Execute("INSERT INTO muta VALUES (1, 'a')");
+    const auto recordset = rows(connection, "SELECT * FROM muta", adLockOptimistic);
+    recordset->Fields()("t").SetValue("b");
+    server().freeze();
+    const std::string text = descriptionOf([&] { recordset->Update(); });
+    server().thaw();
+    EXPECT_NE(text.find("non risponde"), std::string::npos) << text;
+    EXPECT_EQ(recordset->EditMode(), adEditInProgress);
+    recordset->CancelUpdate();
+    recordset->Requery();
+    EXPECT_EQ(recordset->Fields()("t").Value(), "a"); // what was told as failed is not done later
+    recordset->Fields()("t").SetValue("c");
+    recordset->Update();
+    EXPECT_EQ(first(connection, "SELECT t FROM muta"), "c");
+}
+
 TEST_P(OdbcFault, ALockedTableIsWaitedForAMomentOnly) {
     const auto connection = open();
     const auto recordset = oneRow(connection, "chiusa");
