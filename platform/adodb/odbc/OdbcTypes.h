@@ -29,8 +29,8 @@ struct OdbcColumn {
 // Types as in ADO's provider for ODBC: TINYINT is adTinyInt or adUnsignedTinyInt, BIT is adBoolean,
 // DECIMAL and NUMERIC are adNumeric, a BIGINT without sign is adUnsignedBigInt (a value beyond 63
 // bits reads as its digits), a REAL is adSingle, GUIDs are texts in braces. Wide and narrow texts
-// keep their own codes; both are UTF-8 here. What is no day of the years 100 to 9999 is NULL, a time
-// beyond a day is that many days.
+// keep their own codes; both are UTF-8 here. What is no day of the years 100 to 9999 is NULL, a
+// time beyond a day is that many days.
 std::vector<OdbcColumn> describeColumns(OdbcStatement& statement);
 
 // Bytes that a column's value takes in the driver's form; texts and bytes apart.
