@@ -158,33 +158,34 @@ class Writer {
             text.addValue(info(change_.cells[i].column), change_.cells[i].value, Moments::Rounded);
         }
         if (!none) text += ")";
-        if (connection_->kind() == ServerKind::PostgreSql) return insertReturning(text);
+        if (connection_->returnsInserted()) return insertReturning(text);
         execute(text);
-        return rowNow(inserted(), false);
+        return insertedRow();
     }
-    // PostgreSQL gives the row back itself.
+    // The server gives the row back itself.
     Values insertReturning(OdbcSql& text) {
         text += " RETURNING " + columns();
         requireWaiter();
         sent_ = true;
-        return read(text);
+        return read(text, false);
     }
-    // Where the new row is: by its key, where all of it was given; by the number that the database
-    // gave it; else by all that was given.
-    OdbcSql inserted() const {
+    // By its key, where all of it was given; by the number that the database gave it; else by all
+    // that was given, which must tell it from others where the table has a primary key.
+    Values insertedRow() {
         const Values row = rowToBe(change_);
-        if (givesKey(change_, row)) return byKey(row, true);
+        if (givesKey(change_, row)) return rowNow(byKey(row, true), false);
         const auto& key = change_.identity.key;
-        const bool numbered = key.size() == 1 && connection_->kind() == ServerKind::MySql &&
-                              (info(key.front()).attributes & adFldKeyColumn) != 0;
-        if (numbered) return sql(" WHERE " + name(key.front()) + " = LAST_INSERT_ID()");
+        const bool primary = !key.empty() && (info(key.front()).attributes & adFldKeyColumn) != 0;
+        if (primary && key.size() == 1 && connection_->kind() == ServerKind::MySql &&
+            storageClass(info(key.front()).type) == StorageClass::Integer)
+            return rowNow(sql(" WHERE " + name(key.front()) + " = LAST_INSERT_ID()"), false);
         OdbcSql where = sql(" WHERE ");
         bool first = true;
         for (const auto& cell : change_.cells) {
             if (!std::exchange(first, false)) where += " AND ";
             addEqual(where, cell.column, cell.value, Moments::Rounded);
         }
-        return where;
+        return rowNow(where, false, primary);
     }
 
     // --- the row in the database ---
@@ -194,8 +195,8 @@ class Writer {
             return quotedName(connection_->kind(), column);
         });
     }
-    // lock: nobody else changes it until the transaction ends.
-    Values rowNow(const OdbcSql& where, bool lock) {
+    // lock: nobody else changes it until the transaction ends. alone: no other row may be found.
+    Values rowNow(const OdbcSql& where, bool lock, bool alone = false) {
         const bool hint = lock && connection_->kind() == ServerKind::SqlServer;
         const bool clause = lock && (connection_->kind() == ServerKind::MySql ||
                                      connection_->kind() == ServerKind::PostgreSql);
@@ -203,10 +204,10 @@ class Writer {
                            (hint ? " WITH (UPDLOCK)" : ""));
         text.add(where);
         if (clause) text += " FOR UPDATE";
-        return read(text);
+        return read(text, alone);
     }
     // The first row of a statement.
-    Values read(OdbcSql& text) {
+    Values read(OdbcSql& text, bool alone) {
         auto statement = std::make_unique<OdbcStatement>(connection_, nullptr, longestStatement);
         OdbcBlock::prepare(*statement);
         text.bind(*statement);
@@ -217,6 +218,7 @@ class Writer {
             if (!block.fetch()) return;
             block.store(batch);
             batch.endRow();
+            if (alone && (!block.atEnd() || block.fetch())) checkOneRow(2);
         });
     }
 

@@ -2,9 +2,11 @@
 
 #include "platform/adodb/Errors.h"
 #include "platform/adodb/odbc/OdbcText.h"
+#include "platform/runtime/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -49,6 +51,19 @@ std::vector<OdbcEntry> entries(List list) {
     return found;
 }
 
+// "10.11.000019" is 10.11.
+bool reaches(const std::string& version, int major, int minor) {
+    int parts[2] = {};
+    const char* at = version.data();
+    const char* const end = at + version.size();
+    for (int& part : parts) {
+        const auto read = std::from_chars(at, end, part);
+        if (read.ec != std::errc()) return false;
+        at = std::min(read.ptr + 1, end);
+    }
+    return std::pair(parts[0], parts[1]) >= std::pair(major, minor);
+}
+
 } // namespace
 
 std::vector<OdbcEntry> odbcDrivers() {
@@ -83,8 +98,12 @@ void OdbcConnection::connect() {
     }
     if (!succeeded(result)) throw error(SQL_HANDLE_DBC, dbc_);
     connected_ = true;
-    const ServerKind told = kindOfName(info(SQL_DBMS_NAME));
+    const std::string name = info(SQL_DBMS_NAME);
+    const ServerKind told = kindOfName(name);
     if (told != ServerKind::Other) target_.kind = told;
+    returnsInserted_ =
+        kind() == ServerKind::PostgreSql || (findText(name, "maria") != std::string::npos &&
+                                             reaches(info(SQL_DBMS_VER), 10, 5)); // MySQL cannot
     if (kind() == ServerKind::PostgreSql) backend_ = number("SELECT pg_backend_pid()");
 }
 

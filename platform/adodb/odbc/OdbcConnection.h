@@ -30,6 +30,8 @@ class OdbcConnection {
     ServerKind kind() const { return target_.kind; } // told by the server itself, once connected
     // Several statements may have rows to read at once.
     bool severalStatements() const { return kind() != ServerKind::SqlServer; }
+    // An INSERT can give back the row that it made.
+    bool returnsInserted() const { return returnsInserted_; }
     // A failure told that the connection is lost.
     bool broken() const { return broken_; }
 
@@ -61,6 +63,7 @@ class OdbcConnection {
     SQLHENV env_ = SQL_NULL_HENV;
     SQLHDBC dbc_ = SQL_NULL_HDBC;
     bool connected_ = false;
+    bool returnsInserted_ = false;
     bool rowsBound_ = false;
     std::int64_t backend_ = 0; // PostgreSQL's process for this connection; 0: unknown
     std::atomic<bool> broken_{false};

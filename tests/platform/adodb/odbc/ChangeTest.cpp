@@ -86,6 +86,27 @@ TEST_P(OdbcChange, TheNumberThatTheServerGivesIsReadBack) {
     }
 }
 
+TEST_P(OdbcChange, ARowWhoseKeyTheDatabaseMadeIsReadBack) {
+    table(connection_, "altri",
+          pick("id integer auto_increment primary key", "id serial primary key"));
+    connection_->Execute(pick("INSERT INTO altri VALUES ()", "INSERT INTO altri DEFAULT VALUES"));
+    for (const auto& key :
+         {std::string("k integer default 5"),
+          pick("k char(36) default (uuid())", "k uuid default gen_random_uuid()")}) {
+        table(connection_, "chiavi", key + " primary key, nome varchar(20)");
+        const bool number = key.starts_with("k integer");
+        if (number) connection_->Execute("INSERT INTO chiavi VALUES (1, 'un altro')");
+        const auto recordset = rows(connection_, "SELECT k, nome FROM chiavi", adLockOptimistic);
+        recordset->AddNew({Variant("nome")}, {Variant("nuovo")});
+        EXPECT_EQ(recordset->Fields()("nome").Value(), "nuovo") << key;
+        recordset->Fields()("nome").SetValue("mio");
+        recordset->Update();
+        EXPECT_EQ(first(connection_, "SELECT count(*) FROM chiavi WHERE nome = 'mio'").toI8(), 1);
+        EXPECT_EQ(first(connection_, "SELECT count(*) FROM chiavi WHERE nome = 'un altro'").toI8(),
+                  number ? 1 : 0);
+    }
+}
+
 TEST_P(OdbcChange, WhatOthersChangedIsNotOverwritten) {
     const auto recordset = clienti();
     open()->Execute("UPDATE clienti SET nome = 'Altro' WHERE codice = 1");
