@@ -1,5 +1,6 @@
 // Keys and clicks that begin, continue and end the editing of data cells.
 #include "platform/grid/View.h"
+#include "platform/grid/groups/GroupKeys.h"
 
 namespace norvel::grid {
 
@@ -77,13 +78,16 @@ bool Grid::View::editorMove(const wxKeyEvent& event) {
     }
 }
 
-// A character typed over a cell takes the place of what is there; a blank switches a check box.
+// A character typed over a cell takes the place of what is there; a blank switches a check box. On
+// the line of a group it may be a sign that opens and closes.
 bool Grid::View::typed(const wxKeyEvent& event) {
     const wxUniChar character(event.GetUnicodeKey());
     const auto code = character.GetValue();
     const bool altGr = event.ControlDown() && event.AltDown();
     if (code < 0x20 || code == 0x7F || (event.HasModifiers() && !altGr)) return false;
-    if (FocusArea() != Area::Data || !canEdit(currentColumn_)) return false;
+    if (FocusArea() != Area::Data) return false;
+    if (onGroup()) return runGroupCommand({signOf(static_cast<char32_t>(code))});
+    if (!canEdit(currentColumn_)) return false;
     if (isCheckBox(currentColumn_)) {
         if (code == ' ') switchCheckBox(currentColumn_);
         return true;

@@ -27,16 +27,30 @@ GroupCommand onGroupLine(Key key) {
 
 } // namespace
 
-// Some keyboards have + and * with Shift.
+// With Shift a key means the sign that it types then, which comes as a character: on some keyboards
+// the key of + types *, and on others that of = types +.
 GroupCommand groupCommandFor(Stroke stroke, bool onGroup, bool firstCell) {
     if (stroke.alt) return GroupCommand::None;
     if (stroke.control && stroke.key == Key::G)
         return stroke.shift ? GroupCommand::Ungroup : GroupCommand::GroupColumn;
-    const bool sign =
-        stroke.key == Key::Plus || stroke.key == Key::Multiply || stroke.key == Key::Divide;
-    if (stroke.control || (stroke.shift && !sign)) return GroupCommand::None;
+    if (stroke.control || stroke.shift) return GroupCommand::None;
     if (onGroup) return onGroupLine(stroke.key);
     return stroke.key == Key::Left && firstCell ? GroupCommand::ToGroup : GroupCommand::None;
+}
+
+Key signOf(char32_t character) {
+    switch (character) {
+    case '+':
+        return Key::Plus;
+    case '-':
+        return Key::Minus;
+    case '*':
+        return Key::Multiply;
+    case '/':
+        return Key::Divide;
+    default:
+        return Key::Other;
+    }
 }
 
 } // namespace norvel::grid

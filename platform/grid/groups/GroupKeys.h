@@ -31,5 +31,7 @@ enum class GroupCommand {
 
 // onGroup: the keyboard is on the line of a group; firstCell: in the first cell of a row.
 NR_API GroupCommand groupCommandFor(Stroke stroke, bool onGroup, bool firstCell);
+// The key that stands for one of the signs + - * / that was typed, by whatever keys; else Other.
+NR_API Key signOf(char32_t character);
 
 } // namespace norvel::grid

@@ -37,17 +37,25 @@ TEST(GroupKeys, OnARowTheyAreTheRowsOwnButLeftInTheFirstCell) {
     EXPECT_EQ(groupCommandFor(stroke(Key::Left), false, false), GroupCommand::None);
 }
 
-TEST(GroupKeys, WithModifiersOnlyThoseForColumnsAndSignsThatNeedShift) {
+TEST(GroupKeys, WithModifiersOnlyThoseForColumns) {
     EXPECT_EQ(groupCommandFor(stroke(Key::G, true), false, false), GroupCommand::GroupColumn);
     EXPECT_EQ(groupCommandFor(stroke(Key::G, true, true), true, false), GroupCommand::Ungroup);
     EXPECT_EQ(groupCommandFor(stroke(Key::G), true, false), GroupCommand::None);
-    EXPECT_EQ(groupCommandFor(stroke(Key::Plus, false, true), true, false), GroupCommand::Open);
+    EXPECT_EQ(groupCommandFor(stroke(Key::Plus, false, true), true, false), GroupCommand::None);
     EXPECT_EQ(groupCommandFor(stroke(Key::Left, false, true), true, true), GroupCommand::None);
     EXPECT_EQ(groupCommandFor(stroke(Key::Left, true), true, true), GroupCommand::None);
     EXPECT_EQ(groupCommandFor(stroke(Key::Plus, true), true, true), GroupCommand::None);
     Stroke alt = stroke(Key::Left);
     alt.alt = true;
     EXPECT_EQ(groupCommandFor(alt, true, true), GroupCommand::None);
+}
+
+TEST(GroupKeys, ASignCountsAsTyped) {
+    EXPECT_EQ(signOf('+'), Key::Plus);
+    EXPECT_EQ(signOf('-'), Key::Minus);
+    EXPECT_EQ(signOf('*'), Key::Multiply);
+    EXPECT_EQ(signOf('/'), Key::Divide);
+    EXPECT_EQ(signOf('8'), Key::Other);
 }
 
 TEST(GroupText, SaysCaptionValueAndRows) {

@@ -145,6 +145,20 @@ TEST_F(GroupTest, SignsOfTheNumberPadOpenAndCloseOneAndAll) {
     EXPECT_EQ(grid_->LineCount(), 2);
 }
 
+// On a keyboard without a number pad they may need Shift, as * and + do on the tests' own.
+TEST_F(GroupTest, SignsThatAreTypedOpenAndCloseOneAndAll) {
+    openGroups({"zona", "citta"});
+    robot_.press('8', wxMOD_SHIFT);
+    EXPECT_EQ(grid_->LineCount(), 2 + 10 + 60);
+    robot_.press(WXK_HOME, wxMOD_CONTROL);
+    robot_.press('-');
+    EXPECT_EQ(grid_->LineCount(), 1 + 1 + 5 + 30);
+    robot_.press('=', wxMOD_SHIFT);
+    EXPECT_EQ(grid_->LineCount(), 72);
+    robot_.press('/');
+    EXPECT_EQ(grid_->LineCount(), 2);
+}
+
 TEST_F(GroupTest, ClicksOnTheSignAndDoubleClicksOnTheLineOpenAndCloseAndChooseNothing) {
     openGroups({"citta"});
     int chosen = 0;
