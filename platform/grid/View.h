@@ -354,6 +354,7 @@ class Grid::View : public controls::DataControl::Observer {
     void paintLines(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
     void paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows);
     void paintBorders(wxDC& dc);
+    void paintFrozenBorder(wxDC& dc, int x, int thick);
     void paintFocus(wxDC& dc);
     // Check boxes (ViewCheckBoxes.cpp)
     struct CheckBox {

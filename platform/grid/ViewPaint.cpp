@@ -193,17 +193,26 @@ void Grid::View::paintTexts(wxDC& dc, const Geometry::Pane& pane, RowSpan rows) 
     paintCheckBoxes(dc, pane, boxes);
 }
 
-// Where the frozen columns end, and where one split does: from the headings down to the last row.
+// Where the frozen columns end: in the headings and the rows. The line of a group is one piece.
+void Grid::View::paintFrozenBorder(wxDC& dc, int x, int thick) {
+    const int top = geometry_.Sizes().areaHeight;
+    const RowCount first = geometry_.FirstRow();
+    const RowCount last = first + geometry_.RowsInView();
+    dc.SetBrush(palette_.frozenLine);
+    dc.DrawRectangle(x, top, thick, geometry_.DataTop() - top);
+    for (RowCount row = first; row < last; ++row)
+        if (recordOn(row) >= 0)
+            dc.DrawRectangle(x, geometry_.RowTop(row), thick, geometry_.Sizes().rowHeight);
+}
+
+// And where one split does: down to the lower edge.
 void Grid::View::paintBorders(wxDC& dc) {
-    const int bottom = std::min(geometry_.Sizes().height,
-                                geometry_.RowTop(geometry_.FirstRow() + geometry_.RowsInView()));
     const int thick = std::max(2, pixels(30));
     const int top = geometry_.Sizes().areaHeight;
     dc.SetPen(*wxTRANSPARENT_PEN);
     for (const Geometry::Pane& pane : geometry_.Panes()) {
         if (!pane.frozen) continue;
-        dc.SetBrush(palette_.frozenLine);
-        dc.DrawRectangle(pane.Right() - thick, top, thick, bottom - top);
+        paintFrozenBorder(dc, pane.Right() - thick, thick);
     }
     for (int split = 1; split < SplitCount(); ++split) {
         const int width = geometry_.Sizes().splitLine;

@@ -50,6 +50,22 @@ TEST_F(GroupTest, TheFirstGroupsRowsShowTheirTextsWhenItIsOpened) {
     }
 }
 
+TEST_F(GroupTest, TheBorderOfFrozenColumnsStopsAtTheLineOfAGroup) {
+    openGroups({"citta"});
+    grid_->SplitAt(0).FrozenColumns = 2;
+    grid_->Changed();
+    grid_->SetGroupOpen(0, true);
+    robot_.pump();
+    const int border = grid_->HeadingRect(Zona).x;
+    const auto coloursAt = [&](RowCount row) {
+        const int top = grid_->RecordSelectorRect(row).y;
+        return imageOf(*grid_, {border - 6, top + 6, 8, 6}).CountColours();
+    };
+    EXPECT_GT(coloursAt(2), 1U);
+    EXPECT_EQ(coloursAt(11), 1U);
+    screenshot(*frame_, "groups_frozen");
+}
+
 TEST_F(GroupTest, ArrowsWalkOverGroupsAndTheRecordsetStaysUntilARowIsReached) {
     openGroups({"citta"});
     grid_->SetGroupOpen(3, true);
