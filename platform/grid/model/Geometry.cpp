@@ -286,12 +286,13 @@ Hit Geometry::hitHeading(int x) const {
     return position > 0 && x < left + reach ? edgeOf(position - 1) : heading;
 }
 
-// An edge belongs to the row above it; the last one can be taken from below, too.
+// An edge belongs to the row above it; the last one can be taken from below, too. Most of a
+// selector is left to what it is for.
 Hit Geometry::hitSelectors(int y) const {
     const Pixels from = vertical_.Position() + y - DataTop();
     const RowCount row = from / sizes_.rowHeight;
     if (rowSizing_ && rows_ > 0) {
-        const int reach = std::min(sizes_.edgeReach, sizes_.rowHeight / 4);
+        const int reach = std::min(sizes_.edgeReach, sizes_.rowHeight / 6);
         const RowCount above = (from + reach) / sizes_.rowHeight - 1; // its edge is the nearest
         const Pixels edge = (above + 1) * sizes_.rowHeight;
         const bool near = from < edge + reach && from >= edge - reach;
