@@ -178,7 +178,8 @@ void Grid::View::onWheel(wxMouseEvent& event) {
         if (axis.SetPosition(axis.Position() + by)) scrolled();
         return;
     }
-    const int rowsPerNotch = std::max(1, event.GetLinesPerAction());
+    // Of rows that are high no more than are seen, so that none is passed over.
+    const int rowsPerNotch = std::clamp(event.GetLinesPerAction(), 1, geometry_.WholeRows());
     const double step =
         event.IsPageScroll() ? geometry_.DataHeight() : rowsPerNotch * geometry_.Sizes().rowHeight;
     const Pixels by = wheelY_.Add(-event.GetWheelRotation(), notch, step);

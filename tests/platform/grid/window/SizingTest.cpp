@@ -152,6 +152,17 @@ TEST_F(SizingTest, TheFirstRowStaysWhenRowsGetHigher) {
 
 // --- fonts and marks ---
 
+TEST_F(SizingTest, ANotchOfTheWheelPassesOverNoRowHoweverHighTheyAre) {
+    openCustomers(1000);
+    grid_->Style().RowHeight = 4500; // one row is whole in view
+    grid_->Changed();
+    ASSERT_EQ(grid_->RowsInView(), 2);
+    robot_.wheel(*grid_, cellCentre(0, 1), 1);
+    EXPECT_EQ(grid_->FirstRow(), 1);
+    robot_.wheel(*grid_, cellCentre(0, 1), -1);
+    EXPECT_EQ(grid_->FirstRow(), 0);
+}
+
 TEST_F(SizingTest, TheLargestFontOfAStyleHasRoomEverywhere) {
     openCustomers(100);
     const int heading = grid_->HeadingRect(0).height;
