@@ -104,12 +104,15 @@ bool Grid::View::cellDragBegins(bool held) {
 void Grid::View::dragCellsTo(const wxPoint& at) {
     if (drag_ != Drag::Cells || Rows() == 0) return;
     const RowCount row = rowUnder(at.y);
-    const int column = columnUnder(at);
-    if (column < 0 || (row == current_ && column == currentColumn_)) return;
+    const int place = geometry_.PlaceReached(at.x);
+    if (place < 0) return;
+    const int column = geometry_.ColumnAt(place);
+    if (row == current_ && column == currentColumn_) return;
     const int begin = dragColumn_;
     const RowCount from = anchor_ >= 0 ? anchor_ : row;
     if (!MoveTo(row)) return;
     anchor_ = from;
+    currentSplit_ = geometry_.SplitOf(place);
     SetCurrentColumn(column);
     selectCells(row, begin, column);
 }

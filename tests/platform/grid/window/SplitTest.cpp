@@ -85,6 +85,22 @@ TEST_F(SplitTest, EachSplitScrollsByItself) {
     screenshot(*frame_, "grid_splits");
 }
 
+TEST_F(SplitTest, SelectingCellsIntoTheNextSplitScrollsNeither) {
+    openWide();
+    grid_->AddSplit();
+    robot_.wheel(*grid_, centre(grid_->CellRect(2, 0, 1)), 30, wxMOD_SHIFT);
+    const wxRect first = grid_->CellRect(2, 0);
+    const wxRect last = grid_->CellRect(5, lastColumn(), 1);
+    ASSERT_TRUE(grid_->CellRect(2, lastColumn()).IsEmpty());
+    robot_.buttonDown(*grid_, centre(first));
+    robot_.moveTo(*grid_, centre(grid_->CellRect(3, 0)));
+    robot_.moveTo(*grid_, centre(last));
+    robot_.buttonUp();
+    EXPECT_EQ(grid_->SelEndCol(), lastColumn());
+    EXPECT_EQ(grid_->CellRect(2, 0), first);
+    EXPECT_EQ(grid_->CellRect(5, lastColumn(), 1), last);
+}
+
 TEST_F(SplitTest, TheArrowsLeadFromOneSplitIntoTheNext) {
     openCustomers(10);
     for (int i = 2; i < grid_->Columns().Count(); ++i)
