@@ -271,6 +271,7 @@ class Grid::View : public controls::DataControl::Observer {
     void dropHeading();
     void moveColumnBy(Side side);
     void columnMoved(int column);
+    Rect draggedFrom(int column) const;
     void paintColumnDrag(wxDC& dc);
     void paintDropMark(wxDC& dc);
 
@@ -465,6 +466,7 @@ class Grid::View : public controls::DataControl::Observer {
     int pressedColumn_ = -1; // in a cell of this column: the mouse selects once it leaves the cell
     ColumnDrag columnDrag_;  // of Drag::Heading
     int dragSplit_ = 0;      // the one that it began in
+    int dragGrab_ = 0;       // how far right of the heading's left edge it was taken hold of
     int dragColumn_ = -1;    // the one being sized
     adodb::RowCount dragRow_ = -1; // likewise
     int dragStart_ = 0;

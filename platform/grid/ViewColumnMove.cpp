@@ -24,6 +24,7 @@ int dragDistance(wxSystemMetric metric, const wxWindow& window) {
 void Grid::View::pressHeading(const Hit& hit, const wxPoint& at) {
     drag_ = Drag::Heading;
     dragSplit_ = hit.split;
+    dragGrab_ = at.x - draggedFrom(hit.column).x;
     columnDrag_.Press(hit.column, at.x, at.y, dragDistance(wxSYS_DRAG_X, grid_),
                       dragDistance(wxSYS_DRAG_Y, grid_));
     if (!grid_.HasCapture()) grid_.CaptureMouse();
@@ -37,12 +38,14 @@ void Grid::View::dragHeadingTo(const wxPoint& at) {
     Refresh();
 }
 
-// Near the edges of the columns, and beyond them.
+// Near the edges of the columns that scroll, and beyond them; above frozen ones it lands among
+// those.
 void Grid::View::scrollWithHeading() {
     if (landing().spot != Spot::Heading) return;
     const int split = columnDrag_.Drop().split;
-    const Rect area = geometry_.SplitArea(split);
-    const int by = edgeScroll(pointer_.x, area.x, area.x + area.width, pixels(300));
+    const Geometry::Pane pane = geometry_.ScrollingPane(split);
+    if (geometry_.FrozenCount(split) > 0 && pointer_.x < pane.left) return;
+    const int by = edgeScroll(pointer_.x, pane.left, pane.Right(), pixels(300));
     ScrollAxis& axis = geometry_.Horizontal(split);
     if (by != 0 && axis.SetPosition(axis.Position() + by)) scrolled();
 }
@@ -79,14 +82,18 @@ void Grid::View::columnMoved(int column) {
     if (grid_.OnColumnMoved) grid_.OnColumnMoved(column);
 }
 
+// The heading, or the box in the grouping area, that is taken hold of.
+Rect Grid::View::draggedFrom(int column) const {
+    if (columns_.Item(column).Grouped) return geometry_.BoxOf(column);
+    return geometry_.HeadingAt(geometry_.PlaceOf(column, dragSplit_));
+}
+
 // Over everything else: where the heading would land, and a picture of it at the pointer.
 void Grid::View::paintColumnDrag(wxDC& dc) {
-    const bool grouped = columns_.Item(columnDrag_.Column()).Grouped;
-    const Rect own =
-        grouped ? geometry_.BoxOf(columnDrag_.Column()) : geometry_.Heading(columnDrag_.Column());
+    const Rect own = draggedFrom(columnDrag_.Column());
     const int widest = pixels(3000);
     const int width = std::min(own.width, widest);
-    const wxRect box(columnDrag_.X() - std::min(width / 2, columnDrag_.FromX() - own.x),
+    const wxRect box(columnDrag_.X() - std::min(width / 2, dragGrab_),
                      columnDrag_.Y() - own.height / 2, width, own.height);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(palette_.facePressed);

@@ -24,7 +24,6 @@ class NR_API ColumnDrag {
     const ColumnDrop& Drop() const { return drop_; }
     int X() const { return x_; } // the pointer
     int Y() const { return y_; }
-    int FromX() const { return fromX_; } // where it was pressed
 
   private:
     int column_ = -1;

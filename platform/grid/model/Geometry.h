@@ -106,8 +106,9 @@ class NR_API Geometry {
         int end = 0;             // where the last of them ends, or the pane does
         int Right() const { return left + width; }
     };
-    std::vector<Pane> Panes() const; // left to right
-    Rect PaneOf(int place) const;    // from the headings down
+    std::vector<Pane> Panes() const;                                     // left to right
+    Pane ScrollingPane(int split) const { return paneOf(split, false); } // may be empty
+    Rect PaneOf(int place) const;                                        // from the headings down
     bool AllowsSizing(int split) const { return splits_[at(split)].sizing; }
     bool AllowsRowSizing() const { return rowSizing_; }
     int FrozenCount(int split = 0) const { return splits_[at(split)].frozen; }

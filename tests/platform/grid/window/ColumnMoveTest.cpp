@@ -100,6 +100,31 @@ TEST_F(ColumnMoveTest, DraggingToTheEdgeScrollsOn) {
     EXPECT_NE(grid_->Columns().Shown().front(), 0);
 }
 
+TEST_F(ColumnMoveTest, DraggingTowardsFrozenColumnsScrollsBackToTheHiddenOnes) {
+    openMovable();
+    for (int i = 0; i < grid_->Columns().Count(); ++i)
+        grid_->Columns().Item(i).Width = 2400;
+    grid_->SplitAt(0).FrozenColumns = 1;
+    grid_->Changed();
+    grid_->SetCurrentColumn(8);
+    robot_.pump();
+    ASSERT_TRUE(grid_->HeadingRect(1).IsEmpty());
+    const wxPoint border(grid_->HeadingRect(0).GetRight() + 5, heading(0).y);
+    robot_.buttonDown(*grid_, heading(8));
+    robot_.moveTo(*grid_, heading(7));
+    robot_.moveTo(*grid_, border);
+    EXPECT_TRUE(robot_.waitUntil(
+        [&] { return grid_->HeadingRect(1).width == grid_->HeadingRect(0).width; }));
+    robot_.moveTo(*grid_, border); // what was scrolled away is here now
+    const wxImage picture = imageOf(*grid_, {border.x - 4, border.y + 4, 3, 6});
+    screenshot(*frame_, "grid_column_drag_frozen");
+    robot_.buttonUp();
+    EXPECT_EQ(shown(3), (std::vector{0, 8, 1}));
+    EXPECT_EQ(moved_, (std::vector{8}));
+    const wxImage heading = imageOf(*grid_, {border.x - 4, border.y + 4, 3, 6});
+    EXPECT_LT(brightnessOf(picture), brightnessOf(heading) - 5) << "the picture is at the pointer";
+}
+
 TEST_F(ColumnMoveTest, WithoutLeaveADragIsAClickOrNothing) {
     openMovable();
     grid_->SplitAt(0).AllowColMove = false;
