@@ -2,6 +2,7 @@
 
 #include "platform/controls/WxText.h"
 #include "platform/grid/FieldPlace.h"
+#include "platform/grid/Frame.h"
 
 #include <wx/app.h>
 #include <wx/dcclient.h>
@@ -23,7 +24,7 @@ void CellEditor::make(Field& field, long style) {
     const std::weak_ptr<int> life = life_;
     if (field.frame == lines_.frame)
         field.frame->Bind(wxEVT_PAINT, [this, life](wxPaintEvent&) {
-            if (!life.expired()) paintFrame();
+            if (!life.expired()) paintLinesFrame();
         });
     field.text->Bind(wxEVT_KILL_FOCUS, [this, life](wxFocusEvent& e) {
         if (!life.expired()) focusLost();
@@ -129,16 +130,10 @@ void CellEditor::placeLines(const wxRect& cell, const wxRect& room, const Look& 
     open_->text->SetSize(wxRect(size).Deflate(look.margin, look.frame + look.cut));
 }
 
-// Around several lines; filled rectangles stay sharp at every scale.
-void CellEditor::paintFrame() {
+// Around several lines.
+void CellEditor::paintLinesFrame() {
     wxPaintDC dc(lines_.frame);
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(frameColour_);
-    const wxSize size = lines_.frame->GetSize();
-    dc.DrawRectangle(0, 0, size.x, frame_);
-    dc.DrawRectangle(0, size.y - frame_, size.x, frame_);
-    dc.DrawRectangle(0, 0, frame_, size.y);
-    dc.DrawRectangle(size.x - frame_, 0, frame_, size.y);
+    paintFrame(dc, lines_.frame->GetSize(), frame_, frameColour_);
 }
 
 // Focus that leaves the program comes back to the field; a box of the program's own gives it back.

@@ -56,7 +56,7 @@ class CellEditor {
     void make(Field& field, long style);
     void placeLine(const wxRect& cell, const wxRect& room, const Look& look);
     void placeLines(const wxRect& cell, const wxRect& room, const Look& look);
-    void paintFrame();
+    void paintLinesFrame();
     void focusLost();
 
     wxWindow& grid_;

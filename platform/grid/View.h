@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/grid/CellEditor.h"
+#include "platform/grid/Frame.h"
 #include "platform/grid/Grid.h"
 #include "platform/grid/HeadingPicture.h"
 #include "platform/grid/Palette.h"
@@ -366,7 +367,6 @@ class Grid::View : public controls::DataControl::Observer {
     bool takesCheckBox(std::string_view text, const wxRect& cell,
                        std::vector<CheckBox>& boxes) const;
     void paintCheckBoxes(wxDC& dc, const Geometry::Pane& pane, const std::vector<CheckBox>& boxes);
-    static void paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour);
     void paintSelectors(wxDC& dc, const wxRect& dirty);
     void paintHeadings(wxDC& dc);
     void paintHeading(wxDC& dc, int place);

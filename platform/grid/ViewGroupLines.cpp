@@ -12,12 +12,7 @@ namespace {
 
 // A box with a minus in it, or a plus: by filled rectangles, which stay sharp at every scale.
 void drawSign(wxDC& dc, const wxRect& box, bool open, int thick, const wxColour& colour) {
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(colour);
-    dc.DrawRectangle(box.x, box.y, box.width, thick);
-    dc.DrawRectangle(box.x, box.GetBottom() + 1 - thick, box.width, thick);
-    dc.DrawRectangle(box.x, box.y, thick, box.height);
-    dc.DrawRectangle(box.GetRight() + 1 - thick, box.y, thick, box.height);
+    paintFrame(dc, box, thick, colour);
     const int arm = box.width / 2 - 2 * thick;
     const int x = box.x + (box.width - thick) / 2;
     const int y = box.y + (box.height - thick) / 2;

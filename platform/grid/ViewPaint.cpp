@@ -253,16 +253,6 @@ void Grid::View::paintFocus(wxDC& dc) {
         paintFrame(dc, box, hasFocus ? thick : thick / 2, frameColour(palette_, look.back));
 }
 
-// By filled rectangles, which stay sharp at every scale.
-void Grid::View::paintFrame(wxDC& dc, const wxRect& box, int thickness, const wxColour& colour) {
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(colour);
-    dc.DrawRectangle(box.x, box.y, box.width, thickness);
-    dc.DrawRectangle(box.x, box.y + box.height - thickness, box.width, thickness);
-    dc.DrawRectangle(box.x, box.y, thickness, box.height);
-    dc.DrawRectangle(box.x + box.width - thickness, box.y, thickness, box.height);
-}
-
 void Grid::View::paintMessage(wxDC& dc, const std::string& message) {
     const Rect data = geometry_.Data();
     const wxRect box(data.x + 8, data.y + 8, std::max(0, data.width - 16), textHeight_);
