@@ -3,6 +3,7 @@
 #include "platform/grid/View.h"
 #include "platform/grid/preview/GridPreview.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace norvel::grid {
@@ -119,6 +120,7 @@ RowCount Grid::FirstRow() const {
 
 void Grid::SetFirstRow(RowCount row) {
     const Geometry& places = view_->Places();
+    row = std::clamp<RowCount>(row, 0, places.Rows());
     view_->ScrollTo(places.Horizontal().Position(), row * places.Sizes().rowHeight);
 }
 

@@ -158,6 +158,8 @@ class Grid::View : public controls::DataControl::Observer {
     adodb::RowCount readableRows();
     void giveUpReading(const Errore& error);
     bool isSelected(adodb::RowCount row) const;
+    // -1: the column shows none, or was added and not told of yet (Grid::Changed).
+    int fieldOf(int column) const;
     // The recordset's row on a line, -1: a group's line.
     adodb::RowCount recordOn(adodb::RowCount row) const;
     // What the cell shows, as far as it is at hand: null.

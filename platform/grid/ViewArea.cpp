@@ -143,7 +143,7 @@ void Grid::View::copyArea() {
     }
     std::vector<int> fields;
     for (int place = places.first; place < places.end; ++place)
-        fields.push_back(fieldOf_[static_cast<std::size_t>(geometry_.ColumnAt(place))]);
+        fields.push_back(fieldOf(geometry_.ColumnAt(place)));
     const wxBusyCursor busy;
     controls::setClipboardText(copiedRows(*reader, ranges, fields));
 }

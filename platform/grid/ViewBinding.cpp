@@ -163,6 +163,11 @@ void Grid::View::remapColumns() {
     }
 }
 
+int Grid::View::fieldOf(int column) const {
+    const auto at = static_cast<std::size_t>(column);
+    return at < fieldOf_.size() ? fieldOf_[at] : -1;
+}
+
 // The column that the keyboard is in is one that is shown.
 void Grid::View::keepCurrentColumn() {
     const auto shown = columns_.Ungrouped();
@@ -198,8 +203,7 @@ void Grid::View::Fill(RowCount first, RowCount count, const std::vector<int>& co
     if (!reader) return;
     std::vector<int> fields;
     for (const int column : columns)
-        if (const int field = fieldOf_[static_cast<std::size_t>(column)]; field >= 0)
-            fields.push_back(field);
+        if (const int field = fieldOf(column); field >= 0) fields.push_back(field);
     std::sort(fields.begin(), fields.end());
     fields.erase(std::unique(fields.begin(), fields.end()), fields.end());
     const RowCount end = std::min(first + count, lines_.Count());
@@ -224,7 +228,7 @@ RowCount Grid::View::recordOn(RowCount row) const {
 }
 
 const std::string* Grid::View::cellAt(RowCount row, int column) const {
-    const int field = fieldOf_[static_cast<std::size_t>(column)];
+    const int field = fieldOf(column);
     const RowCount record = recordOn(row);
     if (field < 0 || record < 0) return nullptr;
     if (record == record_)
@@ -257,7 +261,7 @@ std::string Grid::View::Text(RowCount row, int column) {
 int Grid::View::DataTypeCode(int column) {
     const Column& asked = columns_.Item(column);
     Reader();
-    const int field = fieldOf_[static_cast<std::size_t>(column)];
+    const int field = fieldOf(column);
     if (reader_ && field >= 0) return dataTypeCode(Host(), field);
     return asked.DataType == adBoolean ? yesNoTypeCode : static_cast<int>(asked.DataType);
 }

@@ -38,7 +38,7 @@ bool Grid::View::SetAllowUpdate(bool allow) {
 
 bool Grid::View::canEdit(int column) const {
     return allowUpdate_ && current_ >= 0 && !onGroup() && geometry_.PlaceOf(column) >= 0 &&
-           !columns_.Item(column).Locked && fieldOf_[static_cast<std::size_t>(column)] >= 0;
+           !columns_.Item(column).Locked && fieldOf(column) >= 0;
 }
 
 // Errore where no change of the field can be saved.
@@ -52,7 +52,7 @@ void Grid::View::requireUpdatable(int column) {
 void Grid::View::enterCell(int column) {
     currentColumn_ = column;
     ShowCell(current_, column);
-    const int field = fieldOf_[static_cast<std::size_t>(column)];
+    const int field = fieldOf(column);
     rowEdit_.Begin(field);
     edited_ = {column, std::nullopt};
 }
@@ -73,7 +73,7 @@ bool Grid::View::BeginEdit(int column, CellEditor::Caret caret) {
 }
 
 Field& Grid::View::fieldAt(int column) const {
-    return Host().Fields()(fieldOf_[static_cast<std::size_t>(column)]);
+    return Host().Fields()(fieldOf(column));
 }
 
 // The cell of the current row shows a box.

@@ -34,7 +34,7 @@ void Grid::View::fillGroupLines(RowCount first, RowCount count) {
         const Line line = lines_.At(row);
         if (!line.IsGroup()) continue;
         const int column = groups_[static_cast<std::size_t>(line.group.level)];
-        reader_->Fill(cache_, line.row, 1, {fieldOf_[static_cast<std::size_t>(column)]});
+        reader_->Fill(cache_, line.row, 1, {fieldOf(column)});
     }
 }
 
@@ -47,7 +47,7 @@ std::string Grid::View::GroupText(RowCount row) {
 std::string Grid::View::groupLineText(RowCount row) {
     const Line line = lines_.At(row);
     const int column = groups_[static_cast<std::size_t>(line.group.level)];
-    const std::string* cell = cache_.Text(line.row, fieldOf_[static_cast<std::size_t>(column)]);
+    const std::string* cell = cache_.Text(line.row, fieldOf(column));
     if (!cell) return {};
     const bool null = cell->empty() && groupValues()(line.group.level, line.row).isNull();
     return groupText(columns_.Item(column), *cell, null, lines_.RowsOf(line.group).count,

@@ -27,7 +27,7 @@ std::vector<int> Grid::View::groupColumns() const {
     if (style_.DataView != dataViewGroups || !reader_) return found;
     for (const std::string& field : style_.GroupColumns) {
         const int column = columns_.IndexOf(field);
-        if (column < 0 || fieldOf_[static_cast<std::size_t>(column)] < 0) continue;
+        if (column < 0 || fieldOf(column) < 0) continue;
         if (std::ranges::find(found, column) == found.end()) found.push_back(column);
     }
     return found;
@@ -37,7 +37,7 @@ std::vector<int> Grid::View::groupColumns() const {
 // grouping area says why.
 void Grid::View::groupRows() {
     groupError_.clear();
-    groups_ = groupColumns();
+    const auto before = std::exchange(groups_, groupColumns());
     std::vector<std::string> fields;
     fields.reserve(groups_.size());
     for (const int column : groups_)
@@ -51,6 +51,7 @@ void Grid::View::groupRows() {
         groups_.clear();
         reader_ = std::make_shared<RowReader>(Host());
     }
+    if (groups_ != before) endColumnDrag(); // headings and boxes are others
     for (int i = 0; i < columns_.Count(); ++i)
         columns_.Item(i).Grouped = std::ranges::find(groups_, i) != groups_.end();
     if (groups_.empty()) return lines_.SetPlain(reader_ ? reader_->Rows() : 0);
@@ -62,7 +63,7 @@ void Grid::View::groupRows() {
 Lines::ValueOf Grid::View::groupValues() {
     return [this](int level, RowCount record) {
         const int column = groups_[static_cast<std::size_t>(level)];
-        const int field = fieldOf_[static_cast<std::size_t>(column)];
+        const int field = fieldOf(column);
         return reader_->Values(record, 1, {field}).values.front().front();
     };
 }
@@ -156,7 +157,7 @@ void Grid::View::groupBy(int column, int place) {
     std::string before;
     if (place < static_cast<int>(groups_.size()))
         before = columns_.Item(groups_[static_cast<std::size_t>(place)]).DataField;
-    if (fieldOf_[static_cast<std::size_t>(column)] < 0 || equalsText(own, before)) return;
+    if (fieldOf(column) < 0 || equalsText(own, before)) return;
     const auto named = [](const std::string& name) {
         return [&name](const std::string& field) { return equalsText(field, name); };
     };

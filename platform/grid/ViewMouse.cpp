@@ -28,7 +28,10 @@ void Grid::View::bindMouse() {
         setHotColumn(-1);
         e.Skip();
     });
-    grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { endDrag(); });
+    grid_.Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) {
+        pressed_ = false;
+        endDrag();
+    });
     autoScroll_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { guarded([&] { autoScroll(); }); });
 }
 
