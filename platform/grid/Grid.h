@@ -44,8 +44,8 @@ namespace norvel::grid {
 // height of the font; a row never gets lower than a line of text. Esc takes either back while it is
 // being dragged.
 //
-// A text that is not seen whole, in a cell or a heading, is shown as a tip while the mouse rests on
-// it; scrolling, a key or a click hides it.
+// A text that is not seen whole, in a cell, a heading, the line or the box of a group, is shown as
+// a tip while the mouse rests on it; scrolling, a key or a click hides it.
 //
 // In the filter bar (split 0): a click, F2, Shift+Tab or Up on the first row enters the cell; Tab
 // and Shift+Tab move among the cells; Down leads back to the rows; Esc clears the cell, and leads

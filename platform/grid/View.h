@@ -17,6 +17,7 @@
 #include "platform/grid/model/RowEdit.h"
 #include "platform/grid/model/RowReader.h"
 #include "platform/grid/model/RowSizing.h"
+#include "platform/grid/model/TextRoom.h"
 
 #include <wx/dcclient.h>
 #include <wx/scrolbar.h>
@@ -197,6 +198,8 @@ class Grid::View : public controls::DataControl::Observer {
     bool runGroupCommand(Stroke stroke);
     void fillGroupLines(adodb::RowCount first, adodb::RowCount count);
     std::string groupLineText(adodb::RowCount row);
+    wxRect groupTextBox(adodb::RowCount row) const;
+    wxRect boxTextBox(int column) const;
     void paintGroupLines(wxDC& dc, adodb::RowCount first, adodb::RowCount last);
     void arrangeGroupBoxes();
     void paintGroupArea(wxDC& dc);
@@ -261,11 +264,12 @@ class Grid::View : public controls::DataControl::Observer {
         std::string text;
         wxRect box;
         Alignment align = Alignment::Left;
+        Span pane; // what is seen of the box
     };
     void showTip(const Hit& hit);
     void hideTip();
-    Words wordsAt(const Hit& hit) const;
-    bool isCut(const Words& words, int place);
+    Words wordsAt(const Hit& hit);
+    bool isCut(const Words& words);
 
     // columns on their way to another place (ViewColumnMove.cpp)
     void pressHeading(const Hit& hit, const wxPoint& at);

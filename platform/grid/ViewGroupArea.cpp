@@ -37,6 +37,12 @@ void Grid::View::dropBox(int column, const ColumnDrop& drop) {
         alive->OnColumnMoved(column);
 }
 
+wxRect Grid::View::boxTextBox(int column) const {
+    const Rect box = geometry_.BoxOf(column);
+    const int margin = pixels(cellMarginTwips() / 2);
+    return {box.x + margin, box.y, box.width - 2 * margin, box.height};
+}
+
 void Grid::View::paintGroupArea(wxDC& dc) {
     const Measures& sizes = geometry_.Sizes();
     if (sizes.areaHeight == 0) return;
@@ -50,12 +56,9 @@ void Grid::View::paintGroupArea(wxDC& dc) {
         paintGroupBox(dc, box);
     const int margin = pixels(cellMarginTwips() / 2);
     painter_->Begin(dc, area);
-    for (const GroupBoxes::Box& box : geometry_.Boxes().All()) {
-        const Rect r = geometry_.BoxOf(box.column);
-        painter_->Draw(columns_.Item(box.column).Caption,
-                       {r.x + margin, r.y, r.width - 2 * margin, r.height}, Alignment::Left,
+    for (const GroupBoxes::Box& box : geometry_.Boxes().All())
+        painter_->Draw(columns_.Item(box.column).Caption, boxTextBox(box.column), Alignment::Left,
                        Overflow::Ellipsis, palette_.faceText);
-    }
     const bool empty = geometry_.Boxes().All().empty();
     if (empty || !groupError_.empty()) {
         const wxRect hint(2 * margin, 0, area.width - 4 * margin, area.height - 1);

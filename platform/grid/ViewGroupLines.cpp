@@ -70,6 +70,14 @@ wxRect Grid::View::GroupSign(RowCount row) const {
     return {x, box.y + (box.height - 1 - side) / 2, side, side};
 }
 
+// What the text has to itself, behind the sign.
+wxRect Grid::View::groupTextBox(RowCount row) const {
+    const wxRect line = GroupBox(row);
+    const int left = GroupSign(row).GetRight() + 1 + pixels(90);
+    const int right = line.GetRight() + 1 - pixels(cellMarginTwips() / 2);
+    return {left, line.y, std::max(0, right - left), line.height - 1};
+}
+
 void Grid::View::paintGroupLines(wxDC& dc, RowCount first, RowCount last) {
     if (groups_.empty()) return;
     const bool hasFocus = focused();
@@ -89,12 +97,7 @@ void Grid::View::paintGroupLines(wxDC& dc, RowCount first, RowCount last) {
     painter_->Begin(dc, {data.x, data.y, data.width, data.height});
     for (RowCount row = first; row < last; ++row) {
         if (recordOn(row) >= 0) continue;
-        wxRect box = GroupBox(row);
-        const int left = GroupSign(row).GetRight() + 1 + pixels(90);
-        box.SetLeft(left);
-        box.width = std::max(0, data.x + data.width - left - pixels(cellMarginTwips() / 2));
-        --box.height;
-        painter_->Draw(groupLineText(row), box, Alignment::Left, Overflow::Ellipsis,
+        painter_->Draw(groupLineText(row), groupTextBox(row), Alignment::Left, Overflow::Ellipsis,
                        lookOf(row, splits_[0], hasFocus).text);
     }
     painter_->End();

@@ -119,6 +119,26 @@ TEST_F(GroupAreaTest, WithoutGroupViewItsKeysDoNothing) {
     EXPECT_EQ(groups(), Texts{});
 }
 
+TEST_F(GroupAreaTest, ABoxAndALineThatAreCutSayTheirWholeTexts) {
+    openArea();
+    groupBy({"zona", "citta"});
+    const auto tipAt = [&](wxPoint at) {
+        robot_.moveTo(*grid_, at);
+        return grid_->GetToolTipText().utf8_string();
+    };
+    EXPECT_EQ(tipAt(box(Zona)), "");
+    EXPECT_EQ(tipAt(onLine(0)), "");
+    std::string longCaption;
+    for (int i = 0; i < 40; ++i)
+        longCaption += "zona di vendita ";
+    grid_->Columns().Item(Zona).Caption = longCaption;
+    grid_->Changed();
+    robot_.pump();
+    EXPECT_EQ(tipAt(box(Zona)), longCaption);
+    EXPECT_EQ(tipAt(box(Citta)), "");
+    EXPECT_EQ(tipAt(onLine(1)), longCaption + ": Sud (30)");
+}
+
 TEST_F(GroupAreaTest, ALayoutGroupsAtOnceAndAFieldThatIsGoneWaits) {
     openPlain();
     grid_->OnGroupColumnsChanged = [this] { ++changes; };
