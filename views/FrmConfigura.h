@@ -18,7 +18,6 @@ class wxCheckBox;
 class wxComboBox;
 class wxFrame;
 class wxListBox;
-class wxPanel;
 class wxSizer;
 class wxStaticText;
 class wxTextCtrl;
@@ -34,6 +33,8 @@ class Grid;
 }
 
 namespace norvel::views {
+
+class PaginaConfigura;
 
 // The grid shows the search window's rows through a clone, since both windows share one recordset
 // and the search window's current row must stay where it is. It begins with the layout that the
@@ -106,15 +107,15 @@ class FrmConfigura {
     double scala() const; // logical pixels a 1/96 inch
 
     // FrmConfiguraPagine.cpp: what stands on the pages
-    wxPanel* nuovaPagina(int pagina, wxSizer*& contenuto);
+    PaginaConfigura* nuovaPagina(int pagina);
     void creaPosizione();
     void creaVisualizza();
     void creaStile();
     void creaSalva();
-    wxSizer* creaListaColonne(wxPanel* pagina, const char* titolo, wxListBox*& lista);
-    wxSizer* creaSpunte(wxPanel* pagina);
-    wxSizer* creaColoriECarattere(wxPanel* pagina);
-    wxSizer* creaElencoViste(wxPanel* pagina);
+    wxSizer* creaListaColonne(PaginaConfigura* pagina, const char* titolo, wxListBox*& lista);
+    wxSizer* creaSpunte(PaginaConfigura* pagina);
+    wxSizer* creaColoriECarattere(PaginaConfigura* pagina);
+    wxSizer* creaElencoViste(PaginaConfigura* pagina);
 
     // FrmConfiguraMenu.cpp: the side menu and the pages
     void suTimer1();

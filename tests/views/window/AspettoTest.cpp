@@ -2,6 +2,7 @@
 #include "platform/runtime/Twips.h"
 #include "tests/views/window/BancoConfigura.h"
 
+#include <wx/button.h>
 #include <wx/display.h>
 
 namespace norvel::views {
@@ -132,6 +133,13 @@ TEST_F(AspettoTest, TheKeyboardReachesMenuPageAndGrid) {
         EXPECT_TRUE(configura().MenuBar->HasFocus());
         robot.press(WXK_TAB, wxMOD_SHIFT);
         EXPECT_TRUE(anteprima().HasFocus());
+    });
+}
+
+TEST_F(AspettoTest, TabPassesByAPageOfTextsAlone) {
+    provaConfigura([&] {
+        robot.press(WXK_TAB);
+        EXPECT_TRUE(configura().CmdChiudi->HasFocus());
     });
 }
 
