@@ -21,7 +21,7 @@ namespace {
 void inSilenzio(const std::function<void()>& passi) {
     try {
         passi();
-    } catch (const Errore&) {
+    } catch (...) {
         return;
     }
 }

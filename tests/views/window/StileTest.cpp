@@ -2,6 +2,8 @@
 #include "tests/views/window/BancoConfigura.h"
 #include "views/DialoghiSistema.h"
 
+#include <new>
+
 namespace norvel::views {
 namespace {
 
@@ -240,6 +242,21 @@ TEST_F(StileTest, ACancelledFontShowsTheErrorAndLeavesTheFont) {
         EXPECT_EQ(boxes.shown()[0].titolo, "TAMBORIN");
         EXPECT_EQ(boxes.shown()[0].icona, BoxIcon::Information);
         EXPECT_EQ(anteprima().Style().Font, presente);
+    });
+}
+
+TEST_F(StileTest, MemoryThatRunsOutOverAColourIsNotToldEither) {
+    provaStile([&] {
+        const std::string numero = testoDi(configura().txtColore1);
+        impostaDialoghi({[](wxWindow&, std::uint32_t) -> std::optional<std::uint32_t> {
+                             throw std::bad_alloc();
+                         },
+                         nullptr});
+        premi(configura().Command1);
+        EXPECT_TRUE(boxes.shown().empty());
+        EXPECT_EQ(testoDi(configura().txtColore1), numero);
+        premi(configura().ChkFacilitato); // the window works on
+        EXPECT_TRUE(split().AlternatingRowStyle);
     });
 }
 
