@@ -5,35 +5,24 @@
 #include "platform/grid/layout/LayoutFile.h"
 #include "platform/runtime/Text.h"
 #include "tests/support/Boxes.h"
+#include "tests/views/BancoViste.h"
 #include "tests/views/ListaProva.h"
 #include "views/Disposizioni.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
-#include <filesystem>
 #include <fstream>
-#include <random>
 
 namespace norvel::views {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace adodb;
 
-class SalvataggioTest : public testing::Test {
+class SalvataggioTest : public BancoViste {
   protected:
     SalvataggioTest() {
-        static std::atomic<int> numero{0};
-        cartella = fs::temp_directory_path() /
-                   ("nr_salvataggio_" + std::to_string(std::random_device()()) + "_" +
-                    std::to_string(++numero));
-        fs::create_directories(cartella / "parametri");
-        sessione.gPercorso = cartella.string() + "\\";
-        sessione.gPercorsoPers = cartella.string() + "\\";
-        sessione.gUser = "ROSSI";
-        sessione.gModulo = "CLI";
+        mostrata = "propria";
         connessione = makeConnection();
         connessione->Open("Provider=SQLite;Data Source=:memory:");
         esegui("CREATE TABLE ricerchepers (codiceoperatore TEXT, codicericerca TEXT, "
@@ -47,7 +36,6 @@ class SalvataggioTest : public testing::Test {
     ~SalvataggioTest() override {
         sessione = {};
         connessione->Close();
-        fs::remove_all(cartella);
     }
     SalvataggioTest(const SalvataggioTest&) = delete;
     SalvataggioTest& operator=(const SalvataggioTest&) = delete;
@@ -119,22 +107,10 @@ class SalvataggioTest : public testing::Test {
         return tutte;
     }
 
-    fs::path cartella;
-    VariabiliGlobali sessione;
     ConnectionRef connessione;
     ListaProva lista;
-    std::string nome, passi, mostrata = "propria";
+    std::string nome, passi;
     bool predefinito = false;
-    grid::LayoutKeeper custode{[this] {
-                                   grid::Layout presente;
-                                   presente.Columns.resize(1);
-                                   presente.Columns[0].DataField = "codice";
-                                   presente.Columns[0].Caption = mostrata;
-                                   return presente;
-                               },
-                               [this](const grid::Layout& disposizione) {
-                                   mostrata = disposizione.Columns.at(0).Caption;
-                               }};
     tests::Boxes boxes;
     using Testi = std::vector<std::string>;
 };
@@ -296,11 +272,7 @@ TEST_F(SalvataggioTest, WithoutARecordsetOfViewsTheFileIsWrittenAndTheBoxTells) 
 
 TEST_F(SalvataggioTest, ActivatingShowsNameFlagAndLayoutAndTouchesNoRow) {
     prepara();
-    grid::Layout disposizione;
-    disposizione.Columns.resize(1);
-    disposizione.Columns[0].DataField = "codice";
-    disposizione.Columns[0].Caption = "della Mia";
-    grid::saveLayout((cartella / "ROSSIMia.grx").string(), "ROSSIMia", disposizione);
+    scriviDisposizione("ROSSIMia.grx", "ROSSIMia", "della Mia");
     const std::string prima = tabella();
     scegli("Mia");
     boxes.answer(BoxAnswer::Yes).answer(BoxAnswer::Yes);
@@ -336,11 +308,7 @@ TEST_F(SalvataggioTest, AViewNamedAfterABaseHasItsOwnFileAndRowButActivatingShow
     EXPECT_EQ(boxes.lastText(), "Salvataggio Completato");
     EXPECT_TRUE(esiste("ROSSIBase:ART.grx"));
     EXPECT_NE(tabella().find("ROSSI/CLI/Base:ART"), std::string::npos);
-    grid::Layout disposizione;
-    disposizione.Columns.resize(1);
-    disposizione.Columns[0].DataField = "codice";
-    disposizione.Columns[0].Caption = "degli articoli";
-    grid::saveLayout((cartella / "parametri/ART.grx").string(), "CLI", disposizione);
+    scriviDisposizione("parametri/ART.grx", "CLI", "degli articoli");
     scegli("Base:ART");
     boxes.answer(BoxAnswer::Yes);
     attivaVista(sessione, parti());
@@ -379,6 +347,26 @@ TEST_F(SalvataggioTest, SeparatorsInANameArePartOfThePath) {
     mostrata = "altra";
     attivaVista(sessione, parti());
     EXPECT_EQ(mostrata, "propria");
+}
+
+TEST_F(SalvataggioTest, ANameThatNoFileCanHaveIsToldAndTouchesNoRow) {
+    prepara();
+    const std::string prima = tabella();
+    salva(std::string(300, 'x'), true);
+    EXPECT_EQ(boxes.lastText().rfind("Errore nel modulo di ricerca", 0), 0U);
+    EXPECT_EQ(tabella(), prima);
+    EXPECT_EQ(lista.ListCount(), 2);
+}
+
+TEST_F(SalvataggioTest, SignsOfPatternsAndFormatsInANameStandForThemselves) {
+    prepara();
+    for (const char* vista : {"100% [a]_", "%s%n", "M#a & co"}) {
+        salva(vista, true);
+        EXPECT_EQ(boxes.lastText(), "Salvataggio Completato") << vista;
+        EXPECT_TRUE(esiste("ROSSI" + std::string(vista) + ".grx"));
+    }
+    EXPECT_EQ(tabella(), "ROSSI/CLI/Mia ROSSI/CLI/Altra ROSSI/ART/Articoli* BIANCHI/CLI/Sua* "
+                         "ROSSI/CLI/100% [a]_ ROSSI/CLI/%s%n ROSSI/CLI/M#a & co*");
 }
 
 TEST_F(SalvataggioTest, AFileInAFolderBelowRefusesNoName) {
@@ -446,11 +434,7 @@ TEST_F(SalvataggioTest, LoadingTheBaseShowsItAndAMissingOneIsTold) {
     caricoBase(sessione, parti());
     EXPECT_EQ(boxes.lastText().rfind("Errore nel modulo di ricerca", 0), 0U);
     EXPECT_EQ(passi, "");
-    grid::Layout disposizione;
-    disposizione.Columns.resize(1);
-    disposizione.Columns[0].DataField = "codice";
-    disposizione.Columns[0].Caption = "di tutti";
-    grid::saveLayout((cartella / "parametri/CLI.grx").string(), "CLI", disposizione);
+    scriviDisposizione("parametri/CLI.grx", "CLI", "di tutti");
     caricoBase(sessione, parti());
     EXPECT_EQ(mostrata, "di tutti");
     EXPECT_EQ(passi, "colonne stile ");

@@ -1,22 +1,18 @@
 // Views when the search window opens: permission, preferred view, base layout, menu, total.
 #include "component/DatiHost.h"
-#include "platform/grid/layout/LayoutFile.h"
 #include "platform/runtime/Errore.h"
+#include "tests/views/BancoViste.h"
 #include "views/ArchivioViste.h"
 #include "views/Avvio.h"
 #include "views/Disposizioni.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <filesystem>
 #include <fstream>
-#include <random>
 
 namespace norvel::views {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace adodb;
 using Voci = std::vector<std::string>;
 
@@ -28,19 +24,9 @@ RecordsetRef tabella(const std::vector<std::pair<const char*, DataTypeEnum>>& ca
     return recordset;
 }
 
-// A grid's layout, without the grid: the caption of its one column tells which one it has.
-class VisteTest : public testing::Test {
+class VisteTest : public BancoViste {
   protected:
     VisteTest() {
-        static std::atomic<int> numero{0};
-        cartella =
-            fs::temp_directory_path() /
-            ("nr_viste_" + std::to_string(std::random_device()()) + "_" + std::to_string(++numero));
-        fs::create_directories(cartella / "parametri");
-        sessione.gPercorso = cartella.string() + "\\";
-        sessione.gPercorsoPers = cartella.string() + "\\";
-        sessione.gUser = "ROSSI";
-        sessione.gModulo = "CLI";
         sessione.gFilterBar = std::int32_t{1};
         sessione.gRecordsetOperatori =
             tabella({{"codiceutente", adVarWChar}, {"ricerchepers", adBoolean}});
@@ -53,10 +39,6 @@ class VisteTest : public testing::Test {
         sessione.gRecordset = tabella({{"codice", adInteger}});
         sessione.gRecordset->AddNew({"codice"}, {std::int32_t{1}});
     }
-    ~VisteTest() override { fs::remove_all(cartella); }
-    VisteTest(const VisteTest&) = delete;
-    VisteTest& operator=(const VisteTest&) = delete;
-
     void operatore(const char* codice, bool permesso) {
         sessione.gRecordsetOperatori->AddNew({"codiceutente", "ricerchepers"}, {codice, permesso});
     }
@@ -65,13 +47,6 @@ class VisteTest : public testing::Test {
         sessione.gRecordsetViste->AddNew(
             {"CodiceOperatore", "CODICERICERCA", "nomevista", "Preferito"},
             {utente, modulo, nome, preferita});
-    }
-    void salva(const std::string& file, const std::string& nome, const char* segno) const {
-        grid::Layout disposizione;
-        disposizione.Columns.resize(1);
-        disposizione.Columns[0].DataField = "codice";
-        disposizione.Columns[0].Caption = segno;
-        grid::saveLayout((cartella / file).string(), nome, disposizione);
     }
     void avvia() {
         impostaStileGriglia(sessione, {custode, [this](bool si) { fatto("ultimo", si); },
@@ -84,19 +59,6 @@ class VisteTest : public testing::Test {
     }
     void fatto(const char* cosa, bool si) { passi[cosa] = si; }
 
-    fs::path cartella;
-    VariabiliGlobali sessione;
-    std::string mostrata; // the caption of the layout that the grid has
-    grid::LayoutKeeper custode{[this] {
-                                   grid::Layout presente;
-                                   presente.Columns.resize(1);
-                                   presente.Columns[0].DataField = "codice";
-                                   presente.Columns[0].Caption = mostrata;
-                                   return presente;
-                               },
-                               [this](const grid::Layout& disposizione) {
-                                   mostrata = disposizione.Columns.at(0).Caption;
-                               }};
     std::map<std::string, bool> passi;
     Voci voci;
     RowCount totale = -1;
@@ -129,7 +91,7 @@ TEST_F(VisteTest, AUserWithoutARowOrWithoutTheRightSeesUltimoDisabledAndTheRestI
 }
 
 TEST_F(VisteTest, WithoutViewsTheBaseLayoutIsLoadedAndTheMenuHasItsOneEntry) {
-    salva("parametri/CLI.grx", "CLI", "base");
+    scriviDisposizione("parametri/CLI.grx", "CLI", "base");
     vista("Altrui", true, "BIANCHI");
     vista("Altrove", true, "ROSSI", "ART");
     avvia();
@@ -139,9 +101,9 @@ TEST_F(VisteTest, WithoutViewsTheBaseLayoutIsLoadedAndTheMenuHasItsOneEntry) {
 }
 
 TEST_F(VisteTest, OfTwoPreferredViewsTheFirstIsAppliedAndBothAreListed) {
-    salva("ROSSIUna.grx", "ROSSIUna", "una");
-    salva("ROSSIDue.grx", "ROSSIDue", "due");
-    salva("parametri/CLI.grx", "CLI", "base");
+    scriviDisposizione("ROSSIUna.grx", "ROSSIUna", "una");
+    scriviDisposizione("ROSSIDue.grx", "ROSSIDue", "due");
+    scriviDisposizione("parametri/CLI.grx", "CLI", "base");
     vista("Zero", false);
     vista("Due", true);
     vista("Una", true);
@@ -151,7 +113,7 @@ TEST_F(VisteTest, OfTwoPreferredViewsTheFirstIsAppliedAndBothAreListed) {
 }
 
 TEST_F(VisteTest, APreferredViewWhoseFileIsMissingLeavesTheGridAsItWas) {
-    salva("parametri/CLI.grx", "CLI", "base");
+    scriviDisposizione("parametri/CLI.grx", "CLI", "base");
     vista("Manca", true);
     mostrata = "com'era";
     avvia();
@@ -208,16 +170,16 @@ TEST_F(VisteTest, APercorsoWithoutItsSeparatorIsNotRepaired) {
     sessione.gPercorso = "C:\\dir";
     EXPECT_EQ(disposizioneBase(sessione, "X").percorso, "C:\\dirparametri\\X.grx");
     fs::create_directories(cartella / "dirparametri");
-    salva("dirparametri/X.grx", "CLI", "accanto alla cartella");
-    salva("parametri/X.grx", "CLI", "nella cartella");
+    scriviDisposizione("dirparametri/X.grx", "CLI", "accanto alla cartella");
+    scriviDisposizione("parametri/X.grx", "CLI", "nella cartella");
     sessione.gPercorso = (cartella / "dir").string();
     ApplicaVista(custode, sessione, "Base:X");
     EXPECT_EQ(mostrata, "accanto alla cartella");
 }
 
 TEST_F(VisteTest, ANameThatContainsBaseInAnyCaseIsTheKeyOfABaseLayout) {
-    salva("parametri/ART.grx", "CLI", "base di ART");
-    salva("ROSSIla base:ART.grx", "ROSSIla base:ART", "personale");
+    scriviDisposizione("parametri/ART.grx", "CLI", "base di ART");
+    scriviDisposizione("ROSSIla base:ART.grx", "ROSSIla base:ART", "personale");
     EXPECT_TRUE(ApplicaVista(custode, sessione, "la base:ART").isEmpty());
     EXPECT_EQ(mostrata, "base di ART");
     EXPECT_EQ(custode.LayoutName, "CLI");
@@ -227,7 +189,7 @@ TEST_F(VisteTest, ANameThatContainsBaseInAnyCaseIsTheKeyOfABaseLayout) {
 }
 
 TEST_F(VisteTest, BaseWithAnEmptyModuleLoadsTheFileWithoutAName) {
-    salva("parametri/.grx", "CLI", "senza nome");
+    scriviDisposizione("parametri/.grx", "CLI", "senza nome");
     ApplicaVista(custode, sessione, "Base:");
     EXPECT_EQ(mostrata, "senza nome");
 }
@@ -236,7 +198,7 @@ TEST_F(VisteTest, APersonalNameAnswersTrueWhetherItsFileIsThereOrNot) {
     mostrata = "com'era";
     EXPECT_EQ(ApplicaVista(custode, sessione, "Manca"), Variant(true));
     EXPECT_EQ(mostrata, "com'era");
-    salva("rossimia.GRX", "ROSSIMia", "mia");
+    scriviDisposizione("rossimia.GRX", "ROSSIMia", "mia");
     EXPECT_EQ(ApplicaVista(custode, sessione, "Mia"), Variant(true));
     EXPECT_EQ(mostrata, "mia") << "names of files are matched without case";
 }
