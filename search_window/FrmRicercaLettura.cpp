@@ -9,6 +9,7 @@
 #include "search_window/Misure.h"
 #include "search_window/Testi.h"
 
+#include <wx/frame.h>
 #include <wx/timer.h>
 
 #include <utility>
@@ -72,6 +73,7 @@ void FrmRicerca::mostraLettura(const std::string& testo) {
 bool FrmRicerca::interrompiLettura() {
     const RecordsetRef recordset = DBRicerca.Recordset();
     if (!recordset || !inLavoro(*recordset)) return false;
+    if (interruzione_) return true; // asked already
     interruzione_ = true;
     try {
         recordset->Cancel();
@@ -106,7 +108,11 @@ void FrmRicerca::RecordsetChangeComplete(EventReasonEnum motivo, const Errore* e
                                          EventStatusEnum, Recordset&) {
     if (motivo != adRsnRequery) return;
     aggiornamento_ = Aggiornamento::Fatto;
-    if (!errore) return;
+    if (!errore) { // where Esc met its first rows, it was for the others, too
+        if (std::exchange(interruzione_, false))
+            Finestra->CallAfter([this] { interrompiLettura(); });
+        return;
+    }
     aggiornamento_ = interruzione_ && errore->numero() == adErrOperationCancelled
                          ? Aggiornamento::Interrotto
                          : Aggiornamento::NonRiuscito;
