@@ -122,7 +122,6 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     // FrmRicercaEventi.cpp: handlers
     void suTimer1();
     bool suScorciatoia(int codice, int modificatori);
-    void apriMenu(const char* chiave);
     bool suTasto(int codice, int modificatori, bool suiDati);
     void suDoppioClic();
     Scelta scelta();

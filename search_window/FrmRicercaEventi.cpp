@@ -12,7 +12,6 @@
 
 #include <wx/frame.h>
 #include <wx/timer.h>
-#include <wx/weakref.h>
 
 #include <chrono>
 
@@ -58,22 +57,10 @@ bool FrmRicerca::suScorciatoia(int codice, int modificatori) {
     if (voce->codice == WXK_RETURN && !variabiliGlobali().gFinestraPronta) return true;
     List1->CloseUp();
     if (voce->menu)
-        apriMenu(voce->chiave);
+        BarraBase->OpenMenu(voce->chiave);
     else
         BarraBase->Press(voce->chiave);
     return true;
-}
-
-// A menu takes the keyboard, and a cell that was typed in is closed: left without a choice, it
-// gives the keyboard back. The window may be closed under the open menu.
-void FrmRicerca::apriMenu(const char* chiave) {
-    const wxWeakRef<grid::Grid> griglia(Griglia);
-    const grid::Area prima = Griglia->focusArea();
-    const int cella = Griglia->FilterColumn();
-    BarraBase->OpenMenu(chiave);
-    if (!griglia || griglia->IsBeingDeleted() || griglia->HasFocus()) return;
-    if (prima == grid::Area::FilterCell && griglia->EnterFilterCell(cella)) return;
-    if (prima != grid::Area::Data && griglia->focusArea() == grid::Area::Data) griglia->SetFocus();
 }
 
 void FrmRicerca::suDoppioClic() {

@@ -80,10 +80,13 @@ void ToolBar::Impl::setHover(std::optional<Spot> spot) {
     showTip();
 }
 
-// The text of the button under the mouse; a disabled one explains itself as well.
+// The text of the button under the mouse; a disabled one explains itself as well. None while a menu
+// is open: it would cover the entries.
 void ToolBar::Impl::showTip() {
     std::string wanted;
-    if (hover && hover->part == Spot::Part::Chevron)
+    if (opened)
+        wanted = "";
+    else if (hover && hover->part == Spot::Part::Chevron)
         wanted = "Altri comandi";
     else if (hover)
         wanted = tipOf(buttons[hover->button]);

@@ -58,9 +58,14 @@ class EntryMenu {
             item->Enable(usable);
         }
     }
-    // Shows it under a button and waits; what was chosen, if anything.
+    // Shows it under a button and waits; what was chosen, if anything. The menu is the focused
+    // window's, since the toolkit takes an open menu's window for the one that has the focus: a
+    // field would believe that it was left.
     std::optional<Entry> choose(ToolBar& bar, const wxRect& under) {
-        const int id = bar.GetPopupMenuSelectionFromUser(menu, under.GetBottomLeft());
+        wxWindow* const focused = wxWindow::FindFocus();
+        wxWindow& owner = focused != nullptr ? *focused : bar;
+        const wxPoint at = owner.ScreenToClient(bar.ClientToScreen(under.GetBottomLeft()));
+        const int id = owner.GetPopupMenuSelectionFromUser(menu, at);
         if (id < 1 || id > static_cast<int>(entries.size())) return std::nullopt;
         return entries[static_cast<std::size_t>(id) - 1];
     }
@@ -92,12 +97,14 @@ void ToolBar::Impl::openButtonMenu(std::size_t button) {
     const Spot spot =
         slotOf(button) ? Spot{Spot::Part::Arrow, button} : Spot{Spot::Part::Chevron, 0};
     opened = spot;
+    showTip();
     refresh(opened);
     const wxWeakRef<ToolBar> alive(&bar);
     const std::optional<Entry> chosen = menu.choose(bar, rectOf(spot));
     if (!alive) return; // the window was closed under the open menu
     refresh(std::exchange(opened, std::nullopt));
     setHover(spotAt(bar.ScreenToClient(wxGetMousePosition())));
+    showTip();
     const auto callback = bar.OnButtonMenuClick;
     if (chosen && callback) callback(copy, copy.ButtonMenus[*chosen->menu]);
 }
@@ -108,12 +115,14 @@ void ToolBar::Impl::openOverflowMenu() {
         menu.addButton(buttons[each], each, usable(each));
     const std::vector<Button> copies = buttons;
     opened = Spot{Spot::Part::Chevron, 0};
+    showTip();
     refresh(opened);
     const wxWeakRef<ToolBar> alive(&bar);
     const std::optional<Entry> chosen = menu.choose(bar, rectOf(*opened));
     if (!alive) return;
     refresh(std::exchange(opened, std::nullopt));
     setHover(spotAt(bar.ScreenToClient(wxGetMousePosition())));
+    showTip();
     if (!chosen || !usable(chosen->button)) return;
     if (!chosen->menu) return press(chosen->button);
     const auto callback = bar.OnButtonMenuClick;

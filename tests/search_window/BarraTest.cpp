@@ -239,23 +239,49 @@ TEST_F(BarraTest, ControlOOpensTheMenuOfViews) {
     });
 }
 
-TEST_F(BarraTest, TheMenuOfViewsLeftWithEscGivesTheKeyboardBackToTheFilterCell) {
-    apriConViste([&] {
+// Opens a menu from a filter cell, leaves it with Esc and types on.
+class MenuDallaCella : public BarraTest {
+  protected:
+    void siScriveAncora(const std::function<void()>& apre) {
         scrivi(Nome, "e");
         bool lasciato = false;
         tests::Script menu;
-        menu.then("apre il menu", [&] { robot.press('O', wxMOD_CONTROL); });
+        menu.then("apre il menu", apre);
+        menu.pause(300);
         menu.then("lo lascia", [&] {
+            foto("menu-dalla-cella");
             robot.press(WXK_ESCAPE);
             lasciato = true;
         });
-        menu.run([&] {
-            EXPECT_TRUE(robot.waitUntil([&] { return lasciato; }));
-            EXPECT_TRUE(
-                robot.waitUntil([&] { return griglia().focusArea() == grid::Area::FilterCell; }));
-        });
+        menu.run([&] { EXPECT_TRUE(robot.waitUntil([&] { return lasciato; })); });
+        robot.type("r");
+        EXPECT_TRUE(robot.waitUntil([&] { return cellaDi(Nome) == "er"; })) << cellaDi(Nome);
         EXPECT_EQ(griglia().FilterColumn(), Nome);
-        EXPECT_EQ(cellaDi(Nome), "e");
+    }
+};
+
+TEST_F(MenuDallaCella, TheMenuOfViewsByControlO) {
+    apriConViste([&] { siScriveAncora([&] { robot.press('O', wxMOD_CONTROL); }); });
+}
+
+TEST_F(MenuDallaCella, TheMenuOfViewsByTheMouse) {
+    apriConViste([&] {
+        siScriveAncora([&] {
+            const wxRect apri = finestra().BarraBase->ButtonRect("Apri");
+            robot.click(*finestra().BarraBase, apri.GetRightTop() + wxPoint(-5, 14));
+        });
+    });
+}
+
+TEST_F(MenuDallaCella, TheOverflowMenuByTheMouse) {
+    apriConViste([&] {
+        finestra().Finestra->SetClientSize(330, 300);
+        ASSERT_TRUE(
+            robot.waitUntil([&] { return !finestra().BarraBase->OverflowRect().IsEmpty(); }));
+        siScriveAncora([&] {
+            const wxRect freccia = finestra().BarraBase->OverflowRect();
+            robot.click(*finestra().BarraBase, freccia.GetPosition() + wxPoint(10, 14));
+        });
     });
 }
 
