@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <odbcinst.h>
 #include <optional>
 #include <utility>
 
@@ -72,6 +73,13 @@ std::vector<OdbcEntry> odbcDrivers() {
 
 std::vector<OdbcEntry> odbcSources() {
     return entries(SQLDataSources);
+}
+
+std::string odbcSourceSetting(const std::string& source, const std::string& keyword) {
+    std::array<char, 4096> value{};
+    SQLGetPrivateProfileString(source.c_str(), keyword.c_str(), "", value.data(), value.size(),
+                               "odbc.ini");
+    return value.data();
 }
 
 std::shared_ptr<OdbcConnection> OdbcConnection::open(const OdbcTarget& target) {

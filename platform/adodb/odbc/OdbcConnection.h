@@ -72,6 +72,8 @@ class OdbcConnection {
 // The drivers and the data sources that the driver manager knows.
 std::vector<OdbcEntry> odbcDrivers();
 std::vector<OdbcEntry> odbcSources();
+// What a data source's definition says under a keyword; "" where it says nothing.
+std::string odbcSourceSetting(const std::string& source, const std::string& keyword);
 
 inline bool succeeded(SQLRETURN result) {
     return SQL_SUCCEEDED(result);

@@ -100,8 +100,7 @@ StatementResult OdbcSession::runReading(const StatementRequest& request) {
 
 StatementResult OdbcSession::runNeutral(const Use& use, const StatementRequest& request) {
     const OdbcTarget& target = use->connection()->target();
-    if (!target.neutral || target.kind == ServerKind::Access)
-        return run(use, request, request.text);
+    if (!target.neutral) return run(use, request, request.text);
     const std::string sql = serverNotation(request.text, target.kind);
     try {
         return run(use, request, sql);
@@ -193,13 +192,19 @@ std::string OdbcSession::tableQuery(const std::string& table) const {
     return query + quoted;
 }
 
+// The file that an Access target names: of a data source, the one in its definition.
+std::string accessFile(const OdbcTarget& target) {
+    if (target.pairs.front().first != "DSN") return target.place;
+    const std::string file = odbcSourceSetting(target.place, "Database");
+    return file.empty() ? odbcSourceSetting(target.place, "DBQ") : file;
+}
+
 } // namespace
 
 std::shared_ptr<Session> openOdbcSession(const ConnectionString& connection) {
     auto target = odbcTarget(connection, odbcDrivers(), odbcSources());
     if (!target) return nullptr;
-    const bool file = target->pairs.size() > 1 && target->pairs[1].first == "DBQ";
-    if (file) return openAccessSession(target->place);
+    if (target->kind == ServerKind::Access) return openAccessSession(accessFile(*target));
     return std::make_shared<OdbcSession>(*target);
 }
 

@@ -192,6 +192,15 @@ TEST_F(AccessQueries, APathInTheHostsNotation) {
     EXPECT_EQ(rowsOf(jetProvider("C:" + path), "SELECT count(*) FROM clienti"), "4|");
 }
 
+TEST_F(AccessQueries, ADataSourceNamesTheFile) {
+    std::ofstream(folder_.file("odbc.ini"))
+        << "[gestionale]\nDriver=MDBTools\nDatabase=" << file() << "\n[senza]\nDriver=MDBTools\n";
+    setenv("ODBCINI", folder_.file("odbc.ini").c_str(), 1);
+    EXPECT_EQ(rowsOf("DSN=gestionale", "SELECT count(*) FROM clienti WHERE attivo=True"), "2|");
+    EXPECT_NE(errorOf([] { rowsOf("DSN=senza", "SELECT 1"); }), 0);
+    unsetenv("ODBCINI");
+}
+
 TEST_F(AccessQueries, ACopyIsReadAndCancelled) {
     writeCustomers(file(), 300000);
     const auto recordset = makeClientRecordset();
