@@ -1,5 +1,7 @@
 #include "tests/query/Casi.h"
 
+#include "query/ElaboraQuery.h"
+
 #include <fstream>
 #include <stdexcept>
 
@@ -113,6 +115,27 @@ std::vector<Caso> leggiCasi(const std::string& file) {
     } catch (const std::exception& errore) {
         return {{"Illeggibile", file + ": " + errore.what(), {}}};
     }
+}
+
+RichiestaValori richiestaDi(const Caso& caso) {
+    RichiestaValori richiesta;
+    richiesta.campo = caso.testoO("campo");
+    richiesta.testoComando = caso.testo("comando");
+    richiesta.queryBase = caso.testoO("base");
+    richiesta.filtro = std::int32_t{0};
+    if (const auto filtro = caso.testo("filtro")) richiesta.filtro = *filtro;
+    richiesta.strConnessione = caso.testoO("connessione");
+    return richiesta;
+}
+
+std::string queryDelCaso(const Caso& caso, const std::string& connessione) {
+    if (const auto query = caso.testo("query")) {
+        Variant testo(*query);
+        return ElaboraQuery(testo, connessione);
+    }
+    RichiestaValori richiesta = richiestaDi(caso);
+    richiesta.strConnessione = connessione;
+    return queryListaValori(richiesta);
 }
 
 } // namespace norvel::query

@@ -1,6 +1,8 @@
 // Tables of cases in text files; casi/LEGGIMI.md tells their format.
 #pragma once
 
+#include "query/ListaValori.h"
+
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -32,6 +34,12 @@ std::ostream& operator<<(std::ostream& uscita, const Caso& caso);
 // Every case of tests/query/casi/FILE. A file that is not there or breaks the format gives one case
 // named Illeggibile, whose every test fails.
 std::vector<Caso> leggiCasi(const std::string& file);
+
+// What a case asks a list of values for: its comando or base, campo, filtro, connessione.
+RichiestaValori richiestaDi(const Caso& caso);
+
+// A case's query, or the one of its list of values, rendered for a connection.
+std::string queryDelCaso(const Caso& caso, const std::string& connessione);
 
 struct NomeDelCaso {
     std::string operator()(const testing::TestParamInfo<Caso>& info) const {

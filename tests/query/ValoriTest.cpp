@@ -7,17 +7,6 @@
 namespace norvel::query {
 namespace {
 
-RichiestaValori richiestaDi(const Caso& caso) {
-    RichiestaValori richiesta;
-    richiesta.campo = caso.testoO("campo");
-    richiesta.testoComando = caso.testo("comando");
-    richiesta.queryBase = caso.testoO("base");
-    richiesta.filtro = std::int32_t{0};
-    if (const auto filtro = caso.testo("filtro")) richiesta.filtro = *filtro;
-    richiesta.strConnessione = caso.testoO("connessione");
-    return richiesta;
-}
-
 // The items that the query brings, as the window reads them.
 std::string vociDi(const Archivio& archivio, RichiestaValori richiesta) {
     const auto griglia = archivio.apri("SELECT * FROM clienti");

@@ -1,7 +1,5 @@
 // What ElaboraQuery and the value lists write for SQL Server, read by a parser of its dialect; what
 // the parser's tree says is then run over the sample database beside the neutral text.
-#include "query/ElaboraQuery.h"
-#include "query/ListaValori.h"
 #include "tests/query/Archivio.h"
 #include "tests/query/Casi.h"
 
@@ -24,18 +22,6 @@ struct Lettura {
     std::string testo; // the query in neutral notation, or why it is refused
 };
 
-// A case's query for a connection; for a list of values, composed as the window composes it.
-std::string queryPer(const Caso& caso, const std::string& connessione) {
-    if (const auto query = caso.testo("query")) {
-        Variant testo(*query);
-        return ElaboraQuery(testo, connessione);
-    }
-    RichiestaValori richiesta{caso.testoO("campo"), caso.testo("comando"), "", std::int32_t{0},
-                              connessione};
-    if (const auto filtro = caso.testo("filtro")) richiesta.filtro = *filtro;
-    return queryListaValori(richiesta);
-}
-
 // Every case's rendered text, read by one run of the parser.
 std::map<std::string, Lettura> leggiTutti() {
     const auto cartella = std::filesystem::temp_directory_path() /
@@ -43,10 +29,10 @@ std::map<std::string, Lettura> leggiTutti() {
     std::filesystem::create_directory(cartella);
     const std::string domande = (cartella / "domande").string();
     const std::string risposte = (cartella / "risposte").string();
-    const auto casi = leggiCasi("tsql.casi");
+    const auto casi = leggiCasi("server.casi");
     std::ofstream scrive(domande, std::ios::binary);
     for (const Caso& caso : casi)
-        scrive << queryPer(caso, connessioneSql) << '\x1E';
+        scrive << queryDelCaso(caso, connessioneSql) << '\x1E';
     scrive.close();
     const std::string comando = "/usr/bin/python3 -B '" NR_SOURCE_DIR
                                 "/tests/query/tsql/leggi_tsql.py' <'" +
@@ -74,7 +60,7 @@ class TsqlCasi : public testing::TestWithParam<Caso> {
 TEST_P(TsqlCasi, LaResa) {
     const Caso& caso = GetParam();
     ASSERT_NE(caso.nome, "Illeggibile") << caso.luogo;
-    const std::string resa = queryPer(caso, connessioneSql);
+    const std::string resa = queryDelCaso(caso, connessioneSql);
     if (const auto attesa = caso.testo("resa")) {
         EXPECT_EQ(resa, *attesa);
     }
@@ -87,11 +73,11 @@ TEST_P(TsqlCasi, LaResa) {
     }
     ASSERT_TRUE(lettura.accettata) << lettura.testo << "\n" << resa;
     const Archivio archivio;
-    const auto neutra = archivio.righe(queryPer(caso, archivio.connessione()));
+    const auto neutra = archivio.righe(queryDelCaso(caso, archivio.connessione()));
     EXPECT_EQ(archivio.righe(lettura.testo), caso.testo("righe").value_or(neutra)) << lettura.testo;
 }
 
-INSTANTIATE_TEST_SUITE_P(DaFile, TsqlCasi, testing::ValuesIn(leggiCasi("tsql.casi")),
+INSTANTIATE_TEST_SUITE_P(DaFile, TsqlCasi, testing::ValuesIn(leggiCasi("server.casi")),
                          NomeDelCaso());
 
 } // namespace
