@@ -28,7 +28,8 @@ std::vector<SortKey> groupKeys(const std::vector<std::string>& fields,
 std::string sortText(const std::vector<SortKey>& keys) {
     std::string text;
     for (const SortKey& key : keys)
-        text += (text.empty() ? "[" : ", [") + key.name + (key.ascending ? "]" : "] DESC");
+        text += (text.empty() ? "[" : ", [") + replaceText(key.name, "]", "]]") +
+                (key.ascending ? "]" : "] DESC");
     return text;
 }
 

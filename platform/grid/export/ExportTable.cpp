@@ -1,6 +1,6 @@
 #include "platform/grid/export/ExportTable.h"
 
-#include "platform/adodb/sort/SortOrder.h"
+#include "platform/adodb/group/GroupRows.h"
 #include "platform/grid/model/CheckBox.h"
 #include "platform/runtime/Text.h"
 
@@ -26,27 +26,13 @@ ExportColumn exportColumn(const Column& column) {
             column.DataType,  column.Width,   showsCheckBoxes(column)};
 }
 
-std::string sortTerm(const adodb::SortKey& key) {
-    return "[" + replaceText(key.name, "]", "]]") + "]" + (key.ascending ? " ASC" : " DESC");
-}
-
-// The groups' fields before the rest of the host's order.
 std::string sortByGroups(const Columns& columns, const std::vector<int>& groups,
                          const std::string& hostSort) {
-    std::vector<adodb::SortKey> host = adodb::parseSort(hostSort);
-    std::vector<adodb::SortKey> keys;
-    for (const int group : groups) {
-        const std::string& field = columns.Item(group).DataField;
-        const auto same = [&](const adodb::SortKey& key) { return equalsText(key.name, field); };
-        const auto own = std::ranges::find_if(host, same);
-        keys.push_back({field, own == host.end() || own->ascending});
-        std::erase_if(host, same);
-    }
-    keys.insert(keys.end(), host.begin(), host.end());
-    std::string sort;
-    for (const adodb::SortKey& key : keys)
-        sort += (sort.empty() ? "" : ", ") + sortTerm(key);
-    return sort;
+    std::vector<std::string> fields;
+    fields.reserve(groups.size());
+    for (const int group : groups)
+        fields.push_back(columns.Item(group).DataField);
+    return adodb::sortText(adodb::groupKeys(fields, adodb::parseSort(hostSort)));
 }
 
 } // namespace

@@ -28,10 +28,10 @@ inline constexpr int groupView = 2; // GridStyle::DataView: with a grouping area
 
 // The columns on show, from left to right. In the group view the group columns come first, in the
 // order of the groups, shown as columns whether or not they are among those on show (a group's
-// value stands in its heading row there), and the rows come by groups: in the direction in which
-// the host's own order has a group's field, ascending where it has not, and by the rest of the
-// host's order within a group. A group without a column of its own is left out.
-// hostSort: the recordset's own order. Raises 3001 where the group view cannot read it.
+// value stands in its heading row there), and the rows come by groups as the grid shows them:
+// ascending, and by the rest of the host's order within a group. A group without a column of its
+// own is left out. hostSort: the recordset's own order. Raises 3001 where the group view cannot
+// read it.
 NR_API ExportTable exportTable(const Columns& columns, const GridStyle& style,
                                const std::string& hostSort);
 

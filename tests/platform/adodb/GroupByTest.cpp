@@ -169,6 +169,23 @@ TEST_F(GroupByTest, WithinAGroupRowsKeepTheOrderOfTheSortAndTheHostKeepsItsOwn) 
     EXPECT_EQ(rs->AbsolutePosition(), 50);
 }
 
+TEST_F(GroupByTest, AFieldWithABracketInItsNameGroups) {
+    for (const bool own : {true, false}) {
+        const auto rs = makeClientRecordset();
+        rs->Fields().Append("strano ]nome[", adInteger);
+        rs->Open();
+        for (const int value : {2, 1, 2})
+            rs->AddNew({"strano ]nome["}, {value});
+        const Fields by{"strano ]nome["};
+        const Grouping groups = own ? rs->GroupBy(by) : rs->Recordset::GroupBy(by);
+        EXPECT_EQ(groups.starts, (Starts{{0, 1}}));
+        const std::string sort = rs->Sort();
+        rs->SetSort("");
+        rs->SetSort(sort);
+        EXPECT_EQ(rs->Sort(), "[strano ]]nome[]");
+    }
+}
+
 TEST_F(GroupByTest, AFieldThatIsNotThereIsRefusedAndTheOrderStays) {
     std::mt19937 random(7);
     const auto rs = mixture(random, 5);

@@ -50,14 +50,18 @@ TEST_F(ExportTableTest, PutsGroupColumnsFirstInTheGroupViewWhetherOrNotTheyAreSh
     columns.Item(6).Visible = false;
     const ExportTable table = exportTable(columns, style, "");
     EXPECT_EQ(fieldsOf(table), (Names{"attivo", "nome", "codice", "prezzo", "peso", "data"}));
-    EXPECT_EQ(table.sort, "[attivo] ASC, [nome] ASC");
+    EXPECT_EQ(table.sort, "[attivo], [nome]");
 }
 
-TEST_F(ExportTableTest, SortsByGroupsAndWithinThemAsTheHostDoes) {
+TEST_F(ExportTableTest, SortsByGroupsAsTheGridDoesAndWithinThemAsTheHostDoes) {
     style.DataView = groupView;
     style.GroupColumns = {"attivo", "nome"};
     EXPECT_EQ(exportTable(columns, style, "codice, Nome DESC, [strano ]]nome]").sort,
-              "[attivo] ASC, [nome] DESC, [codice] ASC, [strano ]]nome] ASC");
+              "[attivo], [nome], [codice], [strano ]]nome]");
+    recordset->SetSort("prezzo DESC, nome DESC");
+    const std::string sort = recordset->Sort();
+    recordset->GroupBy(style.GroupColumns);
+    EXPECT_EQ(exportTable(columns, style, sort).sort, recordset->Sort());
 }
 
 TEST_F(ExportTableTest, ForgetsGroupsOutsideTheGroupView) {

@@ -26,7 +26,9 @@ class FullDiskPosixTest : public ::testing::TestWithParam<ExportFormat> {
         ASSERT_NE(::mkdtemp(name.data()), nullptr);
         folder = name;
     }
-    void TearDown() override { fs::remove_all(folder); }
+    void TearDown() override {
+        fs::remove_all(folder);
+    }
 
     // 0, or the number of what was raised.
     static int written(adodb::Recordset& rows, const fs::path& path) {
