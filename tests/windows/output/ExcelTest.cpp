@@ -10,6 +10,8 @@
 
 #include <filesystem>
 #include <objbase.h>
+#include <random>
+#include <string>
 
 namespace norvel::output {
 namespace {
@@ -149,11 +151,19 @@ class ExcelTest : public testing::Test {
         own->Open("SELECT * FROM clienti", Variant(std::static_pointer_cast<Object>(connection)));
         host = adodb::wrapAdoRecordset(prova::faceOf(own).get());
         // A relative folder, so that the test knows the very text of every path.
-        std::filesystem::current_path(std::filesystem::temp_directory_path());
+        std::random_device random;
+        do
+            folder =
+                std::filesystem::temp_directory_path() / ("nr_excel_" + std::to_string(random()));
+        while (!std::filesystem::create_directory(folder));
+        std::filesystem::current_path(folder);
         sessione.gPercorso = "nr_excel\\";
         boxes.answer(BoxAnswer::Yes);
     }
-    void TearDown() override { std::filesystem::remove_all("nr_excel"); }
+    void TearDown() override {
+        std::filesystem::current_path(std::filesystem::temp_directory_path());
+        std::filesystem::remove_all(folder);
+    }
 
     void esporta() {
         ParteEsportazione parte{sessione, colonne, stile, host};
@@ -167,6 +177,7 @@ class ExcelTest : public testing::Test {
         esportaExcel(parte);
     }
 
+    std::filesystem::path folder;
     Program program;
     adodb::RecordsetRef own = adodb::makeClientRecordset(), host;
     adodb::RecordsetRef esportazione =
