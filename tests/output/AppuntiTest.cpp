@@ -1,6 +1,7 @@
 // The commands «copiaclip» and «copia» over a selected area.
 #include "tests/output/Parte.h"
 
+#include <limits>
 #include <new>
 
 namespace norvel::output {
@@ -143,6 +144,52 @@ TEST_F(AppuntiTest, AFieldThatTheRecordsetDoesNotHaveIsAnError) {
     EXPECT_TRUE(boxes.lastText().starts_with(
         "Si è verificato un errore durante l'operazione di esportazione\r3265 - "))
         << boxes.lastText();
+}
+
+// Neither copy quotes or cuts: what a value holds stands in the text as it is.
+TEST_F(AppuntiTest, HostileValuesStandInTheTextAsTheyAre) {
+    const std::vector<std::string> testi = {"=cmd|' /C calc'!A0",
+                                            "due\r\nrighe",
+                                            "un\ttab",
+                                            "\"virgolette\"",
+                                            std::string("nul\0dentro", 10),
+                                            "<b>&",
+                                            std::string(100'000, 'x')};
+    recordset = adodb::makeClientRecordset();
+    recordset->Fields().Append("testo", adodb::adLongVarWChar);
+    recordset->Open();
+    std::vector<adodb::RowCount> righe;
+    std::string copia = "\r\n";
+    std::string tabella = "testo\t\r\n";
+    for (const std::string& testo : testi) {
+        recordset->AddNew({Variant("testo")}, {Variant(testo)});
+        righe.push_back(static_cast<adodb::RowCount>(righe.size()) + 1);
+        copia += testo + " \r\n";
+        tabella += testo + "\t\r\n";
+    }
+    recordset->Update();
+    colonneDa(*recordset, false);
+    seleziona(righe, 0, 0);
+    copiaAppunti(parte());
+    EXPECT_EQ(appunti, copia);
+    esportaExcel(parte());
+    EXPECT_EQ(appunti, tabella);
+}
+
+TEST_F(AppuntiTest, NumbersAndDatesThatAreNoneHaveTheirText) {
+    constexpr double infinito = std::numeric_limits<double>::infinity();
+    recordset = adodb::makeClientRecordset();
+    recordset->Fields().Append("numero", adodb::adDouble);
+    recordset->Fields().Append("data", adodb::adDate);
+    recordset->Open();
+    for (const double valore : {infinito, std::numeric_limits<double>::quiet_NaN(), 1e10, -100.0})
+        recordset->AddNew({"numero", "data"}, {valore, Date{valore}});
+    recordset->Update();
+    colonneDa(*recordset, false);
+    seleziona({1, 2, 3, 4}, 0, 1);
+    copiaAppunti(parte());
+    EXPECT_EQ(appunti, "\r\n1,#INF 1,#INF \r\n-1,#IND -1,#IND \r\n10000000000 10000000000 \r\n"
+                       "-100 21/09/1899 \r\n");
 }
 
 class MolteColonne : public AppuntiTest {
