@@ -137,14 +137,15 @@ void OdbcStatement::prepare(const std::string& sql) {
 }
 
 void OdbcStatement::execute(const std::string& sql) {
-    const auto length = static_cast<SQLINTEGER>(sql.size());
+    std::string text = sql;
+    // PostgreSQL's driver goes on behind the text: no comment may take that in.
+    if (connection_->kind() == ServerKind::PostgreSql) text += "\n";
     call([&] {
-        if (connection_->target().narrow) {
-            std::string text = sql;
-            return SQLExecDirect(statement_, reinterpret_cast<SQLCHAR*>(text.data()), length);
-        }
-        std::vector<SQLWCHAR> text = odbcWide(sql);
-        return SQLExecDirectW(statement_, text.data(), static_cast<SQLINTEGER>(text.size()) - 1);
+        if (connection_->target().narrow)
+            return SQLExecDirect(statement_, reinterpret_cast<SQLCHAR*>(text.data()),
+                                 static_cast<SQLINTEGER>(text.size()));
+        std::vector<SQLWCHAR> wide = odbcWide(text);
+        return SQLExecDirectW(statement_, wide.data(), static_cast<SQLINTEGER>(wide.size()) - 1);
     });
     affected_ = 0;
     for (;;) {

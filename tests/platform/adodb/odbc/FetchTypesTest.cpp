@@ -168,6 +168,15 @@ TEST_P(OdbcFetch, TheLimitOfOneStatementCutsNoOther) {
     connection->RollbackTrans();
 }
 
+TEST_P(OdbcFetch, ACommentAtTheEndTakesNothingIn) {
+    const auto connection = open();
+    table(connection, "note", "n integer primary key");
+    connection->Execute("INSERT INTO note VALUES (1), (2)");
+    for (const char* end : {"-- davvero?", "; -- e poi?", "/* perché? */", "--"})
+        EXPECT_EQ(rows(connection, std::string("SELECT n FROM note ") + end)->RecordCount(), 2)
+            << end;
+}
+
 TEST_P(OdbcFetch, ATableIsOpenedByItsName) {
     const auto connection = open();
     table(connection, "Elenco_1", "n integer");
