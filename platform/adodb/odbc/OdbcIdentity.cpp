@@ -113,6 +113,7 @@ RowIdentity identifyRows(const std::shared_ptr<OdbcConnection>& connection, cons
     for (const int column : identity.key)
         columns[static_cast<std::size_t>(column)].info.attributes |= adFldKeyColumn;
     if (!key.empty()) return identity;
+    if (identity.mixed) return {}; // it may be the name of a derived table
     for (std::size_t c = 0; c < columns.size(); ++c)
         if (!columns[c].info.origin.empty() && comparesExactly(columns[c]))
             identity.key.push_back(static_cast<int>(c));

@@ -14,8 +14,8 @@ namespace norvel::adodb {
 
 // Notes in columns which can be written and which belong to their table's primary key. Rows of one
 // table without a primary key are told apart by all of its columns that are compared exactly; rows
-// that are equal in them cannot be changed. Where the driver does not tell the table there is no
-// identity.
+// that are equal in them cannot be changed. Where the driver does not tell the table, or the
+// statement reads more than one and no key is known, there is no identity.
 RowIdentity identifyRows(const std::shared_ptr<OdbcConnection>& connection, const std::string& sql,
                          std::vector<OdbcColumn>& columns);
 

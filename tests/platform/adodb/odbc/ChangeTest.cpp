@@ -168,6 +168,19 @@ TEST_P(OdbcChange, WithoutAKeyAllColumnsTellARowApart) {
               2);
 }
 
+// MariaDB names a derived table as if it were one; PostgreSQL tells the table behind it.
+TEST_P(OdbcChange, RowsOfADerivedTableWithoutAKeyAreForReading) {
+    for (const char* text : {"SELECT codice, nome FROM (SELECT * FROM clienti) q ORDER BY codice",
+                             "WITH q AS (SELECT * FROM clienti) SELECT codice, nome FROM q "
+                             "ORDER BY codice"}) {
+        const auto recordset = rows(connection_, text, adLockOptimistic);
+        ASSERT_EQ(recordset->Supports(adUpdate), postgres()) << text;
+        if (postgres()) continue;
+        EXPECT_EQ(errorOf([&] { recordset->Fields()("nome").SetValue("x"); }),
+                  adErrFeatureNotAvailable);
+    }
+}
+
 // What an operator's window does to the views, from two programs at the same time: each saves and
 // marks its own, and none loses the other's.
 TEST_P(OdbcChange, TwoProgramsKeepTheirViewsAtOnce) {
