@@ -2,6 +2,7 @@
 
 #include "platform/controls/WxText.h"
 #include "platform/grid/Palette.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 #include <wx/dcbuffer.h>
 #include <wx/settings.h>
@@ -215,7 +216,8 @@ void PreviewCanvas::paint() {
     if (part.IsEmpty()) return;
     try {
         painter_.PaintOnScreen(dc, job_.Page(page_), pixelsPerTwip(), paper.GetTopLeft(), part);
-    } catch (const Errore& error) {
+    } catch (...) { // each paint would raise it anew
+        const Errore error = erroreInCorso();
         dc.SetFont(GetFont());
         dc.SetTextForeground(*wxBLACK);
         dc.DrawLabel(controls::toWx("Impossibile leggere i record: " + error.descrizione()),

@@ -1,6 +1,7 @@
 #include "platform/grid/preview/Printout.h"
 
 #include "platform/controls/WxText.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 #include <algorithm>
 #include <cmath>
@@ -44,12 +45,13 @@ bool Printout::HasPage(int page) {
 }
 
 bool Printout::OnPrintPage(int page) {
-    if (error_ || (OnPage && !OnPage(page, Pages()))) return false;
+    if (error_) return false;
     try {
+        if (OnPage && !OnPage(page, Pages())) return false;
         painter_.PaintOnPaper(*this, job_.Page(page));
         return true;
-    } catch (const Errore& error) {
-        error_ = error;
+    } catch (...) { // the system's printing, which calls this, lets nothing pass
+        error_ = erroreInCorso();
         return false;
     }
 }

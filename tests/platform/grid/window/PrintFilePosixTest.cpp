@@ -81,7 +81,10 @@ class PrintFileTest : public GridTest {
         painter_ = grid::makePagePainter({grid_->GetFont(), italic, grid_->GetFont()});
         const grid::PrintJob job(
             grid::printTable(shown, grid_->SplitAt(0), grid_->Style(), settings), rows->Count(),
-            [rows](RowCount first, RowCount count) { return rows->Values(first, count); },
+            [rows, this](RowCount first, RowCount count) {
+                if (beforeRead_) beforeRead_();
+                return rows->Values(first, count);
+            },
             painter_->Sizes());
         pages_ = job.PageCount();
         wxPrintDialogData data;
@@ -132,7 +135,7 @@ class PrintFileTest : public GridTest {
     std::unique_ptr<grid::PagePainter> painter_;
     RowCount pages_ = 0;
     int answer_ = WXK_RETURN; // to the dialog
-    std::function<void()> beforePrint_;
+    std::function<void()> beforePrint_, beforeRead_;
     std::function<void(Script&)> meanwhile_;
 };
 
@@ -254,6 +257,14 @@ TEST_F(PrintFileTest, RowsThatCannotBeReadEndThePrintWithTheirReason) {
     EXPECT_FALSE(outcome.printed);
     EXPECT_EQ(outcome.reason, "La connessione \xC3\xA8 chiusa");
     EXPECT_TRUE(boxes.shown().empty()) << "whoever prints says it";
+}
+
+TEST_F(PrintFileTest, MemoryThatRunsOutEndsThePrintWithThatReason) {
+    openCustomers(100);
+    beforeRead_ = [] { std::string().reserve(std::size_t{1} << (sizeof(void*) * 8 - 2)); };
+    const grid::PrintOutcome outcome = print(usual());
+    EXPECT_FALSE(outcome.printed);
+    EXPECT_EQ(outcome.reason, "Memoria esaurita");
 }
 
 } // namespace
