@@ -1,7 +1,5 @@
 #include "output/AnteprimaStampa.h"
 
-#include "platform/runtime/Errore.h"
-
 namespace norvel::output {
 
 void impostaStampa(grid::PrintInfo& stampa, const std::string& caption) {
@@ -15,7 +13,7 @@ void anteprimaStampa(grid::PrintInfo& stampa, const std::string& caption) {
     try {
         impostaStampa(stampa, caption);
         stampa.PrintPreview();
-    } catch (const Errore&) {
+    } catch (...) {
         return; // the preview did not open, or has closed
     }
 }

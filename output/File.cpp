@@ -57,7 +57,7 @@ void esportaFile(const ParteEsportazione& parte, FormatoFile formato) {
         creaCartella(testoPercorso(parte.sessione.gPercorso) + "Export");
         const std::string nome = nomeFile(parte.sessione, formato);
         if (scrivi(parte, formato, nome)) openDocument(percorsoSistema(nome), parte.finestra);
-    } catch (const Errore&) { // by design: the command ends without a word
+    } catch (...) { // by design: the command ends without a word
         // But for rows that never came: who waits for them says so, and nobody else does.
         if (!parte.recordset) return;
         if (const auto interrotta = parte.recordset->FetchError()) throw *interrotta;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 namespace norvel::output {
 namespace {
 
@@ -50,6 +52,8 @@ TEST_F(AnteprimaStampaTest, EveryErrorIsIgnored) {
     grid::PrintInfo guasta{[](grid::PrintInfo&) { throw Errore(3704, "chiuso"); }};
     EXPECT_NO_THROW(anteprimaStampa(guasta, "Ricerca clienti"));
     EXPECT_EQ(guasta.PageHeader, "Ricerca clienti") << "the steps before it were done";
+    grid::PrintInfo piena{[](grid::PrintInfo&) { throw std::bad_alloc(); }};
+    EXPECT_NO_THROW(anteprimaStampa(piena, "Ricerca clienti"));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tests/output/Parte.h"
 
 #include <fstream>
+#include <new>
 
 namespace norvel::output {
 namespace {
@@ -92,6 +93,15 @@ TEST_F(FileTest, WithoutARecordsetNothingIsSaidAndTheFolderIsThere) {
     EXPECT_TRUE(boxes.shown().empty());
     EXPECT_TRUE(aperti.empty());
     EXPECT_TRUE(fs::is_empty(cartella / "Export"));
+}
+
+TEST_F(FileTest, MemoryThatRunsOutIsAnErrorLikeAnyOther) {
+    ParteEsportazione p = parte();
+    p.esegui = [](Lavoro&) -> bool { throw std::bad_alloc(); };
+    EXPECT_NO_THROW(esportaFile(p, FormatoFile::Html));
+    EXPECT_TRUE(boxes.shown().empty());
+    EXPECT_TRUE(aperti.empty());
+    EXPECT_EQ(quantiFile(), 0);
 }
 
 TEST_F(FileTest, AFailedExportLeavesNoFileAndOpensNothing) {
