@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
 #include <filesystem>
 #include <mutex>
 #include <numeric>
@@ -62,9 +63,12 @@ class AccessSession : public Session {
                             "» non viene modificato.");
     }
     std::shared_ptr<AccessCopy> copyFor(const std::string& statement, const Stop& stop);
+    void settle(std::shared_ptr<AccessCopy> copy);
 
     AccessFile file_;
-    std::timed_mutex mutex_; // guards copy_; held while one is made
+    std::mutex mutex_; // guards what follows
+    std::condition_variable made_;
+    bool making_ = false;
     std::shared_ptr<AccessCopy> copy_;
 };
 
@@ -112,12 +116,31 @@ StatementResult AccessSession::execute(const StatementRequest& request) {
 
 // A statement that another thread's copy may serve waits for it.
 std::shared_ptr<AccessCopy> AccessSession::copyFor(const std::string& statement, const Stop& stop) {
-    std::unique_lock lock(mutex_, std::defer_lock);
-    while (!lock.try_lock_for(lookInterval))
+    std::unique_lock lock(mutex_);
+    while (making_) {
         if (stop.due()) throw adoError(stop.asked() ? adErrOperationCancelled : dbCommandTimeout);
-    if (!copy_ || !copy_->serves(file_, statement))
-        copy_ = std::make_shared<AccessCopy>(file_, statement, stop);
-    return copy_;
+        made_.wait_for(lock, lookInterval);
+    }
+    if (copy_ && copy_->serves(file_, statement)) return copy_;
+    making_ = true;
+    lock.unlock();
+    try {
+        auto copy = std::make_shared<AccessCopy>(file_, statement, stop);
+        settle(copy);
+        return copy;
+    } catch (...) {
+        settle(nullptr);
+        throw;
+    }
+}
+
+void AccessSession::settle(std::shared_ptr<AccessCopy> copy) {
+    {
+        const std::scoped_lock lock(mutex_);
+        making_ = false;
+        if (copy) copy_ = std::move(copy);
+    }
+    made_.notify_all();
 }
 
 // A name that a host has quoted or bracketed itself stays; others are one name, dots and all.

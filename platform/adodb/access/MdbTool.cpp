@@ -57,7 +57,8 @@ class Child {
     }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
-    // True where it ended by itself and with success.
+    // True where it ended by itself and with success; also where the host waits for every child of
+    // the process itself: what came of it must tell then.
     bool wait() {
         int status = 0;
         while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
