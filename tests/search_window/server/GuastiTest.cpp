@@ -24,6 +24,7 @@ class GuastiServer : public BancoServer {
     static bool sta(const std::string& testo, const char* parole) {
         return testo.find(parole) != std::string::npos;
     }
+    static constexpr const char* nonRiuscita = "Lettura dei valori non riuscita";
     static const Messaggio& ultimo(const tests::Boxes& boxes) { return boxes.shown().back(); }
 };
 SU_SERVER(GuastiServer);
@@ -114,7 +115,7 @@ TEST_P(GuastiServer, TheServerStopsWhileAListFills) {
             EXPECT_TRUE(
                 robot.waitUntil([] { return lista().Note() == "Lettura dei valori in corso"; }));
             server().stop();
-            EXPECT_TRUE(robot.waitUntil([] { return lista().Note().empty(); }, 60000));
+            EXPECT_TRUE(robot.waitUntil([] { return lista().Note() == nonRiuscita; }, 60000));
             EXPECT_TRUE(lista().IsShown());
             EXPECT_EQ(voci(), fisse);
             foto("server-fermo-lista-" + GetParam());
@@ -122,7 +123,7 @@ TEST_P(GuastiServer, TheServerStopsWhileAListFills) {
             EXPECT_FALSE(lista().IsShown());
             EXPECT_EQ(stato(), "Record selezionati 30");
             premiPulsante(Citta); // nobody is there
-            EXPECT_TRUE(robot.waitUntil([] { return lista().Note().empty(); }, 60000));
+            EXPECT_TRUE(robot.waitUntil([] { return lista().Note() == nonRiuscita; }, 60000));
             EXPECT_EQ(voci(), fisse);
             clicVoce("[Tutti]");
             EXPECT_TRUE(boxes.shown().empty()) << "a list says nothing of its own";
