@@ -289,6 +289,7 @@ class Grid::View : public controls::DataControl::Observer {
     void run(const KeyCommand& command);
     void moveRow(const KeyCommand& command);
     void moveTo(adodb::RowCount row, const Line& line);
+    bool reach(adodb::RowCount row);
     void moveCell(const KeyCommand& command);
     bool filterKey(wxKeyEvent& event);
     void nextFilterCell(bool forward);

@@ -23,8 +23,10 @@ CellArea::Range Grid::View::AreaColumns() {
 // --- selecting ---
 
 // The rows from the anchor to this one, in that direction; of them what was selected before: whole
-// rows, or the cells of the same columns. Rows that are added are whole ones.
+// rows, or the cells of the same columns. Rows that are added are whole ones. Where a move on the
+// way has saved a row, lines may be others than before: it is current_ that was reached.
 void Grid::View::selectTo(RowCount row, bool add) {
+    if (row < 0 || row >= lines_.Count()) return;
     const CellArea kept = add ? CellArea{} : area_;
     if (!add) selection_.Clear();
     const bool begun = anchor_ >= 0 && anchor_ < lines_.Count();
@@ -109,12 +111,10 @@ void Grid::View::dragCellsTo(const wxPoint& at) {
     const int column = geometry_.ColumnAt(place);
     if (row == current_ && column == currentColumn_) return;
     const int begin = dragColumn_;
-    const RowCount from = anchor_ >= 0 ? anchor_ : row;
-    if (!MoveTo(row)) return;
-    anchor_ = from;
+    if (!reach(row)) return;
     currentSplit_ = geometry_.SplitOf(place);
     SetCurrentColumn(column);
-    selectCells(row, begin, column);
+    selectCells(current_, begin, column);
 }
 
 // The column that a drag reaches. -1: there are none.

@@ -145,12 +145,9 @@ void Grid::View::moveRow(const KeyCommand& command) {
     const RowCount page = std::max(1, geometry_.WholeRows() - 1);
     const RowCount target = targetRow(command.step, lastPlace_, Rows(), page);
     if (target < 0) return;
-    const RowCount from = anchor_ >= 0 ? anchor_ : target;
-    if (!MoveTo(target)) return;
     if (command.extend) {
-        anchor_ = from;
-        extendTo(target);
-    } else if (!command.keepSelection) {
+        if (reach(target)) extendTo(current_);
+    } else if (MoveTo(target) && !command.keepSelection) {
         selection_.Clear();
     }
 }
@@ -203,6 +200,17 @@ bool Grid::View::MoveTo(RowCount row) {
         report(error);
         return false;
     }
+}
+
+// The same for a selection to follow: it begins at the same row as before, on whatever lines rows
+// stand once one of them has been saved on the way.
+bool Grid::View::reach(RowCount row) {
+    const RowCount from = anchor_ >= 0 ? anchor_ : row;
+    const bool saves = row != current_ && (cellEditor_.IsOpen() || rowEdit_.Pending());
+    const LineMark begun = saves ? markOf(from) : LineMark{};
+    if (!MoveTo(row)) return false;
+    anchor_ = saves ? lineOf(begun) : from;
+    return true;
 }
 
 void Grid::View::refreshRow(RowCount row) {

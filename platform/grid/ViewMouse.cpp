@@ -75,7 +75,6 @@ void Grid::View::press(wxMouseEvent& event) {
 void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
     if (pressGroup(hit, event)) return;
     const bool add = event.ControlDown();
-    const RowCount from = anchor_ >= 0 ? anchor_ : hit.row;
     const int fromColumn = currentColumn_;
     const bool wasCurrent = hit.row == current_ && hit.column == fromColumn;
     if (hit.column >= 0) {
@@ -83,9 +82,9 @@ void Grid::View::pressRow(const Hit& hit, const wxMouseEvent& event) {
         SetCurrentColumn(hit.column);
     }
     // The row that was hit may stand on another line by now: saving the one before moved it.
-    if (!MoveTo(hit.row) || current_ < 0) return;
-    if (event.ShiftDown()) {
-        anchor_ = from;
+    const bool extend = event.ShiftDown();
+    if (!(extend ? reach(hit.row) : MoveTo(hit.row)) || current_ < 0) return;
+    if (extend) {
         shiftClick(hit, fromColumn, add);
     } else if (add) {
         toggleRow(current_);
@@ -222,10 +221,7 @@ void Grid::View::dragRowsTo(int y) {
     if (drag_ != Drag::Rows || Rows() == 0) return;
     const RowCount row = rowUnder(y);
     if (row == current_) return;
-    const RowCount from = anchor_ >= 0 ? anchor_ : row;
-    if (!MoveTo(row)) return;
-    anchor_ = from;
-    selectTo(row, dragAdds_);
+    if (reach(row)) selectTo(current_, dragAdds_);
 }
 
 // The row that a drag reaches; above and below the rows in view the ones that come next, the more

@@ -290,6 +290,32 @@ TEST_F(GroupTest, OverRowsThatStillArriveGroupsAreMadeAnewAtTheEnd) {
     EXPECT_EQ(grid_->CellText(100'001, 0), "399997");
 }
 
+// The row that was meant stands on another line once the changed one is saved.
+TEST_F(GroupTest, SelectingOnFromAChangedRowReachesTheRowThatWasMeant) {
+    openGroups({"zona"});
+    grid_->SetGroupOpen(1, true);
+    for (const int column : {Nome, Saldo})
+        grid_->Columns().Item(column).Locked = false;
+    grid_->SetAllowUpdate(true);
+    grid_->OnBeforeUpdate = [&] { // it goes into the group that is closed
+        customers_->Fields()("zona").SetValue("Nord");
+        return true;
+    };
+    robot_.click(*grid_, cellCentre(2, Nome));
+    robot_.type("x");
+    robot_.press(WXK_TAB);
+    robot_.press(WXK_ESCAPE);
+    EXPECT_EQ(grid_->LineCount(), 2 + 30);
+    robot_.press(WXK_PAGEDOWN, wxMOD_SHIFT);
+    EXPECT_EQ(grid_->LineCount(), 2 + 29);
+    const auto reached = currentCode();
+    EXPECT_GT(reached, 3);
+    const RowCount count = grid_->SelBookmarks().Count();
+    ASSERT_GT(count, 0);
+    customers_->SetBookmark(grid_->SelBookmarks().Item(count - 1));
+    EXPECT_EQ(currentCode(), reached);
+}
+
 // --- groups made anew while rows arrive ---
 
 // 40 rows to a zone, more of them still to come.
