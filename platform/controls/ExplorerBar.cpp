@@ -17,9 +17,8 @@ namespace norvel::controls {
 
 namespace {
 
-constexpr int iconSide = 20;   // logical pixels at 96 dpi
-constexpr int marginUnit = 4;  // likewise
-constexpr int scrollStep = 24; // likewise: of a notch of the wheel a third
+constexpr int iconSide = 20;  // logical pixels at 96 dpi
+constexpr int marginUnit = 4; // likewise
 
 } // namespace
 
@@ -30,6 +29,7 @@ ExplorerBar::ExplorerBar(wxWindow* parent, int widthTwips)
     impl_->scrollBar = makeScrollBar(
         *this, true, [this](wxScrollEvent& event) { impl_->scrollTo(event.GetPosition()); });
     impl_->listen();
+    impl_->listenToWheel();
     impl_->layOut();
     SetInitialSize();
 }
@@ -142,7 +142,7 @@ void ExplorerBar::Impl::layOut() {
     const int side = scrollBar->GetBestSize().x;
     placeScrollBar(*scrollBar, {size.x - side, 0, side, size.y}, layout.height > size.y);
     if (scrollBar->IsShown()) layout = layoutExplorer(groups, metrics(std::max(0, area().x)));
-    const auto gone = [this](Row row) { return row && *row >= layout.rows.size(); };
+    const auto gone = [this](const Place& row) { return row && *row >= layout.rows.size(); };
     if (gone(hover)) hover.reset();
     if (gone(pressed)) pressed.reset();
     if (gone(focus)) focus.reset();
@@ -175,7 +175,7 @@ const std::string& ExplorerBar::Impl::keyOf(const ExplorerRow& row) const {
 }
 
 // Counted over the groups, which the layout follows row by row.
-ExplorerBar::Impl::Row ExplorerBar::Impl::rowOf(std::string_view key) const {
+ExplorerBar::Impl::Place ExplorerBar::Impl::rowOf(std::string_view key) const {
     std::size_t row = 0;
     for (const ExplorerGroup& group : groups) {
         if (equalsText(group.Key, key)) return row;
@@ -196,13 +196,6 @@ wxRect ExplorerBar::Impl::rectOf(std::size_t row) const {
     if (row >= layout.rows.size()) return {}; // while redrawing is stopped
     const ExplorerBox& box = layout.rows[row].box;
     return {box.x, box.y - top, box.width, box.height};
-}
-
-void ExplorerBar::Impl::turnWheel(int rotation, int delta) {
-    wheel += rotation;
-    const int notches = delta > 0 ? wheel / delta : 0;
-    wheel -= notches * delta;
-    scrollTo(top - notches * 3 * bar.FromDIP(scrollStep));
 }
 
 } // namespace norvel::controls

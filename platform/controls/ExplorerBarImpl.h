@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/controls/ExplorerBar.h"
+#include "platform/controls/PartsInput.h"
 
 #include <wx/gdicmn.h>
-
-#include <optional>
 
 class wxDC;
 class wxGraphicsContext;
@@ -13,7 +12,8 @@ class wxScrollBar;
 
 namespace norvel::controls {
 
-struct ExplorerBar::Impl {
+// Its parts are the rows of the layout.
+struct ExplorerBar::Impl : PartsInput<std::size_t> {
     ExplorerBar& bar;
     int widthTwips;
     std::vector<ExplorerGroup> groups;
@@ -23,26 +23,23 @@ struct ExplorerBar::Impl {
     int stopped = 0;
     int wheel = 0; // what a notch is still to be made of
 
-    using Row = std::optional<std::size_t>; // of the layout
-    Row hover, pressed, focus;
     std::string selected;
-    std::string tip;
 
-    Impl(ExplorerBar& owner, int twips) : bar(owner), widthTwips(twips) {}
+    Impl(ExplorerBar& owner, int twips) : PartsInput(owner), bar(owner), widthTwips(twips) {}
 
     // ExplorerBar.cpp
     ExplorerMetrics metrics(int width) const;
-    void layOut();
+    void layOut() override;
     void scrollTo(int pixels);
     void show(std::size_t row);
     const std::string& keyOf(const ExplorerRow& row) const;
-    Row rowOf(std::string_view key) const;
+    Place rowOf(std::string_view key) const;
     bool isCommand(const ExplorerRow& row) const;
-    wxRect rectOf(std::size_t row) const;
+    wxRect rectOf(std::size_t row) const override;
     wxSize area() const; // without the scroll bar
 
     // ExplorerBarPaint.cpp
-    void paint(const wxRect& damaged);
+    void paint(const wxRect& damaged) override;
     void paintGroup(wxGraphicsContext& context, std::size_t group) const;
     void paintFace(wxGraphicsContext& context, std::size_t row) const;
     void paintShapes(wxGraphicsContext& context, const wxRect& damaged) const;
@@ -50,20 +47,16 @@ struct ExplorerBar::Impl {
     void paintTexts(wxDC& dc, std::size_t row) const;
 
     // ExplorerBarInput.cpp
-    void listen();
-    void listenToMouse();
-    Row rowAt(wxPoint at) const;
-    void setHover(Row row);
-    void setFocus(Row row);
-    void mouseDown(wxPoint at);
-    void mouseUp(wxPoint at);
+    void listenToWheel();
     void turnWheel(int rotation, int delta);
-    bool keyDown(int key, bool shift, bool alt);
-    std::vector<std::size_t> stops() const;
-    void moveFocus(int step);
-    void moveFocusToEnd(bool last);
-    void refresh(Row row);
-    void click(std::size_t row);
+    Place partAt(wxPoint at) const override;
+    std::vector<std::size_t> stops() const override;
+    std::string tipOf(std::size_t row) const override;
+    void focused(std::size_t row) override { show(row); }
+    bool otherKey(int key) override;
+    bool takePress(std::size_t row) override;
+    void click(std::size_t row) override;
+    void pressKey(std::size_t row) override { click(row); }
 };
 
 } // namespace norvel::controls

@@ -134,7 +134,7 @@ wxRect ToolBar::Impl::rectOf(const Slot& slot) const {
     return {slot.x, sizes.top, slot.width, sizes.side};
 }
 
-wxRect ToolBar::Impl::rectOf(const Spot& spot) const {
+wxRect ToolBar::Impl::rectOf(Spot spot) const {
     if (spot.part == Spot::Part::Chevron)
         return layout.chevron ? rectOf(*layout.chevron) : wxRect();
     const Slot* slot = slotOf(spot.button);

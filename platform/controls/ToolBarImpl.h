@@ -1,6 +1,7 @@
 // What a toolbar knows, shared by the files that lay it out, draw it and listen to the operator.
 #pragma once
 
+#include "platform/controls/PartsInput.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/controls/ToolBarLayout.h"
 
@@ -23,51 +24,41 @@ struct Spot {
 // What a button is called where its icon is not enough: its description, or else its key.
 const std::string& nameOf(const Button& button);
 
-struct ToolBar::Impl {
+struct ToolBar::Impl : PartsInput<Spot> {
     ToolBar& bar;
     int heightTwips;
     std::vector<Button> buttons;
     BarLayout layout;
 
-    std::optional<Spot> hover;   // under the mouse
-    std::optional<Spot> pressed; // where the mouse button went down
-    std::optional<Spot> opened;  // whose menu is open
-    std::optional<Spot> focus;   // where the keyboard is while the bar has the focus
-    std::string tip;
+    std::optional<Spot> opened; // whose menu is open
 
-    Impl(ToolBar& owner, int twips) : bar(owner), heightTwips(twips) {}
+    Impl(ToolBar& owner, int twips) : PartsInput(owner), bar(owner), heightTwips(twips) {}
 
     // ToolBar.cpp
     double scale() const; // logical pixels a 1/96 inch
     BarMetrics metrics() const;
     std::size_t indexOf(std::string_view key) const;
     bool usable(std::size_t button) const;
-    void layOut();
+    void layOut() override;
     void changed(std::size_t index, const Button& before);
     const Slot* slotOf(std::size_t button) const;
     wxRect rectOf(const Slot& slot) const;
-    wxRect rectOf(const Spot& spot) const;
+    wxRect rectOf(Spot spot) const override;
 
     // ToolBarPaint.cpp
-    void paint(const wxRect& damaged);
+    void paint(const wxRect& damaged) override;
     void paintSlot(wxGraphicsContext& context, const Slot& slot) const;
     void paintChevron(wxGraphicsContext& context) const;
     void paintFace(wxGraphicsContext& context, const wxRect& face, Spot spot, bool checked) const;
 
     // ToolBarInput.cpp
-    void listen();
-    std::optional<Spot> spotAt(wxPoint at) const;
-    void setHover(std::optional<Spot> spot);
-    void showTip();
-    void mouseDown(wxPoint at);
-    void mouseUp(wxPoint at);
-    bool keyDown(int key, bool shift, bool alt);
-    std::vector<Spot> stops() const; // where the keyboard may stand, left to right
-    void moveFocus(int step);
-    void moveFocusToEnd(bool last);
-    void setFocus(std::optional<Spot> spot);
-    void activate(Spot spot);
-    void refresh(const std::optional<Spot>& spot);
+    std::optional<Spot> partAt(wxPoint at) const override;
+    std::vector<Spot> stops() const override; // left to right
+    std::string tipOf(Spot spot) const override;
+    bool otherKey(int key) override;
+    bool takePress(Spot spot) override;
+    void click(Spot spot) override;
+    void pressKey(Spot spot) override;
 
     // ToolBarMenus.cpp
     void openButtonMenu(std::size_t button);

@@ -103,7 +103,7 @@ void ToolBar::Impl::openButtonMenu(std::size_t button) {
     const std::optional<Entry> chosen = menu.choose(bar, rectOf(spot));
     if (!alive) return; // the window was closed under the open menu
     refresh(std::exchange(opened, std::nullopt));
-    setHover(spotAt(bar.ScreenToClient(wxGetMousePosition())));
+    setHover(partAt(bar.ScreenToClient(wxGetMousePosition())));
     showTip();
     const auto callback = bar.OnButtonMenuClick;
     if (chosen && callback) callback(copy, copy.ButtonMenus[*chosen->menu]);
@@ -121,7 +121,7 @@ void ToolBar::Impl::openOverflowMenu() {
     const std::optional<Entry> chosen = menu.choose(bar, rectOf(*opened));
     if (!alive) return;
     refresh(std::exchange(opened, std::nullopt));
-    setHover(spotAt(bar.ScreenToClient(wxGetMousePosition())));
+    setHover(partAt(bar.ScreenToClient(wxGetMousePosition())));
     showTip();
     if (!chosen || !usable(chosen->button)) return;
     if (!chosen->menu) return press(chosen->button);
