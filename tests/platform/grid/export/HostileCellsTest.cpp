@@ -165,11 +165,12 @@ TEST_F(HostileCellsTest, AColumnMayStandTwiceAndManyMayStandSideBySide) {
         heading.append(i ? ";" : "").append(column.Caption);
         line += i ? ";7" : "7";
     }
+    const std::string expected = heading + "\r\n" + line + "\r\n";
     for (adodb::Recordset* recordset : {rows.get(), static_cast<adodb::Recordset*>(values.get())}) {
         ExportFile file(*recordset, exportTable(columns, {}, ""), {}, folder / "f");
         while (file.Step()) {
         }
-        EXPECT_EQ(readWholeFile(folder / "f", 1 << 20), heading + "\r\n" + line + "\r\n");
+        EXPECT_EQ(readWholeFile(folder / "f", 1 << 20), expected);
     }
 }
 
