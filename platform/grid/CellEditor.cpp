@@ -21,6 +21,7 @@ void CellEditor::make(Field& field, long style) {
     field.frame->Hide();
     field.text = new wxTextCtrl(field.frame, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                                 wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB | style);
+    makePlain(*field.text);
     const std::weak_ptr<int> life = life_;
     if (field.frame == lines_.frame)
         field.frame->Bind(wxEVT_PAINT, [this, life](wxPaintEvent&) {

@@ -4,6 +4,9 @@
 
 namespace norvel::grid {
 
+// Windows draws nothing of that kind.
+void makePlain(wxTextCtrl&) {}
+
 // The text stands at the top of its field: the field is as high as its text, and the frame around
 // it looks like it.
 void placeField(wxTextCtrl& field, const wxSize& frame, int cut) {

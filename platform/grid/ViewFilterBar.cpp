@@ -21,6 +21,7 @@ void Grid::View::makeEditor() {
     editorFrame_->Hide();
     editor_ = new wxTextCtrl(editorFrame_, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
+    makePlain(*editor_);
     editor_->SetFont(grid_.GetFont());
     const std::weak_ptr<int> life = life_;
     editor_->Bind(wxEVT_TEXT, [this, life](wxCommandEvent&) {
