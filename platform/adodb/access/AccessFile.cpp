@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace norvel::adodb {
@@ -112,11 +113,18 @@ std::string AccessFile::output(const std::vector<std::string>& command, const St
 
 std::vector<std::string> AccessFile::tables(const Stop& stop) const {
     std::error_code error;
+    if (!std::filesystem::exists(path_, error))
+        throw Errore(oleFail, "Il database «" + name_ + "» non esiste.");
+    if (access(path_.c_str(), R_OK) != 0)
+        throw Errore(oleFail, "Accesso negato al database «" + name_ + "».");
     if (std::filesystem::file_size(path_, error) % smallestPage >= pageHeader) throw damaged("");
     return linesOf(output({"mdb-tables", "-1", path_}, stop));
 }
 
 std::vector<AccessColumn> AccessFile::columns(const std::string& table, const Stop& stop) const {
+    if (table.starts_with('-')) // an option, to mdbtools
+        throw Errore(oleFail, "La tabella «" + table +
+                                  "» non si può leggere: il suo nome comincia con «-».");
     const std::string definition =
         output({"mdb-schema", "--no-indexes", "--no-relations", "--no-default-values",
                 "--no-not-null", "--no-comments", "-T", table, path_, "access"},

@@ -155,12 +155,10 @@ std::string AccessSession::tableQuery(const std::string& table) const {
 std::shared_ptr<Session> openAccessSession(const std::string& place) {
     const std::filesystem::path path = percorsoSistema(place);
     std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        throw Errore(oleFail, "Il database «" + place + "» non esiste.");
     if (std::filesystem::is_directory(path, error))
         throw Errore(oleFail, "«" + place + "» è una cartella, non un database.");
     return std::make_shared<AccessSession>(
-        AccessFile(std::filesystem::absolute(path).string(), place));
+        AccessFile(std::filesystem::absolute(path, error).string(), place));
 }
 
 } // namespace norvel::adodb

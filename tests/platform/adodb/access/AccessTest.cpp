@@ -50,7 +50,8 @@ std::string rowsOf(const std::string& connection, const std::string& sql) {
     return rowsOf(*openOn(connection, sql));
 }
 
-void writeCustomers(const std::string& path, int more) {
+void writeCustomers(const std::string& path, int more, std::uint32_t key,
+                    const std::string& password) {
     using Whole = std::int64_t;
     std::vector<JetRow> rows{
         {Whole{1}, "Rossi", "Roma", true, Whole{105000}, 40617.0, "paga"},
@@ -74,7 +75,7 @@ void writeCustomers(const std::string& path, int more) {
                  rows);
     writer.table("Righe Ordine", {{"codice", JetType::Long}, {"pezzi", JetType::Short}},
                  {{Whole{1}, Whole{3}}, {Whole{1}, Whole{4}}, {Whole{2}, Whole{5}}});
-    writer.save(path);
+    writer.save(path, key, password);
 }
 
 } // namespace norvel::adodb

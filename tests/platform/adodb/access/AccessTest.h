@@ -22,6 +22,7 @@ std::string rowsOf(const std::string& connection, const std::string& sql);
 std::string rowsOf(Recordset& recordset);
 
 // A table of customers: numbers, texts with accents, Yes/No, prices, dates, notes, Nulls.
-void writeCustomers(const std::string& path, int more = 0);
+void writeCustomers(const std::string& path, int more = 0, std::uint32_t key = 0,
+                    const std::string& password = "");
 
 } // namespace norvel::adodb

@@ -94,21 +94,21 @@ std::string fixedValue(JetType type, const JetValue& value) {
     return bytes;
 }
 
-// The first page is enciphered with a key that all files share.
-void encipherHeader(std::string& page) {
-    constexpr std::array<unsigned char, 4> key{0xC7, 0xDA, 0x39, 0x6B};
+// RC4, in place.
+void encipher(std::string& page, std::size_t from, std::size_t length, std::uint32_t key) {
+    const std::string bytes = number(key, 4);
     std::array<unsigned char, 256> state{};
     std::iota(state.begin(), state.end(), static_cast<unsigned char>(0));
     for (unsigned i = 0, j = 0; i < 256; ++i) {
-        j = (j + state[i] + key[i % key.size()]) & 0xFFU;
+        j = (j + state[i] + static_cast<unsigned char>(bytes[i % 4])) & 0xFFU;
         std::swap(state[i], state[j]);
     }
-    for (unsigned n = 0, i = 0, j = 0; n < 128; ++n) {
+    for (unsigned n = 0, i = 0, j = 0; n < length; ++n) {
         i = (i + 1) & 0xFFU;
         j = (j + state[i]) & 0xFFU;
         std::swap(state[i], state[j]);
         const unsigned mask = state[(state[i] + state[j]) & 0xFFU];
-        page[0x18 + n] = static_cast<char>(static_cast<unsigned char>(page[0x18 + n]) ^ mask);
+        page[from + n] = static_cast<char>(static_cast<unsigned char>(page[from + n]) ^ mask);
     }
 }
 
@@ -239,7 +239,7 @@ void AccessWriter::table(const std::string& name, const std::vector<JetColumn>& 
                           std::int64_t{0}, JetValue()});
 }
 
-void AccessWriter::save(const std::string& path) {
+void AccessWriter::save(const std::string& path, std::uint32_t key, const std::string& password) {
     const std::vector<JetColumn> columns{{"Id", JetType::Long},        {"ParentId", JetType::Long},
                                          {"Name", JetType::Text, 255}, {"Type", JetType::Short},
                                          {"Flags", JetType::Long},     {"LvProp", JetType::Ole}};
@@ -247,7 +247,11 @@ void AccessWriter::save(const std::string& path) {
     for (const JetRow& each : catalogue_)
         rows.push_back(row(columns, each));
     writeDefinition(catalogueDefinition, true, columns, rows);
-    encipherHeader(pages_[0]);
+    put(pages_[0], 0x3E, number(key, 4));
+    put(pages_[0], 0x42, ucs2(password));
+    encipher(pages_[0], 0x18, 128, 0x6B39DAC7); // with a key that all files share
+    for (std::size_t i = 1; i < pages_.size() && key != 0; ++i)
+        encipher(pages_[i], 0, pageSize, key ^ static_cast<std::uint32_t>(i));
     std::ofstream file(path, std::ios::binary);
     for (const std::string& page : pages_)
         file << page;

@@ -42,7 +42,9 @@ class AccessWriter {
     // Adds a table with its rows.
     void table(const std::string& name, const std::vector<JetColumn>& columns,
                const std::vector<JetRow>& rows);
-    void save(const std::string& path);
+    // key: the file is encoded with it, as Access offers; 0: it is not. A password for opening it
+    // stands in the header alone.
+    void save(const std::string& path, std::uint32_t key = 0, const std::string& password = "");
 
   private:
     std::string row(const std::vector<JetColumn>& columns, const JetRow& values);
