@@ -1,7 +1,6 @@
 // The toolbar's commands and the menu of views.
 #include "component/VariabiliGlobali.h"
 #include "output/StileGriglia.h"
-#include "platform/adodb/Errors.h"
 #include "platform/controls/ToolBar.h"
 #include "platform/grid/Grid.h"
 #include "platform/runtime/ErroreInCorso.h"
@@ -67,12 +66,8 @@ void FrmRicerca::suNaviga(const controls::Button&) {
     passo(*recordset);
 }
 
-// What the last refresh came to is told no more once another one is asked for. One that Esc has
-// asked to end, and that the database has not let go of, is not waited for.
+// What the last refresh came to is told no more once another one is asked for.
 void FrmRicerca::suAggiorna(const controls::Button& pulsante) {
-    const adodb::RecordsetRef recordset = DBRicerca.Recordset();
-    if (recordset && interruzione_ && inLavoro(*recordset))
-        throw adodb::adoError(adodb::adErrStillExecuting);
     interruzione_ = false;
     aggiornamento_ = Aggiornamento::Fatto;
     suNaviga<aggiornaElenco>(pulsante);

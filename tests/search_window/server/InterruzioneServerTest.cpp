@@ -129,14 +129,10 @@ TEST_P(InterruzioneServer, AServerThatDoesNotAnswerToEscIsNotWaitedFor) {
             ASSERT_TRUE(lavora());
             server().freeze();
             robot.press(WXK_ESCAPE);
-            EXPECT_TRUE(dice("Interruzione in corso")) << lettura();
+            EXPECT_TRUE(dice("Aggiornamento interrotto: restano i record di prima")) << lettura();
             robot.press(WXK_DOWN);
             EXPECT_EQ(stato(), "Record 2 di 30");
-            robot.press(WXK_F5);
-            EXPECT_TRUE(dettoAlmeno(1));
-            EXPECT_NE(boxes.lastText().find("3711 - "), std::string::npos) << boxes.lastText();
-            server().thaw();
-            EXPECT_TRUE(dice("Aggiornamento interrotto: restano i record di prima")) << lettura();
+            server().thaw(); // and is told then
             EXPECT_TRUE(sparita());
             rallenta(false);
             robot.press(WXK_F5);
@@ -144,7 +140,7 @@ TEST_P(InterruzioneServer, AServerThatDoesNotAnswerToEscIsNotWaitedFor) {
         },
         1);
     EXPECT_EQ(ricerca.Risposta(), "2");
-    EXPECT_EQ(boxes.shown().size(), 1U);
+    EXPECT_TRUE(boxes.shown().empty());
 }
 
 TEST_P(InterruzioneServer, AListOfValues) {
