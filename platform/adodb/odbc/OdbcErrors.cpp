@@ -81,6 +81,19 @@ const Code* meaningOf(const OdbcDiagnostic& diagnostic) {
     return found == std::end(codes) ? nullptr : found;
 }
 
+// A line's end, with the tabs that set the next one in, is one blank.
+std::string inOneLine(const std::string& text) {
+    std::string line;
+    bool broken = false;
+    for (const char c : text) {
+        const bool breaks = c == '\r' || c == '\n' || c == '\t';
+        if (breaks && !broken && !line.ends_with(' ')) line += ' ';
+        if (!breaks && !(broken && c == ' ')) line += c;
+        broken = breaks || (broken && c == ' ');
+    }
+    return line;
+}
+
 void cutFront(std::string& text, std::string_view word) {
     if (text.starts_with(word)) text = trimText(std::string_view(text).substr(word.size()));
 }
@@ -117,8 +130,7 @@ std::string plainText(const std::string& driverText) {
     cutFront(text, "ERROR:");
     cutFront(text, "FATAL:");
     text = trimText(replaceText(text, ";\nError while executing the query", ""));
-    text = replaceText(replaceText(text, "\r", ""), "\n", " ");
-    return trimText(text);
+    return trimText(inOneLine(text));
 }
 
 Errore odbcError(const OdbcDiagnostic& diagnostic, const std::string& place,

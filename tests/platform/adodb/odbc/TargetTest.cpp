@@ -76,6 +76,7 @@ TEST(OdbcTarget, QueriesAreNeutralWhereTheStringNamesNoServersDialect) {
 TEST(OdbcErrors, ServersTextsLoseWhoSpeaksAndPasswords) {
     EXPECT_EQ(plainText("[ma-3.1.15][10.11.19-MariaDB]Unknown column 'x'"), "Unknown column 'x'");
     EXPECT_EQ(plainText("ERROR: syntax error;\nError while executing the query"), "syntax error");
+    EXPECT_EQ(plainText("refused\r\n\tIs it  there? \n"), "refused Is it  there?");
     const Errore error = odbcError({"42000", 1064, "near 'segreta' at line 1"}, "srv", "segreta");
     EXPECT_EQ(error.descrizione().find("segreta"), std::string::npos) << error.descrizione();
 }
