@@ -22,9 +22,9 @@ struct FileStamp {
 
 FileStamp stampOf(const std::string& path);
 
-// The copy is a file without a name: it is gone when the session and the rows that come from it
-// are, however the process ends. Texts compare without case, as in Access. It is never written
-// again: rows and lists that are read at the same time do not meet.
+// The copy is a file that loses its name once it is complete: it is gone when the session and the
+// rows that come from it are, however the process ends. Texts compare without case, as in Access.
+// It is never written again: rows and lists that are read at the same time do not meet.
 class AccessCopy {
   public:
     // Copies those of the file's tables that the statement names (a few more, where it has words

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t pageSize = 4096;
 constexpr std::size_t catalogueDefinition = 2; // always that page
 constexpr std::size_t longestInline = 1000;    // bytes of a memo within its row
+constexpr std::size_t longestPart = 4072;      // of one in a page of its own
 
 std::string number(std::uint64_t value, int bytes) {
     std::string text;
@@ -125,17 +126,23 @@ std::size_t AccessWriter::newPage() {
     return pages_.size() - 1;
 }
 
-// Values longer than a row holds go to a page of their own.
+// Values longer than a row holds go to pages of their own, each with the place of the next.
 std::string AccessWriter::memo(const std::string& text) {
     if (text.size() <= longestInline)
         return number(text.size(), 3) + '\x80' + std::string(8, '\0') + text;
-    const std::size_t at = newPage();
-    std::string& page = pages_[at];
-    const std::size_t start = pageSize - text.size();
-    put(page, 0,
-        "\1\1" + number(start - 16, 2) + "LVAL" + number(0, 4) + number(1, 2) + number(start, 2));
-    put(page, start, text);
-    return number(text.size(), 3) + '\x40' + number(at << 8U, 4) + number(0, 4);
+    std::size_t next = 0;
+    for (std::size_t end = text.size(); end > 0;) {
+        const std::size_t length = (end - 1) % longestPart + 1;
+        end -= length;
+        const std::string part = number(next << 8U, 4) + text.substr(end, length);
+        next = newPage();
+        const std::size_t start = pageSize - part.size();
+        put(pages_[next], 0,
+            "\1\1" + number(start - 16, 2) + "LVAL" + number(0, 4) + number(1, 2) +
+                number(start, 2));
+        put(pages_[next], start, part);
+    }
+    return number(text.size(), 3) + '\0' + number(next << 8U, 4) + number(0, 4);
 }
 
 std::string AccessWriter::row(const std::vector<JetColumn>& columns, const JetRow& values) {

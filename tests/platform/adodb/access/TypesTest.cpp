@@ -93,10 +93,18 @@ TEST(AccessTypes, EveryType) {
 
 TEST(AccessTypes, LongNotesComeWhole) {
     const TemporaryFolder folder;
-    writeCustomers(folder.file("g.mdb"));
-    const auto recordset =
-        openOn(jetProvider(folder.file("g.mdb")), "SELECT note FROM clienti WHERE codice=12");
-    EXPECT_EQ(recordset->Fields()(0).Value().text(), std::string(1990, 'x'));
+    for (const std::size_t length : {600, 3000, 10000, 90000}) {
+        std::string text;
+        for (std::size_t i = 0; text.size() < length; ++i)
+            text += "riga " + std::to_string(i) + "\r\n";
+        AccessWriter writer;
+        writer.table("t", {{"note", JetType::Memo}}, {{text}, {"fine"}});
+        writer.save(folder.file("note.mdb"));
+        const auto recordset = openOn(jetProvider(folder.file("note.mdb")), "t");
+        EXPECT_EQ(recordset->Fields()(0).Value().text(), text);
+        recordset->MoveNext();
+        EXPECT_EQ(recordset->Fields()(0).Value().text(), "fine");
+    }
 }
 
 } // namespace
