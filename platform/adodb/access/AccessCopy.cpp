@@ -89,6 +89,18 @@ std::string bytesOfHex(std::string_view digits) {
     return bytes;
 }
 
+// mdb-export cuts longer notes without a word.
+constexpr std::size_t longestNote = 199'999; // bytes
+
+// The whole characters of a note that was cut, and a mark that says so.
+std::string markedCut(std::string note) {
+    const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; };
+    while (!note.empty() && continues(note.back()))
+        note.pop_back();
+    if (!note.empty()) note.pop_back();
+    return note + "…";
+}
+
 int bindCell(sqlite3_stmt* statement, int parameter, const AccessColumn& column,
              const AccessValue& value) {
     if (value.null) return sqlite3_bind_null(statement, parameter);
@@ -97,6 +109,11 @@ int bindCell(sqlite3_stmt* statement, int parameter, const AccessColumn& column,
         const std::string bytes = bytesOfHex(value.text);
         return sqlite3_bind_blob64(statement, parameter, bytes.data(), bytes.size(),
                                    SQLITE_TRANSIENT);
+    }
+    if (value.text.size() >= longestNote) {
+        const std::string note = markedCut(value.text);
+        return sqlite3_bind_text64(statement, parameter, note.data(), note.size(), SQLITE_TRANSIENT,
+                                   SQLITE_UTF8);
     }
     // Numbers, too: what a column was declared as makes them numbers.
     return sqlite3_bind_text64(statement, parameter, value.text.data(), value.text.size(),

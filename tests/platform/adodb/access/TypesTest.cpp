@@ -107,5 +107,22 @@ TEST(AccessTypes, LongNotesComeWhole) {
     }
 }
 
+// mdbtools reads no more than 200,000 bytes of a note.
+TEST(AccessTypes, ANoteTooLongIsMarkedWhereItIsCut) {
+    const TemporaryFolder folder;
+    AccessWriter writer;
+    std::string text = "x";
+    while (text.size() < 250000)
+        text += "è";
+    writer.table("t", {{"note", JetType::Memo}}, {{text}});
+    writer.save(folder.file("note.mdb"));
+    const std::string read =
+        openOn(jetProvider(folder.file("note.mdb")), "t")->Fields()(0).Value().text();
+    ASSERT_GT(read.size(), 199000U);
+    const std::string whole = read.substr(0, read.size() - 3);
+    EXPECT_EQ(read.substr(whole.size()), "…");
+    EXPECT_TRUE(text.starts_with(whole));
+}
+
 } // namespace
 } // namespace norvel::adodb
