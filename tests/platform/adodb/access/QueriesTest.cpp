@@ -181,6 +181,18 @@ TEST_F(AccessQueries, RefreshingShowsWhatWasWrittenMeanwhile) {
     EXPECT_NE(text.find("gest.mdb» non esiste"), std::string::npos) << text;
 }
 
+// Within the tick of a coarse clock neither time nor size need tell of a change.
+TEST_F(AccessQueries, AChangeInTheSameTickIsSeen) {
+    const auto time = std::filesystem::last_write_time(file());
+    const auto size = std::filesystem::file_size(file());
+    const auto recordset = openOn(connection(), "SELECT codice FROM clienti");
+    writeCustomers(file(), 1);
+    std::filesystem::last_write_time(file(), time);
+    ASSERT_EQ(std::filesystem::file_size(file()), size);
+    recordset->Requery();
+    EXPECT_EQ(recordset->RecordCount(), 5);
+}
+
 TEST_F(AccessQueries, AnotherProgramHoldsTheFileOpen) {
     const std::fstream writer(file(), std::ios::in | std::ios::out | std::ios::binary);
     ASSERT_TRUE(writer.is_open());

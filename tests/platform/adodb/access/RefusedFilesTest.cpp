@@ -67,6 +67,22 @@ TEST(AccessRefused, AFileCutShort) {
         cut(access, length, "Monitor_Authenticate", 1);
 }
 
+// A page that says it holds no row is no damage to mdbtools: the table's own count tells.
+TEST(AccessRefused, RowsThatAreMissingByTheTablesCount) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("gest.mdb");
+    writeCustomers(path, 500);
+    std::string bytes = bytesOf(path);
+    std::size_t page = 0;
+    while (bytes[page] != 1 || bytes[page + 12] < 20)
+        page += 4096;
+    bytes[page + 12] = 0;
+    write(path, bytes);
+    const std::string text =
+        descriptionOf([&] { openOn(jetProvider(path), "SELECT * FROM clienti"); });
+    EXPECT_NE(text.find("«clienti» mancano righe"), std::string::npos) << text;
+}
+
 // A file with wrong bytes gives rows or an error; the process goes on.
 TEST(AccessRefused, DamagedFilesDoNotBringTheProcessDown) {
     const TemporaryFolder folder;
