@@ -7,12 +7,13 @@
 
 namespace norvel::adodb {
 
-// Bytes: a quarter of the machine's memory unless set otherwise. Any thread.
+// Bytes: a quarter of the machine's memory, or of what a container lets the process have of it,
+// unless set otherwise. Any thread.
 NR_API std::size_t fetchLimit();
 // 0: the quarter again. Fetches that begin later follow it.
 NR_API void setFetchLimit(std::size_t bytes);
 
-// The machine's memory, bytes; 0 where the system does not tell.
+// The memory that the process may have at most, bytes; 0 where the system does not tell.
 std::size_t machineMemory();
 
 } // namespace norvel::adodb
