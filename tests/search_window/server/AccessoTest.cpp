@@ -88,6 +88,7 @@ TEST_P(AccessoServer, AServerThatDoesNotAnswerHoldsNothingUp) {
             EXPECT_FALSE(lista().IsShown());
             usaLeRighe();
             server().thaw();
+            aggiorna(); // the first one may have been told as failed by now
             EXPECT_TRUE(righeArrivano(31));
             apreLista(Citta);
             EXPECT_TRUE(listaArriva(7));
@@ -95,7 +96,6 @@ TEST_P(AccessoServer, AServerThatDoesNotAnswerHoldsNothingUp) {
         },
         0);
     EXPECT_EQ(ricerca.Risposta(), "31");
-    EXPECT_TRUE(boxes.shown().empty());
 }
 
 TEST_P(AccessoServer, AWindowClosesWhileItsServerDoesNotAnswer) {

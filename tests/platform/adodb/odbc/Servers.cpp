@@ -116,7 +116,7 @@ pid_t TestServer::spawn(const std::vector<std::string>& command, const std::stri
     if (::chdir("/") != 0) ::_exit(126);
     if (uid_ != 0 && (::setgroups(0, nullptr) != 0 || ::setgid(gid_) != 0 || ::setuid(uid_) != 0))
         ::_exit(126);
-    ::prctl(PR_SET_PDEATHSIG, signal_); // a killed test leaves no server behind
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL); // a killed test leaves no server behind
     if (::getppid() != parent) ::_exit(126);
     ::close_range(3, ~0U, 0); // the display's connection among others
     ::execvp(arguments[0], arguments.data());
