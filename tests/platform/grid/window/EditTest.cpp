@@ -2,7 +2,9 @@
 #include "tests/platform/grid/window/GridFixture.h"
 #include "tests/support/Boxes.h"
 
+#include <wx/app.h>
 #include <wx/textctrl.h>
+#include <wx/weakref.h>
 
 namespace norvel::tests {
 namespace {
@@ -365,8 +367,11 @@ TEST_F(EditTest, TheWindowMayGoWhileACellIsEdited) {
     openClients();
     enter(2, Nome);
     robot_.type("x");
+    const wxWeakRef<wxFrame> window(frame_);
     frame_->Destroy();
     frame_ = nullptr;
+    wxTheApp->ProcessIdle(); // deletes it
+    ASSERT_FALSE(window);
     robot_.pumpFor(100);
     EXPECT_EQ(stored(3, "nome"), "Cliente 3");
     EXPECT_TRUE(boxes_.shown().empty());
