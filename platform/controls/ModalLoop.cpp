@@ -5,6 +5,7 @@
 #include "platform/runtime/Errore.h"
 
 #include <wx/app.h>
+#include <wx/textctrl.h>
 #include <wx/toplevel.h>
 #include <wx/utils.h>
 #include <wx/weakref.h>
@@ -21,6 +22,26 @@ void finishPendingWork() {
     for (int i = 0; i < 100 && turn.Pending(); ++i)
         turn.Dispatch();
 }
+
+namespace {
+
+// The caret of a text stays where it was: with the focus some systems select the whole text, which
+// the next key would replace.
+void giveFocus(wxWindow& window) {
+    auto* const text = dynamic_cast<wxTextEntry*>(&window);
+    long from = 0;
+    long to = 0;
+    if (text != nullptr) text->GetSelection(&from, &to);
+    const long caret = text != nullptr ? text->GetInsertionPoint() : 0;
+    window.SetFocus();
+    if (text == nullptr) return;
+    if (from == to)
+        text->SetInsertionPoint(caret);
+    else
+        text->SetSelection(from, to);
+}
+
+} // namespace
 
 struct ModalLoop::Impl {
     NestedLoop* loop = nullptr; // while Run runs
@@ -68,7 +89,7 @@ struct ModalLoop::Impl {
         }
         if (focusBefore != nullptr) {
             wxGetTopLevelParent(focusBefore)->Raise();
-            focusBefore->SetFocus();
+            giveFocus(*focusBefore);
         }
         finishPendingWork();
     }

@@ -90,7 +90,10 @@ class Box : public wxDialog {
         Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { key(event); });
     }
 
+    // The button takes the focus once the box is modal, which has seen by then where it was before:
+    // there the keyboard is afterwards.
     BoxAnswer ask() {
+        CallAfter([this] { presetButton_->SetFocus(); });
         modal_.Run(*this);
         return answer_;
     }
@@ -129,7 +132,7 @@ class Box : public wxDialog {
             row->Add(button, 0, row->IsEmpty() ? 0 : wxLEFT, 8);
             if (answer != preset_) return;
             button->SetDefault();
-            button->SetFocus();
+            presetButton_ = button;
         };
         if (question_) {
             add(toWx("&Sì"), BoxAnswer::Yes);
@@ -162,6 +165,7 @@ class Box : public wxDialog {
     bool question_;
     BoxAnswer preset_; // what Enter means
     BoxAnswer answer_; // what leaving it means
+    wxButton* presetButton_ = nullptr;
     ModalLoop modal_;
 };
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <wx/dialog.h>
 #include <wx/frame.h>
+#include <wx/textctrl.h>
 
 #include <optional>
 
@@ -99,6 +100,20 @@ TEST_F(MessageBoxTest, AShortTextsBoxIsWideEnoughForItsTitle) {
         screenshotOfDisplay("box-title");
         robot.press(WXK_RETURN);
     });
+}
+
+TEST_F(MessageBoxTest, TheKeyboardIsWhereItWasAfterwards) {
+    auto* first = new wxTextCtrl(frame, wxID_ANY, "", wxPoint(10, 10));
+    auto* second = new wxTextCtrl(frame, wxID_ANY, "", wxPoint(10, 60));
+    first->SetFocus();
+    second->SetFocus();
+    ASSERT_TRUE(robot.waitUntil([&] { return second->HasFocus(); }));
+    robot.type("a");
+    answerTo({.testo = "Procedo?", .pulsanti = BoxButtons::YesNo, .predefinita = BoxAnswer::No},
+             [&] { robot.press(WXK_ESCAPE); });
+    robot.type("x");
+    EXPECT_TRUE(robot.waitUntil([&] { return second->GetValue() == "ax"; }));
+    EXPECT_EQ(wxWindow::FindFocus(), second);
 }
 
 TEST_F(MessageBoxTest, LongAndAwkwardTextsAreShownAsTheyAre) {
