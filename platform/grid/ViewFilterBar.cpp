@@ -105,14 +105,16 @@ void Grid::View::onEditorText() {
     if (grid_.OnFilterChange) grid_.OnFilterChange(filterColumn_);
 }
 
-// Focus that goes to another window of the same program ends the editing; focus that leaves the
-// program comes back to the cell.
+// Focus that goes elsewhere in the grid's window ends the editing; from a box or another program it
+// comes back to the cell.
 void Grid::View::onEditorFocusLost() {
     const wxWeakRef<Grid> alive(&grid_);
     grid_.CallAfter([this, alive] {
         if (!alive || alive->IsBeingDeleted() || filterColumn_ < 0) return;
-        const wxWindow* now = wxWindow::FindFocus();
-        if (now && now != editor_) LeaveFilter(false);
+        wxWindow* const now = wxWindow::FindFocus();
+        if (!now || now == editor_) return;
+        if (wxGetTopLevelParent(now) != wxGetTopLevelParent(&grid_)) return;
+        LeaveFilter(false);
     });
 }
 
