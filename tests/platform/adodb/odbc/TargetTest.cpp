@@ -88,6 +88,18 @@ TEST(OdbcErrors, APasswordIsHiddenAsDriversWriteItToo) {
     }
 }
 
+TEST(OdbcErrors, AServerThatCannotBeFoundIsToldAsOneThatIsNotThere) {
+    for (const OdbcDiagnostic& told :
+         {OdbcDiagnostic{"HY000", 2005, "Unknown server host 'srv' (-2)"},
+          OdbcDiagnostic{"HY000", 2002, "Can't connect to server on 'srv' (111)"},
+          OdbcDiagnostic{"08001", 101, "could not translate host name \"srv\" to address"}})
+        EXPECT_EQ(odbcError(told, "srv/azienda", "")
+                      .descrizione()
+                      .rfind("La connessione con «srv/azienda» non c'è", 0),
+                  0U)
+            << odbcError(told, "srv/azienda", "").descrizione();
+}
+
 TEST(StatementShape, WhatLeavesSomethingOnTheConnection) {
     const std::pair<const char*, StatementKind> cases[] = {
         {"SELECT * FROM t", StatementKind::Reads},
