@@ -42,7 +42,7 @@ constexpr TypeName typeNames[] = {
     {"DateTime", "DATE"},
     {"Numeric", "NUMERIC", false, false, true},
     {"Text", "TEXT", true, false, true},
-    {"Memo/Hyperlink", "MEMO", true},
+    {"Memo/Hyperlink", "LONGTEXT", true},
     {"Replication ID", "JET GUID", true},
     {"Binary", "VARBINARY", false, true},
     {"OLE", "OLEOBJECT", false, true},
@@ -62,7 +62,7 @@ std::optional<AccessColumn> columnOf(std::string_view line) {
     type = trimText(replaceText(type, "\t", " "));
     const std::size_t length = type.find('(');
     const std::string name = trimText(std::string_view(type).substr(0, length));
-    column.type = "MEMO"; // a type that mdbtools alone knows comes as a text
+    column.type = "LONGTEXT"; // a type that mdbtools alone knows comes as a text
     column.text = true;
     for (const TypeName& each : typeNames)
         if (equalsText(each.access, name)) {

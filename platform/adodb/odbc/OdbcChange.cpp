@@ -76,7 +76,8 @@ class Writer {
         try {
             end(false);
         } catch (const Errore&) {
-            return;
+            // Without its savepoint the host's transaction has gone, too: a deadlock's victim.
+            if (inside_) connection_->giveUp();
         }
     }
     void plain(const std::string& text) {

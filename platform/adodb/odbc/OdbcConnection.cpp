@@ -209,11 +209,16 @@ void OdbcConnection::endTransaction(bool commit) {
     try {
         if (!succeeded(SQLEndTran(SQL_HANDLE_DBC, dbc_, commit ? SQL_COMMIT : SQL_ROLLBACK)))
             throw error(SQL_HANDLE_DBC, dbc_);
-        setAutocommit(true);
-        if (!commit && kind() == ServerKind::PostgreSql) rollBackByWord();
     } catch (const Errore&) {
         if (!commit) broken_ = true;
         throw;
+    }
+    try {
+        setAutocommit(true);
+        if (!commit && kind() == ServerKind::PostgreSql) rollBackByWord();
+    } catch (const Errore&) { // what was committed stays so: the connection alone is of no use
+        broken_ = true;
+        if (!commit) throw;
     }
 }
 

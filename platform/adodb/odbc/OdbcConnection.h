@@ -34,6 +34,8 @@ class OdbcConnection {
     bool returnsInserted() const { return returnsInserted_; }
     // A failure told that the connection is lost.
     bool broken() const { return broken_; }
+    // It counts as lost: what stood on it is gone.
+    void giveUp() { broken_ = true; }
 
     // The diagnostics of the last call on a handle; what they tell as an Errore.
     std::vector<OdbcDiagnostic> diagnostics(SQLSMALLINT type, SQLHANDLE handle) const;

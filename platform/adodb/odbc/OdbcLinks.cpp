@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestWait = 30s;
+constexpr auto longestWait = 15s; // less than a change is waited for
 constexpr auto lookInterval = 20ms;
 constexpr std::size_t mostIdle = 2;
 
@@ -105,7 +105,8 @@ std::shared_ptr<OdbcUse> OdbcLinks::own(const std::atomic<bool>* cancelled, bool
     if (lost) connection = opened();
     use->give(connection, lost);
     const std::scoped_lock lock(mutex_);
-    if (number == use_) own_ = std::move(connection);
+    if (number != use_) throw adoError(adErrOperationCancelled); // given up meanwhile
+    own_ = std::move(connection);
     return use;
 }
 
@@ -119,6 +120,7 @@ OdbcLinks::beginOwn(const std::atomic<bool>* cancelled) {
             throw adoError(dbCommandTimeout, "La connessione serve a un'altra lettura.");
         free_.wait_for(lock, lookInterval);
     }
+    if (cancelled && cancelled->load()) throw adoError(adErrOperationCancelled);
     inUse_ = true;
     return {++use_, own_};
 }

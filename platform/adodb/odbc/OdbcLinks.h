@@ -37,9 +37,9 @@ class OdbcLinks : public std::enable_shared_from_this<OdbcLinks> {
     // Opens the session's own.
     explicit OdbcLinks(const OdbcTarget& target);
 
-    // Waits for the one before, at most half a minute (then 0x80040E31); cancelled (may be null)
-    // ends the wait. check: whether the server still answers on it, so that what must not be sent
-    // twice is not sent into the void.
+    // Waits for the one before, at most a quarter of a minute (then 0x80040E31); cancelled (may be
+    // null) ends the wait, and the use where it was given up before it began. check: whether the
+    // server still answers on it, so that what must not be sent twice is not sent into the void.
     std::shared_ptr<OdbcUse> own(const std::atomic<bool>* cancelled, bool check);
     // Whoever uses the session's own is left alone with it, since the server does not answer him;
     // the next use opens a new one.

@@ -149,7 +149,7 @@ std::vector<Variant> OdbcSession::changeNow(const RowChange& change,
                                             const std::atomic<bool>& givenUp) {
     bool sent = false;
     const auto make = [&] {
-        const Use use = own(nullptr);
+        const Use use = own(&givenUp);
         try {
             return changeRow(use->connection(), change, transaction_, givenUp, sent);
         } catch (const Errore&) {
@@ -173,7 +173,10 @@ void OdbcSession::end(bool commit) {
     } catch (const Errore&) {
         if (!use->connection()->broken()) throw;
         transaction_ = false; // told now, not once more by the next statement
-        throw transactionLost();
+        if (!commit) throw transactionLost();
+        throw Errore(oleFail, "La connessione con «" + links_->target().place +
+                                  "» si è interrotta: la transazione potrebbe non essere "
+                                  "registrata.");
     }
     transaction_ = false;
 }

@@ -41,6 +41,21 @@ TEST(AccessTypes, AFileOfAccess97) {
     EXPECT_EQ(rowsOf(*recordset), "2,Florian Klaempfl,ba2395@fen.baynet.de|");
 }
 
+TEST(AccessTypes, ATextThatLooksLikeANumberStaysAsItWasWritten) {
+    const TemporaryFolder folder;
+    AccessWriter writer;
+    writer.table("t", {{"testo", JetType::Text, 40}, {"nota", JetType::Memo}},
+                 {{"0039011", "0039011"},
+                  {"3.10", "3.10"},
+                  {"1e5", "1e5"},
+                  {"12345678901234567890", "12345678901234567890"}});
+    writer.save(folder.file("note.mdb"));
+    const std::string connection = jetProvider(folder.file("note.mdb"));
+    EXPECT_EQ(rowsOf(connection, "SELECT * FROM t"),
+              "0039011,0039011|3.10,3.10|1e5,1e5|12345678901234567890,12345678901234567890|");
+    EXPECT_EQ(rowsOf(connection, "SELECT nota FROM t WHERE nota LIKE '00%'"), "0039011|");
+}
+
 TEST(AccessTypes, EveryType) {
     const TemporaryFolder folder;
     AccessWriter writer;
