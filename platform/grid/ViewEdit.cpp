@@ -2,6 +2,7 @@
 #include "platform/adodb/Errors.h"
 #include "platform/grid/View.h"
 #include "platform/grid/model/EditedValue.h"
+#include "platform/runtime/ErroreInCorso.h"
 
 #include <algorithm>
 #include <utility>
@@ -151,7 +152,13 @@ bool Grid::View::EndEdit() {
     if (rowEdit_.Pending()) {
         const wxWeakRef<Grid> alive(&grid_);
         settling_ = true;
-        const bool now = !grid_.OnBeforeUpdate || grid_.OnBeforeUpdate();
+        bool now = false;
+        try {
+            now = !grid_.OnBeforeUpdate || grid_.OnBeforeUpdate();
+        } catch (...) { // as a save that was refused
+            if (alive && !alive->IsBeingDeleted()) refuse(erroreInCorso());
+            return false;
+        }
         if (!alive || alive->IsBeingDeleted()) return false;
         settling_ = false;
         if (!now) return false;

@@ -363,6 +363,25 @@ TEST_F(EditTest, AHostThatIsNotReadyYetLeavesTheRowAsItIs) {
     EXPECT_TRUE(boxes_.shown().empty());
 }
 
+TEST_F(EditTest, AHostThatFailsBeforeARowIsSavedLeadsBackToWhatWasTyped) {
+    openClients();
+    bool fails = true;
+    grid_->OnBeforeUpdate = [&] {
+        if (fails) throw Errore(3704, "Il recordset è chiuso.");
+        return true;
+    };
+    enter(2, Nome);
+    robot_.type("x");
+    robot_.press(WXK_RETURN);
+    ASSERT_EQ(boxes_.shown().size(), 1U);
+    EXPECT_NE(boxes_.lastText().find("Il recordset è chiuso."), std::string::npos);
+    EXPECT_EQ(grid_->focusArea(), Area::CellEdit);
+    EXPECT_EQ(stored(3, "nome"), "Cliente 3");
+    fails = false;
+    robot_.press(WXK_RETURN);
+    EXPECT_EQ(stored(3, "nome"), "Cliente 3x");
+}
+
 TEST_F(EditTest, TheWindowMayGoWhileACellIsEdited) {
     openClients();
     enter(2, Nome);
