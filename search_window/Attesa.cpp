@@ -44,6 +44,7 @@ void attendiApertura(wxWindow& parent, adodb::Recordset& recordset) {
         throw adodb::adoError(adodb::adErrOperationCancelled,
                               "L'interrogazione è stata interrotta prima dei primi record.");
     }
+    if ((recordset.State() & adodb::adStateOpen) != 0) return; // what came is shown
     if (const auto errore = recordset.FetchError()) throw Errore(*errore);
 }
 

@@ -103,7 +103,17 @@ void FrmRicerca::centraForm() {
 
 void FrmRicerca::SetRecordset(adodb::RecordsetRef recordset) {
     if (!recordset) throw erroreOggettoNonImpostato();
-    attendiApertura(*Finestra, *recordset);
+    // Another call would show this window, and destroy it, under the one that waits here.
+    if (inApertura_)
+        throw Errore(erroreFormGiaVisualizzato, "La finestra di ricerca è già in apertura");
+    inApertura_ = true;
+    try {
+        attendiApertura(*Finestra, *recordset);
+    } catch (...) {
+        inApertura_ = false;
+        throw;
+    }
+    inApertura_ = false;
     DBRicerca.SetRecordset(std::move(recordset));
 }
 

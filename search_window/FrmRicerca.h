@@ -203,6 +203,8 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
 
     // DataControl::Observer
     void RecordsetReplaced() override;
+    void WillChangeRecordset(adodb::EventReasonEnum, adodb::EventStatusEnum&,
+                             adodb::Recordset&) override;
     void RecordsetChangeComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
                                  adodb::Recordset&) override;
     void MoveComplete(adodb::EventReasonEnum, const Errore*, adodb::EventStatusEnum,
@@ -224,6 +226,7 @@ class FrmRicerca final : public FinestraRicerca, private controls::DataControl::
     bool scaricata_ = false;
     RecordsetPrivato esportazione_; // what a workbook is filled from; made on first use
     bool inAttesa_ = false;         // a hand-back waits for rows still coming
+    bool inApertura_ = false;       // SetRecordset waits for first rows; the host runs meanwhile
     std::string separatore_;        // between the values of a multiple choice
 
     std::unique_ptr<wxTimer> avvisoLettura_; // until what runs is told

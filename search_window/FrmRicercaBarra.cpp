@@ -66,10 +66,7 @@ void FrmRicerca::suNaviga(const controls::Button&) {
     passo(*recordset);
 }
 
-// What the last refresh came to is told no more once another one is asked for.
 void FrmRicerca::suAggiorna(const controls::Button& pulsante) {
-    interruzione_ = false;
-    aggiornamento_ = Aggiornamento::Fatto;
     suNaviga<aggiornaElenco>(pulsante);
     scriviLettura();
 }

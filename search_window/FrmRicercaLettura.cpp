@@ -104,6 +104,14 @@ void FrmRicerca::RecordsetReplaced() {
     scriviLettura();
 }
 
+// What the last refresh came to, and an Esc for it, hold no more once another one begins, whoever
+// asked for it.
+void FrmRicerca::WillChangeRecordset(EventReasonEnum motivo, EventStatusEnum&, Recordset&) {
+    if (motivo != adRsnRequery) return;
+    interruzione_ = false;
+    aggiornamento_ = Aggiornamento::Fatto;
+}
+
 void FrmRicerca::RecordsetChangeComplete(EventReasonEnum motivo, const Errore* errore,
                                          EventStatusEnum, Recordset&) {
     if (motivo != adRsnRequery) return;

@@ -157,6 +157,25 @@ TEST_F(InterruzioneTest, AStatementWithoutRowsYetIsAwaitedAndEscEndsIt) {
     robot.pump();
 }
 
+TEST_F(InterruzioneTest, ASecondCallWhileTheFirstOneAwaitsItsRowsIsRefused) {
+    senzaFine(true);
+    auto rs = elenco(inSottofondo | adodb::adAsyncExecute);
+    script.waitFor("attende", [] { return dialogo() && dialogo()->IsActive(); })
+        .then("il programma chiama di nuovo",
+              [&] {
+                  EXPECT_TRUE(ricerca.Cerca().isEmpty());
+                  ASSERT_EQ(boxes.shown().size(), 1U);
+                  EXPECT_EQ(boxes.lastText(), "Errore nella funzione NorvelRicerca.Ricerca\r400 - "
+                                              "La finestra di ricerca è già in apertura");
+                  EXPECT_TRUE(dialogo()) << "the first call waits on";
+              })
+        .then("Esc", [&] { robot.press(WXK_ESCAPE); });
+    cerca(rs);
+    EXPECT_NE(boxes.lastText().find("3712"), std::string::npos) << boxes.lastText();
+    chiudi();
+    robot.pump();
+}
+
 TEST_F(InterruzioneTest, AStatementThatEndsWhileItIsAwaitedOpensTheWindow) {
     connessione->Execute("UPDATE passi SET fino = 3000000");
     auto rs = elenco(inSottofondo | adodb::adAsyncExecute);
@@ -209,6 +228,32 @@ TEST_F(InterruzioneTest, EscInAListACellOrASelectionKeepsItsMeaning) {
         EXPECT_FALSE(inCorso(rs));
         chiudi();
     });
+    cerca(rs);
+}
+
+// The host asks for its rows anew between Esc and the end of what it was for.
+TEST_F(InterruzioneTest, ARefreshThatTheHostBeginsBehindEscIsNotEndedByIt) {
+    auto rs = elenco();
+    pronta()
+        .then("Aggiorna, Esc, il programma rilegge",
+              [&] {
+                  senzaFine(true);
+                  robot.press(WXK_F5);
+                  wxKeyEvent esc(wxEVT_CHAR_HOOK); // at once: nothing else is told before
+                  esc.m_keyCode = WXK_ESCAPE;
+                  finestra().Griglia->HandleWindowEvent(esc);
+                  senzaFine(false);
+                  connessione->Execute("INSERT INTO clienti WITH RECURSIVE n(i) AS (SELECT 4 "
+                                       "UNION ALL SELECT i + 1 FROM n LIMIT 999997) "
+                                       "SELECT i, 'Cliente ' || i FROM n");
+                  rs->Requery(adodb::adAsyncFetchNonBlocking);
+              })
+        .waitFor("righe nuove", [&] { return rs->RecordCount() > 3 && !inCorso(rs); })
+        .then("controlla", [&] {
+            EXPECT_EQ(rs->RecordCount(), 1000000);
+            EXPECT_EQ(lettura(), "");
+            chiudi();
+        });
     cerca(rs);
 }
 

@@ -41,6 +41,20 @@ class OltreMemoriaTest : public BancoQuery {
     static void chiudi() { finestra().Scarica(ModoScarico::Codice); }
 };
 
+// The limit is met while the window still waits for the first rows.
+TEST_F(OltreMemoriaTest, AnOpeningInTheBackgroundThatMeetsTheLimitShowsWhatCame) {
+    adodb::setFetchLimit(1); // at the first block
+    auto rs = adodb::makeClientRecordset();
+    rs->Open("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT " +
+                 std::to_string(tutte) + ") SELECT i AS codice, 'Cliente ' || i AS nome FROM n",
+             "Provider=SQLite;Data Source=:memory:", adodb::adOpenStatic, adodb::adLockReadOnly,
+             inSottofondo | adodb::adAsyncExecute);
+    pronta().waitFor("lo dice", [] { return lettura() == altri; }).then("chiude", [] { chiudi(); });
+    cerca(rs);
+    for (const auto& box : boxes.shown())
+        EXPECT_EQ(box.testo.find("Errore nella funzione"), std::string::npos) << box.testo;
+}
+
 TEST_F(OltreMemoriaTest, TheCounterSaysThatThereAreMoreAndFilterAndSortThatTheySawOnlyPart) {
     auto rs = troppe();
     letta().then("si muove, filtra, ordina", [&] {
