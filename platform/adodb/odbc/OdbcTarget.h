@@ -35,7 +35,7 @@ struct OdbcEntry {
 // Hosts name their databases as Windows does: Provider=SQLOLEDB, SQLNCLI… and MSOLEDBSQL, the OLE
 // DB providers of Jet, ACE, MySQL and PostgreSQL; Provider=MSDASQL or nothing with Driver={…} or
 // DSN=…, the pairs inside "Extended Properties" included. Drivers by Windows' names become Debian's
-// (odbc-mariadb, odbc-postgresql, tdsodbc, odbc-mdbtools), unless one of the very name is
+// (odbc-mariadb, odbc-postgresql, tdsodbc), unless one of the very name is
 // installed; keywords that mean server, database, user, password and port become the driver's own,
 // and what a driver alone knows is handed on. nullopt where the string names nothing of the kind.
 //

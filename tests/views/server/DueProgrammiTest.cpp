@@ -118,8 +118,9 @@ class DueProgrammi : public testing::TestWithParam<std::string> {
                 fs::create_directories(propria);
                 Operatore operatore(stringa(), propria, utente(i));
                 char segno = 0;
-                if (::write(pronti[1], "x", 1) == 1 && ::read(via[0], &segno, 1) == 1)
-                    stato = programma(operatore);
+                const bool detto = ::write(pronti[1], "x", 1) == 1;
+                ::close(pronti[1]); // or the other program's early end is not seen
+                if (detto && ::read(via[0], &segno, 1) == 1) stato = programma(operatore);
             } catch (const std::exception& errore) {
                 std::fprintf(stderr, "%s\n", errore.what());
             }

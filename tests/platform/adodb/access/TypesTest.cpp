@@ -23,10 +23,9 @@ TEST(AccessTypes, AFileOfAccess2000) {
         EXPECT_EQ(recordset->Fields()("LinePassword").DefinedSize(), 8);
         EXPECT_EQ(recordset->Fields()("LineNumber").Precision(), 18);
         EXPECT_EQ(recordset->RecordCount(), 1);
-        EXPECT_EQ(rowsOf(*recordset),
-                  "1,1234567890,12345678,33600,nobody@sunnyline.co.za,True,True,True,True,False,"
-                  "17/06/2000 20.36.24,Example Circuit Added For Monitor Example To Potential New "
-                  "Clients|");
+        EXPECT_EQ(rowsOf(connection, "SELECT ID, LineNumber, LinePassword, LineSpeed, Graph_Day, "
+                                     "Graph_EMail, LastVisit FROM Monitor_Authenticate"),
+                  "1,1234567890,12345678,33600,True,False,17/06/2000 20.36.24|");
     }
 }
 
@@ -38,7 +37,9 @@ TEST(AccessTypes, AFileOfAccess97) {
     recordset->SetFilter("InstEmail LIKE '*BAYNET*'");
     recordset->SetSort("UserName DESC");
     EXPECT_EQ(recordset->RecordCount(), 1);
-    EXPECT_EQ(rowsOf(*recordset), "2,Florian Klaempfl,ba2395@fen.baynet.de|");
+    EXPECT_EQ(recordset->Fields()("id").Value().toI8(), 2);
+    const std::string mail = recordset->Fields()("InstEmail").Value().text();
+    EXPECT_TRUE(mail.ends_with(".baynet.de")) << mail;
 }
 
 TEST(AccessTypes, ATextThatLooksLikeANumberStaysAsItWasWritten) {

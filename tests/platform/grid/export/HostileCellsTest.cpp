@@ -78,7 +78,7 @@ TEST_F(HostileCellsTest, QuotesAndDelimitersStayAndLineBreaksTabsAndNulsAreBlank
 
 TEST_F(HostileCellsTest, BytesThatAreNoTextAreReadAsWesternAndNeverHideAMark) {
     EXPECT_EQ(html("\xC3<script>"), "\xC3\x83&lt;script&gt;");
-    EXPECT_EQ(html("x\xE2\x80"), html("x\xE2\x80"));
+    EXPECT_EQ(html("x\xE2\x80"), "xâ€");
     for (const char* text :
          {"\xED\xA0\x80", "\xED\xB0\x80<", "\xFF\xFE", "\xC0\xAF", "\xF4\x90\x80\x80"}) {
         const std::string shown = html(text);
@@ -126,8 +126,8 @@ TEST_F(HostileCellsTest, NumbersThatAreNoneAreWrittenAsHostsWriteThem) {
     const auto number = [&](double value) {
         return cell(adodb::adDouble, value, ExportFormat::Delimited);
     };
-    EXPECT_EQ(number(infinity), Variant(infinity).toText());
-    EXPECT_EQ(number(-infinity), Variant(-infinity).toText());
+    EXPECT_EQ(number(infinity), "1,#INF");
+    EXPECT_EQ(number(-infinity), "-1,#INF");
     EXPECT_EQ(number(std::numeric_limits<double>::quiet_NaN()), "-1,#IND");
     EXPECT_EQ(number(std::numeric_limits<double>::max()), "1,79769313486232E+308");
     EXPECT_EQ(number(std::numeric_limits<double>::denorm_min()), "4,94065645841247E-324");
@@ -145,8 +145,7 @@ TEST_F(HostileCellsTest, DatesOfEveryYearAndDatesThatAreNoneAreWritten) {
     EXPECT_EQ(date(1e9), "1000000000");
     EXPECT_EQ(date(-1e9), "-1000000000");
     EXPECT_EQ(date(std::numeric_limits<double>::quiet_NaN()), "-1,#IND");
-    EXPECT_EQ(date(std::numeric_limits<double>::infinity()),
-              Variant(std::numeric_limits<double>::infinity()).toText());
+    EXPECT_EQ(date(std::numeric_limits<double>::infinity()), "1,#INF");
 }
 
 TEST_F(HostileCellsTest, AColumnMayStandTwiceAndManyMayStandSideBySide) {
