@@ -384,7 +384,7 @@ void Grid::View::rowsArrived(bool atOnce) {
     const RowCount before = Rows();
     const bool full = geometry_.FirstRow() + geometry_.WholeRows() < before;
     Layout();
-    if (!full || Rows() < before) Refresh();
+    if (!full || Rows() < before || (reader_ && reader_->Shifts())) Refresh();
     syncCurrent(Sync::Quiet);
 }
 

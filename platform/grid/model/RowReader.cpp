@@ -88,7 +88,9 @@ int RowReader::FieldIndex(std::string_view name) const {
 void RowReader::Fill(RowCache& cache, RowCount first, RowCount count,
                      const std::vector<int>& fields) {
     if (fields.empty()) return;
-    for (const RowCache::Gap& gap : cache.Missing(first, count, fields, Rows()))
+    const RowCount rows = Rows();
+    if (Shifts() && std::exchange(filledFrom_, rows) != rows) cache.Clear();
+    for (const RowCache::Gap& gap : cache.Missing(first, count, fields, rows))
         read(cache, gap);
 }
 

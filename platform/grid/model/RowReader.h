@@ -35,8 +35,13 @@ class NR_API RowReader : public RowIds {
         return fieldTypes_[static_cast<std::size_t>(index)];
     }
 
+    // Whether rows that arrive later go between those that are there, as in an order: what is
+    // drawn of rows then holds until more have come.
+    bool Shifts() const { return !sort_.empty(); }
+
     // Brings the cells of the rows [first, first + count) and of the fields into the cache, as far
-    // as they are not there and the rows exist.
+    // as they are not there and the rows exist. What the cache held of rows that have shifted since
+    // is dropped.
     void Fill(RowCache& cache, adodb::RowCount first, adodb::RowCount count,
               const std::vector<int>& fields);
 
@@ -63,6 +68,7 @@ class NR_API RowReader : public RowIds {
     adodb::RecordsetRef clone_;
     Variant filter_;
     std::string sort_;
+    adodb::RowCount filledFrom_ = 0; // of how many rows, while they shift, the cache holds some
     std::vector<adodb::DataTypeEnum> fieldTypes_;
     std::unordered_map<std::string, int> fieldNumbers_; // by folded name
     std::shared_ptr<RowIds> stable_;

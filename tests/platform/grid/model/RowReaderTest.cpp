@@ -97,6 +97,23 @@ TEST(RowReader, SeesTheRowsThatArriveLater) {
     EXPECT_EQ(*cache.Text(15, 0), "16");
 }
 
+TEST(RowReader, ReadsAnewWhatRowsThatArriveLaterHaveShifted) {
+    auto host = GeneratedRecordset::make(tests::customerColumns(), 100);
+    host->SetSort("codice desc");
+    host->beginFetch();
+    RowReader reader(*host);
+    RowCache cache;
+    reader.Fill(cache, 0, 20, {0});
+    ASSERT_NE(cache.Text(0, 0), nullptr);
+    EXPECT_EQ(*cache.Text(0, 0), "100");
+    host->arrive(900, true);
+    reader.Fill(cache, 0, 20, {0});
+    ASSERT_NE(cache.Text(0, 0), nullptr);
+    EXPECT_EQ(*cache.Text(0, 0), "1000");
+    ASSERT_NE(cache.Bookmark(19), nullptr);
+    EXPECT_EQ(cache.Bookmark(19)->toDouble(), 981);
+}
+
 TEST(RowReader, NeverWaitsForRowsStillToCome) {
     auto host = GeneratedRecordset::make(tests::customerColumns(), 100);
     host->beginFetch();
