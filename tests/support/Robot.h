@@ -1,6 +1,8 @@
 // The operator of window tests: presses real keys and moves the real mouse of the virtual display.
 #pragma once
 
+#include "tests/support/Patience.h"
+
 #include <wx/gdicmn.h>
 #include <wx/uiaction.h>
 
@@ -47,7 +49,7 @@ class Robot {
     // Handles events for so long, whatever comes.
     void pumpFor(int milliseconds);
     // Handles events until the condition holds; false when it did not within the time.
-    bool waitUntil(const std::function<bool()>& condition, int milliseconds = 5000);
+    bool waitUntil(const std::function<bool()>& condition, int milliseconds = patience);
 
     // Shows a top-level window in front, where it was put, and waits until it is active and
     // painted.
@@ -55,7 +57,7 @@ class Robot {
     // Gives the window the keyboard focus and waits until it has it.
     void focus(wxWindow& window);
     // Waits until the window is shown, active and painted; a failure is reported as a test failure.
-    bool waitForActive(wxWindow& window, int milliseconds = 5000);
+    bool waitForActive(wxWindow& window, int milliseconds = patience);
 
     // True while some action of a robot handles events.
     static bool pumping();

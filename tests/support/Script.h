@@ -1,6 +1,8 @@
 // What an operator does while a modal window is open: steps that run inside its event loop.
 #pragma once
 
+#include "tests/support/Patience.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,7 +32,7 @@ class Script {
     // A step. An exception that leaves it is a test failure.
     Script& then(std::string name, std::function<void()> step);
     // Goes on when the condition holds; a failure when it does not within the time.
-    Script& waitFor(std::string name, std::function<bool()> condition, int milliseconds = 5000);
+    Script& waitFor(std::string name, std::function<bool()> condition, int milliseconds = patience);
     // Goes on after so long, for what can only be awaited by the clock.
     Script& pause(int milliseconds);
 
