@@ -56,9 +56,7 @@ TEST_P(AccessoServer, ThePasswordIsChangedUnderAnOpenWindow) {
             robot.press(WXK_ESCAPE);
             usaLeRighe();
             cambiaPassword(TestServer::password);
-            altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
-            aggiorna();
-            EXPECT_TRUE(righeArrivano(31));
+            aggiornaConUnaInPiu();
         },
         0);
     EXPECT_EQ(ricerca.Risposta(), "31");

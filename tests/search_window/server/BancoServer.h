@@ -150,6 +150,12 @@ class BancoServer : public views::BancoConfigura, public testing::WithParamInter
         return robot.waitUntil([&] { return boxes.shown().size() >= quanti; }, 60000);
     }
     void aggiorna() { robot.click(*finestra().BarraBase, pulsante("Aggiorna")); }
+    // A refresh after another program has added the row 31.
+    void aggiornaConUnaInPiu() {
+        altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
+        aggiorna();
+        EXPECT_TRUE(righeArrivano(righeTabella + 1));
+    }
     bool righeArrivano(adodb::RowCount quante) {
         return robot.waitUntil(
             [&] {

@@ -45,9 +45,7 @@ TEST_P(BlocchiServer, ARefreshAndAListOverALockedTable) {
             apreLista(Citta);
             EXPECT_TRUE(listaArriva(6));
             robot.press(WXK_ESCAPE);
-            altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
-            aggiorna();
-            EXPECT_TRUE(righeArrivano(31));
+            aggiornaConUnaInPiu();
         },
         0);
     EXPECT_EQ(ricerca.Risposta(), "31");

@@ -91,9 +91,7 @@ TEST_P(GuastiServer, TheServerStopsWhileARefreshRunsAndAnotherRefreshWorksOnceIt
             server().start();
             amministra = makeConnection(server().connection());
             rallenta(false);
-            altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
-            aggiorna();
-            EXPECT_TRUE(righeArrivano(31));
+            aggiornaConUnaInPiu();
             EXPECT_EQ(boxes.shown().size(), 2U) << ultimo(boxes).testo;
             EXPECT_EQ(griglia().CellText(0, Codice), "31") << "the order holds for the new rows";
             apreLista(Citta);
@@ -154,9 +152,7 @@ TEST_P(GuastiServer, ConnectionsThatWereCutMeanwhileAreNoticedByNobody) {
             EXPECT_TRUE(listaArriva(6)) << voci().size();
             robot.press(WXK_ESCAPE);
             tagliaConnessioni();
-            altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
-            aggiorna();
-            EXPECT_TRUE(righeArrivano(31));
+            aggiornaConUnaInPiu();
             server().stop();
             server().start();
             amministra = makeConnection(server().connection());
@@ -182,9 +178,7 @@ TEST_P(GuastiServer, AConnectionIsCutWhileARefreshRuns) {
                 << ultimo(boxes).testo;
             EXPECT_EQ(righe().RecordCount(), 30);
             rallenta(false);
-            altrove("INSERT INTO clienti VALUES (31, 'Cliente 31', 'Bari')");
-            aggiorna();
-            EXPECT_TRUE(righeArrivano(31));
+            aggiornaConUnaInPiu();
             usaLeRighe();
         },
         0);

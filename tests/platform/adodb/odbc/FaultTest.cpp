@@ -124,9 +124,7 @@ TEST_P(OdbcFault, AServerThatDoesNotAnswerIsLetGoOf) {
 
 TEST_P(OdbcFault, AChangeIsNotHeldUpByAServerThatDoesNotAnswer) {
     const auto connection = open();
-    table(connection, "muta", "n integer primary key, t varchar(9)");
-    connection->Execute("INSERT INTO muta VALUES (1, 'a')");
-    const auto recordset = rows(connection, "SELECT * FROM muta", adLockOptimistic);
+    const auto recordset = oneRow(connection, "muta");
     recordset->Fields()("t").SetValue("b");
     server().freeze();
     const std::string text = descriptionOf([&] { recordset->Update(); });
