@@ -1,7 +1,7 @@
 // What can be asked of an Access file: the whole notation, value lists, filters and sorts, while
 // others read or write.
 #include "query/ElaboraQuery.h"
-#include "query/ListaValori.h"
+#include "tests/platform/adodb/ValueItems.h"
 #include "tests/platform/adodb/access/AccessTest.h"
 
 #include <algorithm>
@@ -20,17 +20,6 @@ class AccessQueries : public testing::Test {
     std::string file() const { return folder_.file("gest.mdb"); }
     std::string connection() const { return jetProvider(file()); }
     std::string rows(const std::string& sql) const { return rowsOf(connection(), sql); }
-    // As a window asks: composed from the recordset, rendered for its connection.
-    static std::string list(Recordset& recordset, const std::string& field) {
-        const auto asked = query::richiestaValori(recordset, field, "");
-        const auto values = makeClientRecordset();
-        values->Open(query::queryListaValori(asked), recordset.ActiveConnection());
-        const DataTypeEnum type = recordset.Fields()(field).Type();
-        std::string items;
-        for (; !values->EOF_(); values->MoveNext())
-            items += query::testoVoce(values->Fields()(field).Value(), type) + "|";
-        return items;
-    }
     TemporaryFolder folder_;
 };
 
@@ -96,7 +85,7 @@ TEST_F(AccessQueries, ValueListsUnderEveryFilter) {
     const auto recordset = openOn(connection(), "SELECT * FROM clienti ORDER BY codice;");
     for (const auto& c : cases) {
         recordset->SetFilter(c.filter);
-        EXPECT_EQ(list(*recordset, c.field), c.items) << c.filter << " " << c.field;
+        EXPECT_EQ(valueItems(*recordset, c.field), c.items) << c.filter << " " << c.field;
     }
 }
 
@@ -156,7 +145,7 @@ TEST_F(AccessQueries, TwoAtOnceWhileRowsStillCome) {
     const auto first = makeClientRecordset();
     first->Open("SELECT * FROM clienti", connection(), adOpenStatic, adLockReadOnly, adAsyncFetch);
     const auto second = openOn(connection(), "SELECT * FROM [Righe Ordine]");
-    EXPECT_EQ(list(*first, "citta").substr(0, 18), "Comune 0|Comune 1|");
+    EXPECT_EQ(valueItems(*first, "citta").substr(0, 18), "Comune 0|Comune 1|");
     EXPECT_EQ(second->RecordCount(), 3);
     EXPECT_TRUE(first->WaitFetch(60000));
     EXPECT_EQ(first->RecordCount(), 20004);
@@ -175,7 +164,7 @@ TEST_F(AccessQueries, RefreshingShowsWhatWasWrittenMeanwhile) {
     recordset->Requery();
     EXPECT_EQ(recordset->RecordCount(), 14);
     EXPECT_EQ(rowsOf(connection(), "SELECT count(*) FROM [righe ordine]"), "3|");
-    EXPECT_EQ(list(*recordset, "codice").substr(0, 7), "1|2|3|1");
+    EXPECT_EQ(valueItems(*recordset, "codice").substr(0, 7), "1|2|3|1");
     std::filesystem::remove(file());
     const std::string text = descriptionOf([&] { recordset->Requery(); });
     EXPECT_NE(text.find("gest.mdb» non esiste"), std::string::npos) << text;

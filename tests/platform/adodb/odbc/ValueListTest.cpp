@@ -1,5 +1,5 @@
 // A column's list of values over a server: composed, rendered, run, and what of it breaks.
-#include "query/ListaValori.h"
+#include "tests/platform/adodb/ValueItems.h"
 #include "tests/platform/adodb/odbc/ServerTest.h"
 
 namespace norvel::adodb {
@@ -16,17 +16,6 @@ class OdbcValueList : public OnServer {
                             ", '2011-03-15'), (2, 'Romagnano', " + pick("0", "false") +
                             ", NULL), (3, '', NULL, '2011-03-16'), (12, 'L''Aquila', " +
                             pick("1", "true") + ", NULL)");
-    }
-    // The items beside the fixed ones, as the window asks for them.
-    std::string list(Recordset& recordset, const std::string& field) const {
-        const auto asked = query::richiestaValori(recordset, field, "");
-        auto values = makeClientRecordset();
-        values->Open(query::queryListaValori(asked), recordset.ActiveConnection());
-        const DataTypeEnum type = recordset.Fields()(field).Type();
-        std::string items;
-        for (; !values->EOF_(); values->MoveNext())
-            items += query::testoVoce(values->Fields()(field).Value(), type) + "|";
-        return items;
     }
 };
 ON_SERVERS(OdbcValueList);
@@ -51,10 +40,10 @@ TEST_P(OdbcValueList, EveryColumnUnderEveryFilter) {
         const auto recordset = openOn(text, "SELECT * FROM elenco ORDER BY codice;");
         for (const auto& c : cases) {
             recordset->SetFilter(c.filter);
-            EXPECT_EQ(list(*recordset, c.field), c.items) << c.filter << " " << c.field;
+            EXPECT_EQ(valueItems(*recordset, c.field), c.items) << c.filter << " " << c.field;
         }
         recordset->SetFilter("");
-        EXPECT_EQ(list(*recordset, "attivo").find_first_not_of("-01|"), std::string::npos);
+        EXPECT_EQ(valueItems(*recordset, "attivo").find_first_not_of("-01|"), std::string::npos);
     }
 }
 
@@ -70,9 +59,9 @@ TEST_P(OdbcValueList, TheServerStopsWhileItFills) {
     EXPECT_TRUE(values->WaitFetch(60000));
     EXPECT_GT(values->RecordCount(), 0); // what came stays
     EXPECT_EQ(recordset->RecordCount(), 4);
-    EXPECT_NE(errorOf([&] { list(*recordset, "citta"); }), 0);
+    EXPECT_NE(errorOf([&] { valueItems(*recordset, "citta"); }), 0);
     server().start();
-    EXPECT_EQ(list(*recordset, "citta"), "L'Aquila|Roma|Romagnano|");
+    EXPECT_EQ(valueItems(*recordset, "citta"), "L'Aquila|Roma|Romagnano|");
 }
 
 } // namespace
